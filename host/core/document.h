@@ -1,0 +1,70 @@
+// document.h: open drawings. What each subsystem keeps for a drawing hangs on its document.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace host
+{
+
+class document
+{
+public:
+    explicit document(int number);
+    ~document();
+    document(const document&) = delete;
+    document& operator=(const document&) = delete;
+
+    // 1, 2, ... in the order of opening; never used twice in a run.
+    int number() const { return number_; }
+
+    // The part of type T, made (from this document) when it is first asked for. Parts go with the
+    // document, the newest first.
+    template <class T>
+    T& part()
+    {
+        for (auto& slot : parts_)
+            if (slot->key() == part_of<T>::type_key())
+                return static_cast<part_of<T>&>(*slot).value;
+        parts_.push_back(std::make_unique<part_of<T>>(*this));
+        return static_cast<part_of<T>&>(*parts_.back()).value;
+    }
+
+    // Path as the drawing was named, in the host's own form (a path of this file system); empty for a
+    // drawing that was never saved.
+    std::string file;
+
+private:
+    struct slot {
+        virtual ~slot() = default;
+        virtual const void* key() const = 0;
+    };
+    template <class T>
+    struct part_of : slot {
+        T value;
+        explicit part_of(document& owner) : value(owner) {}
+        static const void* type_key()
+        {
+            static const char mark = 0;
+            return &mark;
+        }
+        const void* key() const override { return type_key(); }
+    };
+
+    int number_;
+    std::vector<std::unique_ptr<slot>> parts_;
+};
+
+// The drawings that are open, oldest first, and the current one. There is always a current
+// drawing while the host runs.
+const std::vector<std::unique_ptr<document>>& documents();
+document& current_document();
+bool has_document();
+document& open_document();          // a new, empty one, which becomes current
+void close_document(document& doc); // its parts go; another becomes current if there is one
+void make_current(document& doc);
+void close_all_documents();
+
+} // namespace host

@@ -1,0 +1,34 @@
+// paths.h: path forms of the product's programs on this file system, and safe writing.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace host
+{
+
+// The path of this file system for one as programs write it ('\' or '/', drive letters, any case).
+// What exists is found without regard to case; components that don't exist keep their spelling.
+// Never fails: a path to nothing is returned in its own spelling.
+std::string real_path(std::string_view path);
+// The same, empty when there is no such file or directory.
+std::optional<std::string> existing_path(std::string_view path);
+// The file for a drawing's name: NAME.DWG stands for NAME.dxf where only that is there, or where
+// neither is there (a new one is written as DXF). No extension: as with .dwg.
+std::string drawing_path(std::string_view path);
+// Looks a file up as programs expect: as named, in the drawing's directory, in the current one, in
+// the product's directories. Empty when it is nowhere.
+std::optional<std::string> find_file(std::string_view name);
+// Directory of `path` with its separator; the name behind it.
+std::string directory_of(std::string_view path);
+std::string file_name_of(std::string_view path);
+
+// Whole contents; nothing with errno set when it can't be read.
+std::optional<std::string> read_whole(const std::string& path);
+// Writes beside the file, flushes to disk and renames; the previous file stays as `backup` when that
+// isn't empty. False with `error` when anything fails: then the file is as it was.
+bool replace_file(const std::string& path, std::string_view bytes, const std::string& backup,
+                  std::string* error);
+
+} // namespace host

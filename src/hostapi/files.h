@@ -1,0 +1,34 @@
+// files.h: the module's only way to the file system.
+//
+// Paths come as the product's programs write them: '\' or '/', drive letters, any case. A file
+// opened for writing replaces its predecessor when it is closed, whole or not at all.
+#pragma once
+
+#include <cstddef>
+
+struct host_file;
+
+extern "C" {
+// Modes as fopen: "r", "w", "a", with "b" and "+". Null when the file can't be opened.
+host_file* file_open(const char* path, const char* mode);
+// 0 when all that was written is safe on disk.
+int file_close(host_file* file);
+// As fgets, at most size - 1 characters; every kind of line end is handed on as one line feed.
+char* file_gets(char* buffer, int size, host_file* file);
+// Text with line feeds; the host writes the line ends that the user wants. Negative on failure.
+int file_puts(const char* text, host_file* file);
+int file_printf(host_file* file, const char* format, ...) __attribute__((format(printf, 2, 3)));
+// Bytes as they are. The number read or written.
+std::size_t file_read(void* buffer, std::size_t size, host_file* file);
+std::size_t file_write(const void* buffer, std::size_t size, host_file* file);
+int file_seek(host_file* file, long offset, int whence);
+long file_tell(host_file* file);
+
+int file_exists(const char* path);       // 1 for a file or a directory
+int file_is_directory(const char* path); // 1 for a directory
+int file_remove(const char* path);       // 0 when removed
+int file_rename(const char* from, const char* to);
+// First (`previous` null) or next name in a directory that fits the pattern's last component, in
+// alphabetical order, into `name`. 1, or 0 when there is none.
+int file_find(const char* pattern, const char* previous, char* name, std::size_t size);
+}
