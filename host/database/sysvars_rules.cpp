@@ -12,6 +12,7 @@
 #include "host/core/session.h"
 #include "host/core/text.h"
 #include "host/database/database.h"
+#include "host/database/entities.h"
 #include "host/database/geometry.h"
 #include "host/database/sysvars_table.h"
 #include "host/files/paths.h"
@@ -139,23 +140,10 @@ list_ptr get_settings_directory(document&)
 namespace
 {
 
-// Name of the layout that shows the drawing's paper space.
-std::string layout_name(const database& db)
+std::string_view paper_layout(document& doc)
 {
-    const object_id space = db.paper_space();
-    const group* link = space ? find(db.at(space).groups, 340) : nullptr;
-    const object_id layout = link ? db.by_handle(link->handle) : 0;
-    if (layout && db.is(layout, "LAYOUT")) {
-        // Its name is the one behind the marker; the plot settings before it have a name too.
-        bool behind_marker = false;
-        for (const group& each : db.at(layout).groups) {
-            if (each.code == 100)
-                behind_marker = db.text(each.text) == "AcDbLayout";
-            else if (each.code == 1 && behind_marker)
-                return std::string(db.text(each.text));
-        }
-    }
-    return "Layout1";
+    const database& db = database_of(doc);
+    return layout_name(db, db.paper_space());
 }
 
 bool is_tiled(document& doc)
@@ -167,13 +155,13 @@ bool is_tiled(document& doc)
 
 list_ptr get_tab(document& doc)
 {
-    return words(is_tiled(doc) ? "Model" : layout_name(database_of(doc)));
+    return words(is_tiled(doc) ? "Model" : paper_layout(doc));
 }
 
 set_result set_tab(document& doc, const resbuf& value)
 {
     const bool is_model = same_text(value.resval.rstring, "Model");
-    if (!is_model && !same_text(value.resval.rstring, layout_name(database_of(doc))))
+    if (!is_model && !same_text(value.resval.rstring, paper_layout(doc)))
         return set_result::out_of_range;
     set_int(doc, "TILEMODE", is_model ? 1 : 0);
     return set_result::done;
