@@ -25,9 +25,9 @@ public:
     template <class T>
     T& part()
     {
-        for (auto& slot : parts_)
-            if (slot->key() == part_of<T>::type_key())
-                return static_cast<part_of<T>&>(*slot).value;
+        for (auto& held : parts_)
+            if (held->key() == part_of<T>::type_key())
+                return static_cast<part_of<T>&>(*held).value;
         parts_.push_back(std::make_unique<part_of<T>>(*this));
         return static_cast<part_of<T>&>(*parts_.back()).value;
     }

@@ -1,6 +1,7 @@
 // resbuf.h: the host's own handling of result buffer lists.
 #pragma once
 
+#include <cstdarg>
 #include <memory>
 #include <string_view>
 
@@ -28,6 +29,10 @@ resbuf* rb_name(int restype, const std::int32_t* name);
 resbuf* rb_copy(const resbuf* list); // the whole list
 resbuf* rb_copy_one(const resbuf* node);
 const resbuf* rb_find_code(const resbuf* list, int code);
+
+// The value of one (type, value) pair of a C argument list as a new node; null when the type isn't
+// one that has a meaning.
+resbuf* rb_from_arguments(int restype, va_list* values);
 
 // Builds a list by appending.
 class list_builder

@@ -1,0 +1,86 @@
+// document.cpp: the list of open drawings.
+#include "host/core/document.h"
+
+#include <algorithm>
+
+#include "host/core/console.h"
+#include "host/core/reactors.h"
+
+namespace host
+{
+
+namespace
+{
+
+struct open_documents {
+    std::vector<std::unique_ptr<document>> all;
+    document* current = nullptr;
+    int last_number = 0;
+};
+open_documents& open_ones()
+{
+    static open_documents list;
+    return list;
+}
+
+} // namespace
+
+document::document(int number) : number_(number) {}
+
+document::~document()
+{
+    while (!parts_.empty())
+        parts_.pop_back();
+}
+
+const std::vector<std::unique_ptr<document>>& documents()
+{
+    return open_ones().all;
+}
+document& current_document()
+{
+    return *open_ones().current;
+}
+bool has_document()
+{
+    return open_ones().current != nullptr;
+}
+
+document& open_document()
+{
+    open_documents& list = open_ones();
+    list.all.push_back(std::make_unique<document>(++list.last_number));
+    make_current(*list.all.back());
+    return *list.all.back();
+}
+
+void make_current(document& doc)
+{
+    if (open_ones().current == &doc)
+        return;
+    open_ones().current = &doc;
+    tell_document_current();
+}
+
+void close_document(document& doc)
+{
+    open_documents& list = open_ones();
+    const auto place =
+        std::find_if(list.all.begin(), list.all.end(), [&](const auto& d) { return d.get() == &doc; });
+    if (place == list.all.end())
+        return;
+    const std::unique_ptr<document> leaving = std::move(*place);
+    list.all.erase(place);
+    if (list.current == &doc)
+        list.current = list.all.empty() ? nullptr : list.all.back().get();
+    if (list.current)
+        tell_document_current();
+}
+
+void close_all_documents()
+{
+    while (!open_ones().all.empty())
+        close_document(*open_ones().all.back());
+}
+
+} // namespace host
