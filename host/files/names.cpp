@@ -38,6 +38,22 @@ std::size_t sequence_length(std::string_view text, std::size_t at)
     return length;
 }
 
+// Lower case of the letters of Windows-1252.
+char fold(char c)
+{
+    const auto byte = static_cast<unsigned char>(c);
+    unsigned low = byte;
+    if ((byte >= 'A' && byte <= 'Z') || (byte >= 0xC0 && byte <= 0xDE && byte != 0xD7))
+        low = byte + 0x20u;
+    else if (byte == 0x8A || byte == 0x8C || byte == 0x8E)
+        low = byte + 0x10u;
+    else if (byte == 0x9F)
+        low = 0xFF;
+    return static_cast<char>(low);
+}
+
+} // namespace
+
 bool is_utf8(std::string_view text)
 {
     for (std::size_t at = 0; at < text.size();) {
@@ -68,22 +84,6 @@ void append_utf8(std::string& out, unsigned code)
         byte(0x80 | (code & 0x3F));
     }
 }
-
-// Lower case of the letters of Windows-1252.
-char fold(char c)
-{
-    const auto byte = static_cast<unsigned char>(c);
-    unsigned low = byte;
-    if ((byte >= 'A' && byte <= 'Z') || (byte >= 0xC0 && byte <= 0xDE && byte != 0xD7))
-        low = byte + 0x20u;
-    else if (byte == 0x8A || byte == 0x8C || byte == 0x8E)
-        low = byte + 0x10u;
-    else if (byte == 0x9F)
-        low = 0xFF;
-    return static_cast<char>(low);
-}
-
-} // namespace
 
 bool escape_at(std::string_view text, std::size_t at)
 {
