@@ -57,6 +57,7 @@ private:
     std::uint64_t last_space_handle_ = 0;
     object_id last_space_ = 0;
     tally double_handles_, incomplete_, double_blocks_;
+    std::string incomplete_why_; // of the first one
 };
 
 // The object's handle if nobody has it yet, else (also when it has none) the next free one.
@@ -232,8 +233,12 @@ object_id builder::entity(dxf_object& from, object_id owner)
     const std::uint64_t handle = free_handle(from);
     const bool has_markers = find(from.groups, 100) != nullptr;
     set_head(db_, from.groups, 5, handle, db_.at(owner).handle);
-    if (!has_markers && !upgrade_entity(db_, from.groups))
+    std::string why;
+    if (!has_markers && !upgrade_entity(db_, from.groups, &why)) {
         incomplete_.add(from);
+        if (incomplete_.count == 1)
+            incomplete_why_ = why;
+    }
     return db_.append(owner, object_class::entity, std::move(from.groups), handle);
 }
 
@@ -301,7 +306,7 @@ bool builder::build(std::vector<std::string>* remarks)
     complete_drawing(db_);
     remark(remarks, double_handles_, " object(s) with the handle of another one got new handles");
     remark(remarks, double_blocks_, " block(s) left out because one of that name stands before");
-    remark(remarks, incomplete_, " entities kept as they are, since they lack groups that their kind needs");
+    remark(remarks, incomplete_, (" old entities kept without markers (" + incomplete_why_ + ")").c_str());
     return true;
 }
 

@@ -110,12 +110,13 @@ group_list downgrader::reduced(const group_list& from) const
     if (!own)
         own = codes_of(type, RECORDS);
     group_list out;
-    bool in_braces = false;
+    bool in_braces = false, in_embedded = false; // an object within the object has codes of its own
     for (const group& each : from) {
         if (each.code == 102)
             in_braces = !db_.text(each.text).starts_with('}');
+        in_embedded = in_embedded || each.code == 101;
         const bool is_extended = each.code >= 1000;
-        if (!is_extended && (in_braces || each.code == 102))
+        if (!is_extended && (in_braces || in_embedded || each.code == 102))
             continue;
         const bool is_known = has_code(COMMON, each.code) || (own && has_code(own, each.code));
         if (is_extended || is_known)

@@ -8,7 +8,7 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
+#include <limits>
 
 namespace host::db
 {
@@ -163,7 +163,8 @@ double degrees_of(double radians)
 {
     const double degrees = product(radians, 0.0, DEGREE_HIGH, DEGREE_LOW);
     // Of the doubles about the quotient take one that leads back, where there is one.
-    for (const double toward : {degrees, INFINITY, -INFINITY}) {
+    constexpr double END = std::numeric_limits<double>::infinity();
+    for (const double toward : {degrees, END, -END}) {
         const double near = std::nextafter(degrees, toward);
         if (radians_of(near) == radians)
             return near;

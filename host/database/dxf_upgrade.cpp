@@ -110,15 +110,9 @@ void set_head(const database& db, group_list& groups, int handle_code, std::uint
         groups.insert(groups.begin() + 1, wanted - size, group());
     else
         groups.erase(groups.begin() + 1, groups.begin() + 1 + static_cast<std::ptrdiff_t>(size - wanted));
-    const group own = handle_group(handle_code, handle), owning = handle_group(330, owner);
-    if (kept.empty()) {
-        groups[1] = owning;
-        groups[2] = own;
-        return;
-    }
-    groups[1] = own;
-    std::copy(kept.begin(), kept.end(), groups.begin() + 2);
-    groups[kept.size() + 2] = owning;
+    groups[1] = handle_group(330, owner);
+    groups[2] = handle_group(handle_code, handle);
+    std::copy(kept.begin(), kept.end(), groups.begin() + 3);
 }
 
 void upgrade_table_head(database& db, dxf_table& table)
@@ -169,15 +163,14 @@ void upgrade_block_end(database& db, group_list& groups)
         give_third_coordinates(groups);
 }
 
-bool upgrade_entity(database& db, group_list& groups)
+bool upgrade_entity(database& db, group_list& groups, std::string* why)
 {
     if (db.text(groups.front().text) == "3DLINE")
         groups.front() = db.text_group(0, "LINE");
     if (is_one_of(db.text(groups.front().text), IN_SPACE))
         give_third_coordinates(groups);
     const group_list before = groups;
-    std::string error;
-    if (complete_entity(db, groups, &error))
+    if (complete_entity(db, groups, why))
         return true;
     groups = before;
     return false;

@@ -6,8 +6,8 @@
 namespace host::db
 {
 
-// Puts the handle and the owner's handle at the head of an object's groups, in the order in which
-// programs see them: 330 before 5, but behind a 102 list where there is one. What stood there is replaced.
+// Puts the owner's handle and the handle at the head of an object's groups: 330 before 5, as programs
+// see them, then the 102 lists. What stood there is replaced.
 // `handle_code` is 5, or 105 for dimension styles.
 void set_head(const database& db, group_list& groups, int handle_code, std::uint64_t handle, std::uint64_t owner);
 
@@ -17,9 +17,9 @@ void upgrade_record(database& db, std::string_view table, group_list& groups);
 void upgrade_block_end(database& db, group_list& groups);
 
 // An entity without subclass markers: old names, the elevation of the oldest files (38), third
-// coordinates, markers and the groups that the kind always has. False when a group that the kind
-// needs is missing: then the object is kept as it is.
-bool upgrade_entity(database& db, group_list& groups);
+// coordinates, markers and the groups that the kind always has. False, with the reason, when the kind is
+// unknown or a group that it needs is missing: then the object is as it was.
+bool upgrade_entity(database& db, group_list& groups, std::string* why);
 
 // "$MODEL_SPACE", as R12 files call it, is "*Model_Space"; the like for paper space. Others as they are.
 std::string modern_block_name(std::string_view name);

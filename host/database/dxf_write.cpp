@@ -115,15 +115,20 @@ void writer::put(const group& each, bool is_raw)
     out_ += '\n';
 }
 
-// The handle stands first in a file, while programs see the owner first.
+// In a file the head is handle, 102 lists, owner; in the store the owner stands first.
 void writer::put_groups(const group_list& groups)
 {
     std::size_t i = 0;
     if (groups.size() > 2 && groups[1].code == 330 && (groups[2].code == 5 || groups[2].code == 105)) {
         put(groups[0]);
         put(groups[2]);
+        bool in_braces = false;
+        for (i = 3; i < groups.size() && (in_braces || groups[i].code == 102); ++i) {
+            if (groups[i].code == 102)
+                in_braces = !db_.text(groups[i].text).starts_with('}');
+            put(groups[i]);
+        }
         put(groups[1]);
-        i = 3;
     }
     for (; i < groups.size(); ++i)
         put(groups[i]);
