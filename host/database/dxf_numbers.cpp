@@ -62,15 +62,38 @@ double product(double high, double low, double factor_high, double factor_low)
     return main + (std::fma(high, factor_high, -main) + (high * factor_low + low * factor_high));
 }
 
-int digit_count(std::string_view text)
+// What the double nearest to a decimal number leaves over of it.
+double rest_of(std::string_view text, double nearest)
 {
-    int count = 0;
-    for (const char c : text) {
-        if (c == 'e' || c == 'E')
-            break;
-        count += is_digit(c);
+    const bool is_negative = text.starts_with('-');
+    std::uint64_t digits = 0;
+    int count = 0, fraction = 0;
+    bool is_plain = true, has_point = false;
+    for (const char c : text.substr(is_negative)) {
+        if (is_digit(c)) {
+            digits = digits * 10 + static_cast<unsigned>(c - '0');
+            fraction += has_point;
+            ++count;
+        } else {
+            has_point = has_point || c == '.';
+            is_plain = is_plain && c == '.';
+        }
     }
-    return count;
+    constexpr int LONGEST = 18; // fits 64 bits
+    if (!is_plain || count > LONGEST) {
+        long double exact = nearest;
+        std::from_chars(text.data(), text.data() + text.size(), exact);
+        return static_cast<double>(exact - static_cast<long double>(nearest));
+    }
+    // digits / power - nearest, the product's own rounding error included.
+    const double power = POWERS[fraction];
+    const double size = is_negative ? -nearest : nearest;
+    const double main = size * power;
+    const auto whole = static_cast<std::int64_t>(digits);
+    const auto upper = static_cast<double>(whole);
+    const auto lower = static_cast<double>(whole - static_cast<std::int64_t>(upper));
+    const double rest = (((upper - main) - std::fma(size, power, -main)) + lower) / power;
+    return is_negative ? -rest : rest;
 }
 
 // Puts the decimal point in that the shortest form leaves out of whole numbers.
@@ -142,18 +165,10 @@ bool read_handle(std::string_view text, std::uint64_t* value)
 
 bool read_angle(std::string_view degrees, double* radians)
 {
-    constexpr int DOUBLE_DIGITS = 17;
     double high = 0.0;
     if (!read_real(degrees, &high))
         return false;
-    double low = 0.0;
-    if (degrees.size() > DOUBLE_DIGITS && digit_count(degrees) > DOUBLE_DIGITS) {
-        const std::string_view text = without_blanks(degrees);
-        long double exact = high;
-        std::from_chars(text.data(), text.data() + text.size(), exact);
-        low = static_cast<double>(exact - static_cast<long double>(high));
-    }
-    *radians = product(high, low, RADIAN_HIGH, RADIAN_LOW);
+    *radians = product(high, rest_of(without_blanks(degrees), high), RADIAN_HIGH, RADIAN_LOW);
     return true;
 }
 
@@ -220,7 +235,7 @@ void append_angle(std::string& out, double radians)
     const double main = radians * DEGREE_HIGH;
     const long double exact = static_cast<long double>(main) +
                               static_cast<long double>(std::fma(radians, DEGREE_HIGH, -main) + radians * DEGREE_LOW);
-    for (const int digits : {18, 19, 20, 21})
+    for (const int digits : {18, 19, 20})
         if (leads_back(std::to_chars(text, text + sizeof text, exact, std::chars_format::general, digits)))
             return;
     append_real(out, degrees);
