@@ -6,6 +6,7 @@
 #include "common/paths.h"
 #include "hostapi/ads.h"
 #include "hostapi/windows.h"
+#include "interchange/polyline_file.h"
 #include "settings/config_directory.h"
 #include "settings/drawing_settings.h"
 #include "settings/file_pick.h"
@@ -47,6 +48,17 @@ void op_beep(op_call& call)
     Beep(static_cast<DWORD>(frequency), static_cast<DWORD>(duration));
 }
 
+// Both take data_dir and lsp_dir from their two texts.
+void op_write_polylines(op_call& call)
+{
+    write_polyline_file(call.args);
+}
+
+void op_read_polylines(op_call& call)
+{
+    read_polyline_file(call.args);
+}
+
 void op_system(op_call& call)
 {
     if (const char* command = next_text(&call.args, nullptr))
@@ -70,8 +82,7 @@ void op_select_of_application(op_call& call)
     select_of_application(call, nullptr);
 }
 
-// The chain is this handler's own until the save is over: a save runs reactors, and these may come back
-// through the dispatcher while the path is still being read.
+// Owns its chain, whose text is the path, until the save is over.
 void op_save_settings(op_call& call)
 {
     const char* path = next_text(&call.args, nullptr);
