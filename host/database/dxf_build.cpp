@@ -92,8 +92,11 @@ void builder::tables()
         }
     }
     if (!db_.table("BLOCK_RECORD")) {
-        group_list groups{db_.text_group(0, "TABLE"), handle_group(330, 0), handle_group(5, 0),
-                          db_.text_group(100, "AcDbSymbolTable"), db_.text_group(2, "BLOCK_RECORD"),
+        group_list groups{db_.text_group(0, "TABLE"),
+                          handle_group(330, 0),
+                          handle_group(5, 0),
+                          db_.text_group(100, "AcDbSymbolTable"),
+                          db_.text_group(2, "BLOCK_RECORD"),
                           int_group(70, 0)};
         db_.append(0, object_class::table, std::move(groups));
     }
@@ -213,7 +216,8 @@ bool builder::continues_sequence(text_id type) const
     if (!open_)
         return false;
     const text_id parent = db_.at(open_).type;
-    return type == seqend_ || (type == vertex_ && parent == polyline_) || (type == attrib_ && parent == insert_);
+    return type == seqend_ || (type == vertex_ && parent == polyline_) ||
+           (type == attrib_ && parent == insert_);
 }
 
 // A POLYLINE, or an INSERT with attributes, whose SEQEND is missing gets one: programs walk up to it.

@@ -59,28 +59,28 @@ constexpr kind_codes RECORDS[] = {
 
 // Sorted, for a search by halves.
 constexpr const char* VARIABLES[] = {
-    "$ACADVER",   "$ANGBASE",   "$ANGDIR",    "$ATTDIA",     "$ATTMODE",   "$ATTREQ",    "$AUNITS",
-    "$AUPREC",    "$AXISMODE",  "$AXISUNIT",  "$BLIPMODE",   "$CECOLOR",   "$CELTYPE",   "$CHAMFERA",
-    "$CHAMFERB",  "$CLAYER",    "$COORDS",    "$DIMALT",     "$DIMALTD",   "$DIMALTF",   "$DIMAPOST",
-    "$DIMASO",    "$DIMASZ",    "$DIMBLK",    "$DIMBLK1",    "$DIMBLK2",   "$DIMCEN",    "$DIMCLRD",
-    "$DIMCLRE",   "$DIMCLRT",   "$DIMDLE",    "$DIMDLI",     "$DIMEXE",    "$DIMEXO",    "$DIMGAP",
-    "$DIMLFAC",   "$DIMLIM",    "$DIMPOST",   "$DIMRND",     "$DIMSAH",    "$DIMSCALE",  "$DIMSE1",
-    "$DIMSE2",    "$DIMSHO",    "$DIMSOXD",   "$DIMSTYLE",   "$DIMTAD",    "$DIMTFAC",   "$DIMTIH",
-    "$DIMTIX",    "$DIMTM",     "$DIMTOFL",   "$DIMTOH",     "$DIMTOL",    "$DIMTP",     "$DIMTSZ",
-    "$DIMTVP",    "$DIMTXT",    "$DIMZIN",    "$DRAGMODE",   "$DWGCODEPAGE", "$ELEVATION", "$EXTMAX",
-    "$EXTMIN",    "$FASTZOOM",  "$FILLETRAD", "$FILLMODE",   "$GRIDMODE",  "$GRIDUNIT",  "$HANDLING",
-    "$HANDSEED",  "$INSBASE",   "$LIMCHECK",  "$LIMMAX",     "$LIMMIN",    "$LTSCALE",   "$LUNITS",
-    "$LUPREC",    "$MAXACTVP",  "$MENU",      "$MIRRTEXT",   "$ORTHOMODE", "$OSMODE",    "$PDMODE",
-    "$PDSIZE",    "$PELEVATION", "$PEXTMAX",  "$PEXTMIN",    "$PLIMCHECK", "$PLIMMAX",   "$PLIMMIN",
-    "$PLINEGEN",  "$PLINEWID",  "$PSLTSCALE", "$PUCSNAME",   "$PUCSORG",   "$PUCSXDIR",  "$PUCSYDIR",
-    "$QTEXTMODE", "$REGENMODE", "$SHADEDGE",  "$SHADEDIF",   "$SKETCHINC", "$SKPOLY",    "$SNAPANG",
-    "$SNAPBASE",  "$SNAPISOPAIR", "$SNAPMODE", "$SNAPSTYLE", "$SNAPUNIT",  "$SPLFRAME",  "$SPLINESEGS",
-    "$SPLINETYPE", "$SURFTAB1", "$SURFTAB2",  "$SURFTYPE",   "$SURFU",     "$SURFV",     "$TDCREATE",
-    "$TDINDWG",   "$TDUPDATE",  "$TDUSRTIMER", "$TEXTSIZE",  "$TEXTSTYLE", "$THICKNESS", "$TILEMODE",
-    "$TRACEWID",  "$TREEDEPTH", "$UCSFOLLOW", "$UCSICON",    "$UCSNAME",   "$UCSORG",    "$UCSXDIR",
-    "$UCSYDIR",   "$UNITMODE",  "$USERI1",    "$USERI2",     "$USERI3",    "$USERI4",    "$USERI5",
-    "$USERR1",    "$USERR2",    "$USERR3",    "$USERR4",     "$USERR5",    "$USRTIMER",  "$VIEWCTR",
-    "$VIEWDIR",   "$VIEWSIZE",  "$VISRETAIN", "$WORLDVIEW",
+    "$ACADVER",    "$ANGBASE",     "$ANGDIR",     "$ATTDIA",    "$ATTMODE",     "$ATTREQ",    "$AUNITS",
+    "$AUPREC",     "$AXISMODE",    "$AXISUNIT",   "$BLIPMODE",  "$CECOLOR",     "$CELTYPE",   "$CHAMFERA",
+    "$CHAMFERB",   "$CLAYER",      "$COORDS",     "$DIMALT",    "$DIMALTD",     "$DIMALTF",   "$DIMAPOST",
+    "$DIMASO",     "$DIMASZ",      "$DIMBLK",     "$DIMBLK1",   "$DIMBLK2",     "$DIMCEN",    "$DIMCLRD",
+    "$DIMCLRE",    "$DIMCLRT",     "$DIMDLE",     "$DIMDLI",    "$DIMEXE",      "$DIMEXO",    "$DIMGAP",
+    "$DIMLFAC",    "$DIMLIM",      "$DIMPOST",    "$DIMRND",    "$DIMSAH",      "$DIMSCALE",  "$DIMSE1",
+    "$DIMSE2",     "$DIMSHO",      "$DIMSOXD",    "$DIMSTYLE",  "$DIMTAD",      "$DIMTFAC",   "$DIMTIH",
+    "$DIMTIX",     "$DIMTM",       "$DIMTOFL",    "$DIMTOH",    "$DIMTOL",      "$DIMTP",     "$DIMTSZ",
+    "$DIMTVP",     "$DIMTXT",      "$DIMZIN",     "$DRAGMODE",  "$DWGCODEPAGE", "$ELEVATION", "$EXTMAX",
+    "$EXTMIN",     "$FASTZOOM",    "$FILLETRAD",  "$FILLMODE",  "$GRIDMODE",    "$GRIDUNIT",  "$HANDLING",
+    "$HANDSEED",   "$INSBASE",     "$LIMCHECK",   "$LIMMAX",    "$LIMMIN",      "$LTSCALE",   "$LUNITS",
+    "$LUPREC",     "$MAXACTVP",    "$MENU",       "$MIRRTEXT",  "$ORTHOMODE",   "$OSMODE",    "$PDMODE",
+    "$PDSIZE",     "$PELEVATION",  "$PEXTMAX",    "$PEXTMIN",   "$PLIMCHECK",   "$PLIMMAX",   "$PLIMMIN",
+    "$PLINEGEN",   "$PLINEWID",    "$PSLTSCALE",  "$PUCSNAME",  "$PUCSORG",     "$PUCSXDIR",  "$PUCSYDIR",
+    "$QTEXTMODE",  "$REGENMODE",   "$SHADEDGE",   "$SHADEDIF",  "$SKETCHINC",   "$SKPOLY",    "$SNAPANG",
+    "$SNAPBASE",   "$SNAPISOPAIR", "$SNAPMODE",   "$SNAPSTYLE", "$SNAPUNIT",    "$SPLFRAME",  "$SPLINESEGS",
+    "$SPLINETYPE", "$SURFTAB1",    "$SURFTAB2",   "$SURFTYPE",  "$SURFU",       "$SURFV",     "$TDCREATE",
+    "$TDINDWG",    "$TDUPDATE",    "$TDUSRTIMER", "$TEXTSIZE",  "$TEXTSTYLE",   "$THICKNESS", "$TILEMODE",
+    "$TRACEWID",   "$TREEDEPTH",   "$UCSFOLLOW",  "$UCSICON",   "$UCSNAME",     "$UCSORG",    "$UCSXDIR",
+    "$UCSYDIR",    "$UNITMODE",    "$USERI1",     "$USERI2",    "$USERI3",      "$USERI4",    "$USERI5",
+    "$USERR1",     "$USERR2",      "$USERR3",     "$USERR4",    "$USERR5",      "$USRTIMER",  "$VIEWCTR",
+    "$VIEWDIR",    "$VIEWSIZE",    "$VISRETAIN",  "$WORLDVIEW",
 };
 
 const char* codes_of(std::string_view type, auto& list)
@@ -91,11 +91,17 @@ const char* codes_of(std::string_view type, auto& list)
     return nullptr;
 }
 
-bool has_code(std::string_view codes, int code) { return codes.find(' ' + std::to_string(code) + ' ') != codes.npos; }
+bool has_code(std::string_view codes, int code)
+{
+    return codes.find(' ' + std::to_string(code) + ' ') != codes.npos;
+}
 
 } // namespace
 
-bool downgrader::has_table(std::string_view name) { return codes_of(name, RECORDS) != nullptr; }
+bool downgrader::has_table(std::string_view name)
+{
+    return codes_of(name, RECORDS) != nullptr;
+}
 
 bool downgrader::has_variable(std::string_view name)
 {
@@ -170,8 +176,8 @@ std::vector<group_list> downgrader::polyline(object_id id)
     group_list head = reduced(from);
     head.front() = db_.text_group(0, "POLYLINE");
     const auto extended = std::find_if(head.begin(), head.end(), [](const group& g) { return g.code >= 1000; });
-    head.insert(extended, {int_group(66, 1), point_group(10, 0, 0, elevation),
-                           int_group(70, int_of(from, 70, 0) & 129)});
+    head.insert(extended,
+                {int_group(66, 1), point_group(10, 0, 0, elevation), int_group(70, int_of(from, 70, 0) & 129)});
     if (width != 0.0)
         head.insert(std::find_if(head.begin(), head.end(), [](const group& g) { return g.code >= 1000; }),
                     {real_group(40, width), real_group(41, width)});

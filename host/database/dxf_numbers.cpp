@@ -35,7 +35,10 @@ std::string_view without_blanks(std::string_view text)
     return text;
 }
 
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
+bool is_digit(char c)
+{
+    return c >= '0' && c <= '9';
+}
 
 bool slow_real(std::string_view text, double* value)
 {
@@ -172,7 +175,10 @@ bool read_angle(std::string_view degrees, double* radians)
     return true;
 }
 
-double radians_of(double degrees) { return product(degrees, 0.0, RADIAN_HIGH, RADIAN_LOW); }
+double radians_of(double degrees)
+{
+    return product(degrees, 0.0, RADIAN_HIGH, RADIAN_LOW);
+}
 
 double degrees_of(double radians)
 {
@@ -233,8 +239,9 @@ void append_angle(std::string& out, double radians)
         if (leads_back(std::to_chars(text, text + sizeof text, degrees, std::chars_format::general, digits)))
             return;
     const double main = radians * DEGREE_HIGH;
-    const long double exact = static_cast<long double>(main) +
-                              static_cast<long double>(std::fma(radians, DEGREE_HIGH, -main) + radians * DEGREE_LOW);
+    const long double exact =
+        static_cast<long double>(main) +
+        static_cast<long double>(std::fma(radians, DEGREE_HIGH, -main) + radians * DEGREE_LOW);
     for (const int digits : {18, 19, 20})
         if (leads_back(std::to_chars(text, text + sizeof text, exact, std::chars_format::general, digits)))
             return;

@@ -69,7 +69,10 @@ private:
     // ---- pairs
     bool advance();
     int code() const { return scanner_.code(); }
-    bool at(int wanted, std::string_view text) const { return code() == wanted && trimmed(scanner_.text()) == text; }
+    bool at(int wanted, std::string_view text) const
+    {
+        return code() == wanted && trimmed(scanner_.text()) == text;
+    }
     bool fail(std::string message) { return scanner_.fail(scanner_.place(), std::move(message)); }
 
     // ---- groups
@@ -425,7 +428,8 @@ bool reader::read()
     }
     while (!at(0, "EOF")) {
         if (!at(0, "SECTION")) {
-            const std::string found = "group " + std::to_string(code()) + " with " + quoted(trimmed(scanner_.text()));
+            const std::string found =
+                "group " + std::to_string(code()) + " with " + quoted(trimmed(scanner_.text()));
             return fail(has_section_ ? "SECTION or EOF was expected, not " + found
                                      : "this is not a DXF file: it starts with " + found);
         }

@@ -24,7 +24,7 @@ constexpr std::string_view BINARY_MARK("AutoCAD Binary DXF\r\n\x1A\0", 22);
 struct code_range {
     int low, high;
 };
-constexpr code_range UNUSED[] = {{103, 104},  {106, 109}, {150, 159}, {180, 209},
+constexpr code_range UNUSED[] = {{103, 104}, {106, 109}, {150, 159},   {180, 209},
                                  {240, 269}, {482, 998}, {1072, 32767}};
 
 // How a value stands in a binary file.
@@ -80,13 +80,17 @@ T little_endian(const char* bytes)
     return value;
 }
 
-bool is_blank(char c) { return c == ' ' || c == '\t'; }
+bool is_blank(char c)
+{
+    return c == ' ' || c == '\t';
+}
 
 } // namespace
 
 group_kind dxf_kind(int code)
 {
-    return code >= 0 && code <= LAST_CODE ? tables().kinds[static_cast<std::size_t>(code)] : group_kind::integer;
+    return code >= 0 && code <= LAST_CODE ? tables().kinds[static_cast<std::size_t>(code)]
+                                          : group_kind::integer;
 }
 
 bool dxf_knows(int code)
@@ -121,7 +125,8 @@ bool dxf_scanner::open()
         is_binary_ = true;
         at_ += BINARY_MARK.size();
         // Both forms start with a text of code 0 (or 999, after FF in the narrow form).
-        wide_codes_ = end_ - at_ >= 2 && static_cast<unsigned char>(at_[0]) != 0xFF && (at_[1] == 0 || at_[0] != 0);
+        wide_codes_ =
+            end_ - at_ >= 2 && static_cast<unsigned char>(at_[0]) != 0xFF && (at_[1] == 0 || at_[0] != 0);
         return true;
     }
     if (bytes.starts_with("AC10") || bytes.starts_with("AC1."))
@@ -134,7 +139,10 @@ bool dxf_scanner::open()
     return true;
 }
 
-bool dxf_scanner::next() { return is_binary_ ? next_binary() : next_ascii(); }
+bool dxf_scanner::next()
+{
+    return is_binary_ ? next_binary() : next_ascii();
+}
 
 bool dxf_scanner::bad_code()
 {
@@ -182,7 +190,10 @@ bool dxf_scanner::next_ascii()
     return true;
 }
 
-bool dxf_scanner::truncated() { return fail(end_ - begin_, "the file ends in the middle of a pair"); }
+bool dxf_scanner::truncated()
+{
+    return fail(end_ - begin_, "the file ends in the middle of a pair");
+}
 
 bool dxf_scanner::binary_code()
 {
@@ -208,7 +219,8 @@ bool dxf_scanner::binary_code()
 
 bool dxf_scanner::text_value()
 {
-    const char* const stop = static_cast<const char*>(std::memchr(at_, 0, static_cast<std::size_t>(end_ - at_)));
+    const char* const stop =
+        static_cast<const char*>(std::memchr(at_, 0, static_cast<std::size_t>(end_ - at_)));
     if (!stop)
         return truncated();
     text_ = std::string_view(at_, static_cast<std::size_t>(stop - at_));

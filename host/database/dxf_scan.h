@@ -19,7 +19,9 @@ class dxf_scanner
 {
 public:
     // `bytes` outlives the scanner.
-    explicit dxf_scanner(std::string_view bytes) : begin_(bytes.data()), at_(begin_), end_(at_ + bytes.size()) {}
+    explicit dxf_scanner(std::string_view bytes) : begin_(bytes.data()), at_(begin_), end_(at_ + bytes.size())
+    {
+    }
 
     // Looks at the first bytes. False when this can't be a DXF file.
     bool open();

@@ -18,17 +18,21 @@ struct marked_table {
 };
 
 constexpr marked_table RECORD_MARKERS[] = {
-    {"LAYER", "AcDbLayerTableRecord"},     {"LTYPE", "AcDbLinetypeTableRecord"},
-    {"STYLE", "AcDbTextStyleTableRecord"}, {"VIEW", "AcDbViewTableRecord"},
-    {"UCS", "AcDbUCSTableRecord"},         {"VPORT", "AcDbViewportTableRecord"},
-    {"APPID", "AcDbRegAppTableRecord"},    {"DIMSTYLE", "AcDbDimStyleTableRecord"},
+    {"LAYER", "AcDbLayerTableRecord"},
+    {"LTYPE", "AcDbLinetypeTableRecord"},
+    {"STYLE", "AcDbTextStyleTableRecord"},
+    {"VIEW", "AcDbViewTableRecord"},
+    {"UCS", "AcDbUCSTableRecord"},
+    {"VPORT", "AcDbViewportTableRecord"},
+    {"APPID", "AcDbRegAppTableRecord"},
+    {"DIMSTYLE", "AcDbDimStyleTableRecord"},
     {"BLOCK_RECORD", "AcDbBlockTableRecord"},
 };
 
 // Entities whose points are places in space, whatever an old file gives of them.
-constexpr const char* IN_SPACE[] = {"LINE",   "POINT",  "CIRCLE",   "ARC",    "TRACE",  "SOLID",    "3DFACE",
-                                    "TEXT",   "SHAPE",  "INSERT",   "ATTRIB", "ATTDEF", "POLYLINE", "VERTEX",
-                                    "SEQEND", "BLOCK",  "VIEWPORT", "DIMENSION"};
+constexpr const char* IN_SPACE[] = {"LINE",     "POINT",  "CIRCLE", "ARC",    "TRACE",    "SOLID",
+                                    "3DFACE",   "TEXT",   "SHAPE",  "INSERT", "ATTRIB",   "ATTDEF",
+                                    "POLYLINE", "VERTEX", "SEQEND", "BLOCK",  "VIEWPORT", "DIMENSION"};
 
 bool is_one_of(std::string_view type, auto& list)
 {
@@ -88,7 +92,8 @@ std::string renamed_space(std::string_view name, char from, char to)
 
 } // namespace
 
-void set_head(const database& db, group_list& groups, int handle_code, std::uint64_t handle, std::uint64_t owner)
+void set_head(const database& db, group_list& groups, int handle_code, std::uint64_t handle,
+              std::uint64_t owner)
 {
     const std::size_t size = head_size(db, groups);
     // Old files may give the handle behind other groups.
@@ -176,8 +181,14 @@ bool upgrade_entity(database& db, group_list& groups, std::string* why)
     return false;
 }
 
-std::string modern_block_name(std::string_view name) { return renamed_space(name, '$', '*'); }
+std::string modern_block_name(std::string_view name)
+{
+    return renamed_space(name, '$', '*');
+}
 
-std::string old_block_name(std::string_view name) { return renamed_space(name, '*', '$'); }
+std::string old_block_name(std::string_view name)
+{
+    return renamed_space(name, '*', '$');
+}
 
 } // namespace host::db

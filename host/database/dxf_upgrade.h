@@ -9,7 +9,8 @@ namespace host::db
 // Puts the owner's handle and the handle at the head of an object's groups: 330 before 5, as programs
 // see them, then the 102 lists. What stood there is replaced.
 // `handle_code` is 5, or 105 for dimension styles.
-void set_head(const database& db, group_list& groups, int handle_code, std::uint64_t handle, std::uint64_t owner);
+void set_head(const database& db, group_list& groups, int handle_code, std::uint64_t handle,
+              std::uint64_t owner);
 
 // A symbol table, a record of one, a BLOCK or ENDBLK without subclass markers gets them.
 void upgrade_table_head(database& db, dxf_table& table);

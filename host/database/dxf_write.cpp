@@ -248,7 +248,10 @@ bool is_space_of_entities(const database& db, object_id record)
     return record == db.model_space() || record == db.paper_space();
 }
 
-bool is_block_end(const database& db, object_id id) { return db.is(id, "BLOCK") || db.is(id, "ENDBLK"); }
+bool is_block_end(const database& db, object_id id)
+{
+    return db.is(id, "BLOCK") || db.is(id, "ENDBLK");
+}
 
 void writer::block(object_id record)
 {
@@ -353,7 +356,8 @@ std::string writer::lost() const
     for (const auto& [kind, count] : down_.lost())
         out += (out.empty() ? "R12 has no place for " : ", ") + std::to_string(count) + ' ' + kind;
     if (bad_numbers_)
-        out += (out.empty() ? "" : "; ") + std::to_string(bad_numbers_) + " values that are no numbers were written as 0.0";
+        out += (out.empty() ? "" : "; ") + std::to_string(bad_numbers_) +
+               " values that are no numbers were written as 0.0";
     return out;
 }
 
@@ -365,7 +369,10 @@ std::string backup_of(const std::string& path)
 
 } // namespace
 
-std::string dxf_text(database& db, dxf_version version) { return writer(db, version).text(); }
+std::string dxf_text(database& db, dxf_version version)
+{
+    return writer(db, version).text();
+}
 
 bool write_dxf(database& db, const std::string& path, dxf_version version, bool keep_backup, dxf_error* error)
 {

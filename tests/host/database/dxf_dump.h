@@ -68,8 +68,8 @@ inline void dump_object(const database& db, object_id id, const std::string& ind
     const object& each = db.at(id);
     if (each.erased)
         return;
-    out += indent + "#" + std::to_string(each.handle) + " of #" + std::to_string(db.at(each.owner).handle) + '\n' +
-           dump(db, each.groups);
+    out += indent + "#" + std::to_string(each.handle) + " of #" + std::to_string(db.at(each.owner).handle) +
+           '\n' + dump(db, each.groups);
     for (object_id child = each.first; child; child = db.at(child).next)
         dump_object(db, child, indent + "  ", out);
 }

@@ -42,9 +42,17 @@ TEST(DxfReal, HasAlwaysADecimalPoint)
     const struct {
         double value;
         const char* text;
-    } cases[] = {{0.0, "0.0"},          {-0.0, "-0.0"},     {1.0, "1.0"},       {-25.0, "-25.0"}, {0.1, "0.1"},
-                 {1e20, "1.0e+20"},     {1e-7, "1.0e-07"},  {1.5e-7, "1.5e-07"}, {1e300, "1.0e+300"},
-                 {5120000.5, "5120000.5"}, {0.30000000000000004, "0.30000000000000004"},
+    } cases[] = {{0.0, "0.0"},
+                 {-0.0, "-0.0"},
+                 {1.0, "1.0"},
+                 {-25.0, "-25.0"},
+                 {0.1, "0.1"},
+                 {1e20, "1.0e+20"},
+                 {1e-7, "1.0e-07"},
+                 {1.5e-7, "1.5e-07"},
+                 {1e300, "1.0e+300"},
+                 {5120000.5, "5120000.5"},
+                 {0.30000000000000004, "0.30000000000000004"},
                  {std::numeric_limits<double>::infinity(), "0.0"},
                  {std::numeric_limits<double>::quiet_NaN(), "0.0"}};
     for (const auto& each : cases)
@@ -82,15 +90,19 @@ TEST(DxfReal, TakesTheFormsThatProgramsWrite)
     const struct {
         const char* text;
         double value;
-    } cases[] = {{"  12.5", 12.5}, {"12.5  ", 12.5}, {"\t7", 7.0},     {"+3.5", 3.5},  {".5", 0.5},
-                 {"5.", 5.0},      {"-.25", -0.25},  {"1E+20", 1e20},  {"1e-400", 0.0}, {"2.5e3", 2500.0},
+    } cases[] = {{"  12.5", 12.5}, {"12.5  ", 12.5},
+                 {"\t7", 7.0},     {"+3.5", 3.5},
+                 {".5", 0.5},      {"5.", 5.0},
+                 {"-.25", -0.25},  {"1E+20", 1e20},
+                 {"1e-400", 0.0},  {"2.5e3", 2500.0},
                  {"-0", -0.0},     {"123456789012345678901234567890", 123456789012345678901234567890.0}};
     for (const auto& each : cases) {
         double value = 99;
         EXPECT_TRUE(read_real(each.text, &value)) << each.text;
         EXPECT_EQ(value, each.value) << each.text;
     }
-    for (const char* text : {"", " ", "abc", "1,5", "1.5x", "--1", "+-1", "nan", "inf", "1e400", "1e", ".", "-", "0x10"}) {
+    for (const char* text :
+         {"", " ", "abc", "1,5", "1.5x", "--1", "+-1", "nan", "inf", "1e400", "1e", ".", "-", "0x10"}) {
         double value = 0;
         EXPECT_FALSE(read_real(text, &value)) << text;
     }
@@ -101,7 +113,12 @@ TEST(DxfInteger, TakesWholeNumbersOnly)
     const struct {
         const char* text;
         std::int64_t value;
-    } cases[] = {{"0", 0}, {"     7", 7}, {"-5 ", -5}, {"+4", 4}, {"3.0", 3}, {"4294967295", 4294967295},
+    } cases[] = {{"0", 0},
+                 {"     7", 7},
+                 {"-5 ", -5},
+                 {"+4", 4},
+                 {"3.0", 3},
+                 {"4294967295", 4294967295},
                  {"-9223372036854775808", std::numeric_limits<std::int64_t>::min()}};
     for (const auto& each : cases) {
         std::int64_t value = 99;
@@ -129,8 +146,8 @@ TEST(DxfHandle, IsHexadecimal)
 
 TEST(DxfAngle, UsualDegreesComeBackAsTheyWere)
 {
-    for (const char* degrees : {"0.0", "90.0", "45.3", "180.0", "359.99999999999994", "12.345678901234", "-30.0",
-                                "0.1", "270.25", "1.0e-07"}) {
+    for (const char* degrees : {"0.0", "90.0", "45.3", "180.0", "359.99999999999994", "12.345678901234",
+                                "-30.0", "0.1", "270.25", "1.0e-07"}) {
         double radians = 0;
         ASSERT_TRUE(read_angle(degrees, &radians));
         EXPECT_EQ(angle_text(radians), degrees);
@@ -171,8 +188,9 @@ struct text_case {
 
 TEST(DxfText, ControlCharactersStandAsCarets)
 {
-    for (const text_case& each : {text_case{"a^Jb", "a\nb"}, text_case{"2^ 3", "2^3"}, text_case{"tab^I", "tab\t"},
-                                  text_case{"plain", "plain"}, text_case{"", ""}}) {
+    for (const text_case& each :
+         {text_case{"a^Jb", "a\nb"}, text_case{"2^ 3", "2^3"}, text_case{"tab^I", "tab\t"},
+          text_case{"plain", "plain"}, text_case{"", ""}}) {
         std::string room, out;
         EXPECT_EQ(stored_text(each.file, false, room), each.stored);
         append_text(out, each.stored, false);
@@ -200,8 +218,9 @@ TEST(DxfText, NewerFilesAreUtf8)
 TEST(DxfText, WhateverIsStoredComesBack)
 {
     std::mt19937 random(99);
-    const char* pieces[] = {"^", " ", "J", "\\U+03A9", "\\U+D83D", "\\U+DE00", "\\U+00e9", "\\", "U+", "\xE9",
-                            "\x80", "\x81", "\n", "\t", "A", "^J", "{", "\x1F"};
+    const char* pieces[] = {"^",        " ",  "J",  "\\U+03A9", "\\U+D83D", "\\U+DE00",
+                            "\\U+00e9", "\\", "U+", "\xE9",     "\x80",     "\x81",
+                            "\n",       "\t", "A",  "^J",       "{",        "\x1F"};
     for (int i = 0; i < 20000; ++i) {
         std::string stored;
         for (unsigned n = random() % 8; n > 0; --n)

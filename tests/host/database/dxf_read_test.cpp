@@ -211,8 +211,8 @@ TEST_F(DxfRead, GroupsStandAsProgramsSeeThem)
     const auto db = parse(sample("r2000.dxf"));
     ASSERT_TRUE(db);
     const group_list& groups = db->at(db->by_handle(0x40)).groups;
-    const int codes[] = {0,  330, 5,  102, 330, 102, 102, 360, 102, 100, 8,    62,   370,  100,  90,   70,   43,  38,
-                         39, 10,  10, 42,  10,  210, 1001, 1000, 1002, 1040, 1071, 1004, 1002, 999};
+    const int codes[] = {0,  330, 5,  102, 330, 102, 102, 360, 102,  100,  8,    62,   370,  100,  90,   70,
+                         43, 38,  39, 10,  10,  42,  10,  210, 1001, 1000, 1002, 1040, 1071, 1004, 1002, 999};
     ASSERT_EQ(groups.size(), std::size(codes));
     for (std::size_t i = 0; i < groups.size(); ++i)
         EXPECT_EQ(groups[i].code, codes[i]) << i;
@@ -229,11 +229,11 @@ TEST_F(DxfRead, PointsAreTakenOnlyWhereTheyAre)
     const group_list& groups = db->at(db->by_handle(0x300)).groups;
     std::string seen;
     for (const group& each : groups)
-        if (each.kind == group_kind::point || (each.code >= 10 && each.code < 60 && each.kind == group_kind::real) ||
-            each.code > 1000)
+        if (each.kind == group_kind::point ||
+            (each.code >= 10 && each.code < 60 && each.kind == group_kind::real) || each.code > 1000)
             seen += std::to_string(each.code) +
                     (each.kind == group_kind::point ? "/" + std::to_string(each.dimensions) : "r") + ' ';
-    EXPECT_EQ(seen, "10r 40r 20r 10/2 11/3 38r 39r 58r 59r 1010/3 1011r ");
+    EXPECT_EQ(seen, "10r 40r 20r 10/2 11/3 110/3 38r 39r 1010/3 1011r 58r 59r ");
     EXPECT_EQ(find(groups, 110)->dimensions, 3);
     EXPECT_EQ(find(groups, 211)->kind, group_kind::real);
     EXPECT_EQ(db->text_of(groups, 150), "odd text");
@@ -264,7 +264,8 @@ TEST_F(DxfRead, Utf8OfNewerFilesIsConverted)
     EXPECT_EQ(db->text_of(db->at(db->by_handle(0x30)).groups, 8), "H\xF6he");
     EXPECT_EQ(db->text_of(db->at(db->by_handle(0x30)).groups, 1),
               "Caf\xE9 \x80 \\U+03A9 \\U+D83D\\U+DE00 \\U+03a9 \\U+00E9");
-    EXPECT_EQ(db->text_of(*db->header_value("$PROJECTNAME"), 1), "Stra\xDF" "e \\U+03A9");
+    EXPECT_EQ(db->text_of(*db->header_value("$PROJECTNAME"), 1), "Stra\xDF"
+                                                                 "e \\U+03A9");
 }
 
 TEST_F(DxfRead, DoubleHandlesAreGivenAnew)
@@ -354,10 +355,12 @@ TEST_F(DxfRead, DamageIsToldByFileAndLine)
         {"0\nSECTION\n2\nTABLES\n0\nTABLE\n70\n1\n0\nENDTAB\n", "x.dxf:5: a table without a name"},
         {"0\nSECTION\n2\nBLOCKS\n0\nLINE\n8\n0\n", "x.dxf:5: BLOCK was expected, not \"LINE\""},
         {"0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n2\nA\n0\nENDSEC\n", "x.dxf:9: a block is not ended by ENDBLK"},
-        {"0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n8\nA\n0\nENDBLK\n0\nENDSEC\n0\nEOF\n", "x.dxf:5: a block without a name"},
+        {"0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n8\nA\n0\nENDBLK\n0\nENDSEC\n0\nEOF\n",
+         "x.dxf:5: a block without a name"},
         {"0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nLINE\n",
          "x.dxf:7: SECTION or EOF was expected, not group 0 with \"LINE\""},
-        {head + "0\nLINE\n5\nFFFFFFFFFFFFFFFF\n0\nENDSEC\n0\nEOF\n", "x.dxf:5: the handle of this object is too large"},
+        {head + "0\nLINE\n5\nFFFFFFFFFFFFFFFF\n0\nENDSEC\n0\nEOF\n",
+         "x.dxf:5: the handle of this object is too large"},
     };
     for (const auto& each : cases)
         EXPECT_EQ(refusal(each.bytes), each.message);
@@ -367,16 +370,21 @@ TEST_F(DxfRead, LinesAreCountedWithAllLineEnds)
 {
     EXPECT_EQ(refusal("0\r\nSECTION\r\n2\r\nENTITIES\r\n0\r\nLINE\r\nx\r\n1\r\n"),
               "x.dxf:7: \"x\" stands where a group code should be");
-    EXPECT_EQ(refusal("0\rSECTION\r2\rENTITIES\r0\rLINE\rx\r1\r"), "x.dxf:7: \"x\" stands where a group code should be");
+    EXPECT_EQ(refusal("0\rSECTION\r2\rENTITIES\r0\rLINE\rx\r1\r"),
+              "x.dxf:7: \"x\" stands where a group code should be");
 }
 
 TEST_F(DxfRead, DamageOfBinaryFilesIsToldByByte)
 {
-    const std::string whole = test::binary_dxf("0\nSECTION\n2\nENTITIES\n0\nPOINT\n10\n1.0\n20\n2.0\n0\nENDSEC\n0\nEOF\n", true);
-    EXPECT_EQ(refusal(whole.substr(0, 22)), "x.dxf: this is not a DXF file: nothing is in it (the place is a byte of the file)");
-    EXPECT_EQ(refusal(whole.substr(0, 30)), "x.dxf:30: the file ends in the middle of a pair (the place is a byte of the file)");
+    const std::string whole =
+        test::binary_dxf("0\nSECTION\n2\nENTITIES\n0\nPOINT\n10\n1.0\n20\n2.0\n0\nENDSEC\n0\nEOF\n", true);
+    EXPECT_EQ(refusal(whole.substr(0, 22)),
+              "x.dxf: this is not a DXF file: nothing is in it (the place is a byte of the file)");
+    EXPECT_EQ(refusal(whole.substr(0, 30)),
+              "x.dxf:30: the file ends in the middle of a pair (the place is a byte of the file)");
     std::string unknown = whole.substr(0, 22 + 10 + 11) + std::string("\xD0\x07", 2);
-    EXPECT_EQ(refusal(unknown), "x.dxf:43: 2000 is no group code of a binary file (the place is a byte of the file)");
+    EXPECT_EQ(refusal(unknown),
+              "x.dxf:43: 2000 is no group code of a binary file (the place is a byte of the file)");
 }
 
 TEST_F(DxfRead, WhatIsNoFileIsRefused)
