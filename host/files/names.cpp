@@ -38,6 +38,22 @@ std::size_t sequence_length(std::string_view text, std::size_t at)
     return length;
 }
 
+// Lower case of the letters of Windows-1252.
+char fold(char c)
+{
+    const auto byte = static_cast<unsigned char>(c);
+    unsigned low = byte;
+    if ((byte >= 'A' && byte <= 'Z') || (byte >= 0xC0 && byte <= 0xDE && byte != 0xD7))
+        low = byte + 0x20u;
+    else if (byte == 0x8A || byte == 0x8C || byte == 0x8E)
+        low = byte + 0x10u;
+    else if (byte == 0x9F)
+        low = 0xFF;
+    return static_cast<char>(low);
+}
+
+} // namespace
+
 bool is_utf8(std::string_view text)
 {
     for (std::size_t at = 0; at < text.size();) {
@@ -57,37 +73,32 @@ void append_utf8(std::string& out, unsigned code)
     } else if (code < 0x800) {
         byte(0xC0 | code >> 6);
         byte(0x80 | (code & 0x3F));
-    } else {
+    } else if (code < 0x10000) {
         byte(0xE0 | code >> 12);
+        byte(0x80 | (code >> 6 & 0x3F));
+        byte(0x80 | (code & 0x3F));
+    } else {
+        byte(0xF0 | code >> 18);
+        byte(0x80 | (code >> 12 & 0x3F));
         byte(0x80 | (code >> 6 & 0x3F));
         byte(0x80 | (code & 0x3F));
     }
 }
 
-// Lower case of the letters of Windows-1252.
-char fold(char c)
-{
-    const auto byte = static_cast<unsigned char>(c);
-    unsigned low = byte;
-    if ((byte >= 'A' && byte <= 'Z') || (byte >= 0xC0 && byte <= 0xDE && byte != 0xD7))
-        low = byte + 0x20u;
-    else if (byte == 0x8A || byte == 0x8C || byte == 0x8E)
-        low = byte + 0x10u;
-    else if (byte == 0x9F)
-        low = 0xFF;
-    return static_cast<char>(low);
-}
-
-} // namespace
-
 bool escape_at(std::string_view text, std::size_t at)
 {
-    if (text.substr(at, 3) != "\\U+" || at + 7 > text.size())
+    if (at + 7 > text.size() || text.substr(at, 3) != "\\U+")
         return false;
     for (std::size_t i = at + 3; i < at + 7; i++)
         if (!is_hex(text[i]))
             return false;
     return true;
+}
+
+// The 16 bits of the escape at `at`.
+static unsigned escaped_unit(const std::string& text, std::size_t at)
+{
+    return static_cast<unsigned>(std::stoul(text.substr(at + 3, 4), nullptr, 16));
 }
 
 std::string program_name(std::string_view name)
@@ -103,8 +114,16 @@ std::string disk_name(std::string_view name)
     const std::string held = program_name(name);
     for (std::size_t at = 0; at < held.size();) {
         if (escape_at(held, at)) {
-            append_utf8(out, static_cast<unsigned>(std::stoul(held.substr(at + 3, 4), nullptr, 16)));
+            unsigned code = escaped_unit(held, at);
             at += 7;
+            // Four digits hold no more than half of a character beyond the first plane.
+            const unsigned low =
+                code >= 0xD800 && code < 0xDC00 && escape_at(held, at) ? escaped_unit(held, at) : 0;
+            if (low >= 0xDC00 && low < 0xE000) {
+                code = 0x10000 + ((code - 0xD800) << 10) + (low - 0xDC00);
+                at += 7;
+            }
+            append_utf8(out, code);
         } else {
             out += utf8_of(std::string_view(held).substr(at, 1));
             at++;

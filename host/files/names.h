@@ -18,6 +18,9 @@ std::string folded_name(std::string_view program_name);
 // DOS wild cards (* and ?) over folded names. "*.*" fits every name.
 bool fits_pattern(std::string_view folded, std::string_view folded_pattern);
 
+bool is_utf8(std::string_view text);
+void append_utf8(std::string& out, unsigned code_point);
+
 // Whether a \U+XXXX begins at `at`: its backslash is no separator.
 bool escape_at(std::string_view text, std::size_t at);
 // Where the last separator stands, npos when there is none; the colon of a drive letter counts.

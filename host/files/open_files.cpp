@@ -66,7 +66,7 @@ struct open_list {
         while (!files.empty()) {
             const std::string path = files.front()->target.target;
             if (file_close(files.front()) != 0)
-                host::complain(path + ": can't be written");
+                host::complain(host::program_path(path) + ": can't be written");
         }
     }
 };

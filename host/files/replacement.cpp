@@ -226,7 +226,7 @@ bool replace_file(const std::string& path, std::string_view bytes, const std::st
         }
     }
     if (!done && error)
-        *error = path + ": " + std::strerror(errno);
+        *error = program_path(path) + ": " + std::strerror(errno);
     return done;
 }
 
