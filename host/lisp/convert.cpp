@@ -224,8 +224,8 @@ struct flat_points {
     const char* type;
     int first, last;
 };
-constexpr flat_points FLAT[] = {{"LWPOLYLINE", 10, 10}, {"VPORT", 10, 15},   {"VIEW", 10, 10},
-                                {"VIEWPORT", 12, 15},   {"HATCH", 11, 18}};
+constexpr flat_points FLAT[] = {
+    {"LWPOLYLINE", 10, 10}, {"VPORT", 10, 15}, {"VIEW", 10, 10}, {"VIEWPORT", 12, 15}, {"HATCH", 11, 18}};
 
 const flat_points* flat_points_of(const resbuf* list)
 {
@@ -325,6 +325,11 @@ value value_of_plain(interpreter& l, const resbuf* list)
         return value_of_node(l, *list);
     }
     return plain_items(l, &at);
+}
+
+value list_of_plain(interpreter& l, const resbuf* list)
+{
+    return plain_items(l, &list);
 }
 
 resbuf* groups_of(interpreter& l, const value& list)

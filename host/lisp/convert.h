@@ -18,6 +18,8 @@ resbuf* plain_of(const value& v);
 resbuf* plain_arguments(arguments a);
 // One value, or a list when there are several; nil for none.
 value value_of_plain(interpreter& l, const resbuf* list);
+// Always a list, of all values.
+value list_of_plain(interpreter& l, const resbuf* list);
 value value_of_node(interpreter& l, const resbuf& node);
 
 // Group lists of drawing objects: ((0 . "LINE") (10 1.0 2.0 3.0) (-3 ("APP" (1070 . 1)))).

@@ -167,7 +167,8 @@ value interpreter::eval_call(const value& form)
             function = value::external(head.as_symbol());
         }
     } else if (head.is_cell()) {
-        function = head.car().is(kind::symbol) && head.car().as_symbol() == lambda_ ? callable(head) : eval(head);
+        function =
+            head.car().is(kind::symbol) && head.car().as_symbol() == lambda_ ? callable(head) : eval(head);
         if (function.is(kind::special))
             return function.as_special()->run(*this, held.cdr());
     } else {
@@ -353,6 +354,7 @@ void interpreter::unbind_to(std::size_t mark)
 
 void interpreter::poll()
 {
+    throw_kept_stop();
     if (break_requested()) {
         clear_break();
         fail("Function cancelled", failure::stopped);

@@ -120,7 +120,8 @@ value find_file(interpreter&, arguments a)
 value file_dialog(interpreter& l, arguments a)
 {
     resbuf result{};
-    const int status = acedGetFileD(a.text(0).c_str(), a.text(1).c_str(), a.text(2).c_str(), a.integer(3), &result);
+    const int status =
+        acedGetFileD(a.text(0).c_str(), a.text(1).c_str(), a.text(2).c_str(), a.integer(3), &result);
     l.throw_kept_stop();
     l.poll();
     if (status != RTNORM)
@@ -133,9 +134,12 @@ value file_dialog(interpreter& l, arguments a)
 }
 
 constexpr builtin TABLE[] = {
-    {"open", open, 2, 3, "ss."},           {"close", close, 1, 1, "f"},
-    {"read-line", read_line, 0, 1, "F"},   {"read-char", read_char, 0, 1, "F"},
-    {"findfile", find_file, 1, 1, "s"},    {"findtrustedfile", find_file, 1, 1, "s"},
+    {"open", open, 2, 3, "ss."},
+    {"close", close, 1, 1, "f"},
+    {"read-line", read_line, 0, 1, "F"},
+    {"read-char", read_char, 0, 1, "F"},
+    {"findfile", find_file, 1, 1, "s"},
+    {"findtrustedfile", find_file, 1, 1, "s"},
     {"getfiled", file_dialog, 4, 4, "sssi"},
 };
 

@@ -195,6 +195,8 @@ outcome interpreter::run(const std::function<value()>& work)
 {
     const std::size_t mark = bindings_.size();
     const std::string* const source = source_;
+    if (!frame_)
+        kept_stop_.reset();
     outcome result;
     const auto put_back = [&] {
         unbind_to(mark);
@@ -212,6 +214,8 @@ outcome interpreter::run(const std::function<value()>& work)
         result = conclude(e);
     }
     put_back();
+    if (result.how == ending::stopped && frame_ && !catching)
+        keep_stop({failure::stopped, "Function cancelled", {}, {}});
     return result;
 }
 

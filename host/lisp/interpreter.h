@@ -163,9 +163,9 @@ public:
 
     // ---- what families of built-ins keep
     std::vector<std::unique_ptr<dialog_record>> dialogs; // the innermost last
-    value gripped[2] = {value::nil(), value::nil()};      // sssetfirst
-    std::string typed_ahead;                              // rest of a line for read-char
-    bool catching = false;                                // in the body of an *error* function
+    value gripped[2] = {value::nil(), value::nil()};     // sssetfirst
+    std::string typed_ahead;                             // rest of a line for read-char
+    bool catching = false;                               // in the body of an *error* function
 
     // The call at hand and those around it, on the stack of this thread.
     struct call_frame {

@@ -83,10 +83,10 @@ value alert(interpreter&, arguments a)
 }
 
 constexpr builtin TABLE[] = {
-    {"princ", princ, 0, 2, ".F"},       {"prin1", prin1, 0, 2, ".F"},
-    {"print", print, 0, 2, ".F"},       {"terpri", new_line, 0, 0, ""},
+    {"princ", princ, 0, 2, ".F"},           {"prin1", prin1, 0, 2, ".F"},
+    {"print", print, 0, 2, ".F"},           {"terpri", new_line, 0, 0, ""},
     {"write-line", write_line, 1, 2, "sF"}, {"write-char", write_char, 1, 2, "iF"},
-    {"prompt", prompt, 1, 1, "s"},      {"alert", alert, 1, 1, "s"},
+    {"prompt", prompt, 1, 1, "s"},          {"alert", alert, 1, 1, "s"},
 };
 
 } // namespace

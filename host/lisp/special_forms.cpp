@@ -119,7 +119,7 @@ value repeat(interpreter& l, const value& forms)
     return last;
 }
 
-value foreach(interpreter& l, const value& forms)
+value foreach (interpreter& l, const value& forms)
 {
     expect(l, forms, 2, -1);
     symbol* s = symbol_in(l, forms.car());
@@ -168,11 +168,10 @@ value function(interpreter& l, const value& forms)
 }
 
 constexpr special_form FORMS[] = {
-    {"quote", quote, 'r'},       {"setq", setq, 's'},         {"if", if_form, 'q'},
-    {"progn", progn, 'q'},       {"cond", cond, 'r'},         {"and", and_form, 'q'},
-    {"or", or_form, 'q'},        {"while", while_form, 'q'},  {"repeat", repeat, 'q'},
-    {"foreach", foreach, 's'},   {"defun", defun, 'r'},       {"defun-q", defun_q, 'r'},
-    {"lambda", lambda, 'r'},     {"function", function, 'r'},
+    {"quote", quote, 'r'},   {"setq", setq, 's'},         {"if", if_form, 'q'},  {"progn", progn, 'q'},
+    {"cond", cond, 'r'},     {"and", and_form, 'q'},      {"or", or_form, 'q'},  {"while", while_form, 'q'},
+    {"repeat", repeat, 'q'}, {"foreach", foreach, 's'},   {"defun", defun, 'r'}, {"defun-q", defun_q, 'r'},
+    {"lambda", lambda, 'r'}, {"function", function, 'r'},
 };
 
 } // namespace

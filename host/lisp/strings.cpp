@@ -145,20 +145,13 @@ value matches(interpreter& l, arguments a)
 }
 
 constexpr builtin TABLE[] = {
-    {"strcat", concatenate, 0, -1, "s"},
-    {"strlen", length, 0, -1, "s"},
-    {"strcase", change_case, 1, 2, "s."},
-    {"substr", part, 2, 3, "si"},
-    {"ascii", code_of, 1, 1, "s"},
-    {"chr", character, 1, 1, "i"},
-    {"atof", to_real, 1, 1, "s"},
-    {"atoi", to_integer, 1, 1, "s"},
-    {"itoa", integer_text, 1, 1, "i"},
-    {"rtos", length_text, 1, 3, "ni"},
-    {"angtos", angle_text, 1, 3, "ni"},
-    {"distof", length_of_text, 1, 2, "si"},
-    {"angtof", angle_of_text, 1, 2, "si"},
-    {"wcmatch", matches, 2, 2, "s"},
+    {"strcat", concatenate, 0, -1, "s"},   {"strlen", length, 0, -1, "s"},
+    {"strcase", change_case, 1, 2, "s."},  {"substr", part, 2, 3, "si"},
+    {"ascii", code_of, 1, 1, "s"},         {"chr", character, 1, 1, "i"},
+    {"atof", to_real, 1, 1, "s"},          {"atoi", to_integer, 1, 1, "s"},
+    {"itoa", integer_text, 1, 1, "i"},     {"rtos", length_text, 1, 3, "ni"},
+    {"angtos", angle_text, 1, 3, "ni"},    {"distof", length_of_text, 1, 2, "si"},
+    {"angtof", angle_of_text, 1, 2, "si"}, {"wcmatch", matches, 2, 2, "s"},
 };
 
 } // namespace
