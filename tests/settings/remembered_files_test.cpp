@@ -72,6 +72,16 @@ TEST(RememberedDirectory, IsThatOfTheFirstLineThatEndsInTheExtension)
     }
 }
 
+TEST(RememberedDirectory, IsFoundInTheSampleFile)
+{
+    job session;
+    write_text(session.settings, read_text(ZENT_SOURCE_DIR "/tests/settings/site.ini"));
+    EXPECT_EQ(remembered("pln"), "C:\\JOBS\\");
+    EXPECT_EQ(remembered("cl"), "C:\\ROADS\\");
+    EXPECT_EQ(remembered("000000"), "1"); // a number is a bare name whose ending is .000000
+    EXPECT_EQ(remembered("txt"), "");
+}
+
 TEST(RememberedDirectory, LinesAreReadInPiecesOf121Characters)
 {
     job session;
