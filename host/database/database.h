@@ -237,7 +237,7 @@ void complete_drawing(database& db);
 // Puts a database that was read into its document in place of the one there, whose listeners and parts go.
 void replace_database(document& doc, std::unique_ptr<database> with);
 
-// ---- entity names
+// ---- entity names: the object's index and the number of the drawing
 void make_name(const database& db, object_id id, std::int32_t* name);
 object_id id_of_name(const database& db, const std::int32_t* name); // 0: not one of this drawing
 

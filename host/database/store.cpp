@@ -339,15 +339,15 @@ void replace_database(document& doc, std::unique_ptr<database> with)
 
 void make_name(const database& db, object_id id, std::int32_t* name)
 {
-    name[0] = id ? db.number() : 0;
-    name[1] = static_cast<std::int32_t>(id);
+    name[0] = static_cast<std::int32_t>(id);
+    name[1] = id ? db.number() : 0;
 }
 
 object_id id_of_name(const database& db, const std::int32_t* name)
 {
-    if (!name || name[0] != db.number() || name[1] <= 0)
+    if (!name || name[1] != db.number() || name[0] <= 0)
         return 0;
-    const object_id id = static_cast<object_id>(name[1]);
+    const object_id id = static_cast<object_id>(name[0]);
     return db.valid(id) ? id : 0;
 }
 

@@ -161,11 +161,11 @@ TEST_F(Store, NamesLeadBackAndForeignNamesToNothing)
     std::int32_t name[2];
     make_name(db, a, name);
     EXPECT_EQ(id_of_name(db, name), a);
-    name[0] = 8;
+    name[1] = 8;
     EXPECT_EQ(id_of_name(db, name), 0u);
-    name[0] = 7;
+    name[1] = 7;
     for (const std::int32_t wrong : {0, -1, 1'000'000}) {
-        name[1] = wrong;
+        name[0] = wrong;
         EXPECT_EQ(id_of_name(db, name), 0u) << wrong;
     }
     EXPECT_EQ(id_of_name(db, nullptr), 0u);
