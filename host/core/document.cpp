@@ -3,9 +3,6 @@
 
 #include <algorithm>
 
-#include "host/core/console.h"
-#include "host/core/reactors.h"
-
 namespace host
 {
 
@@ -56,10 +53,7 @@ document& open_document()
 
 void make_current(document& doc)
 {
-    if (open_ones().current == &doc)
-        return;
     open_ones().current = &doc;
-    tell_document_current();
 }
 
 void close_document(document& doc)
@@ -73,8 +67,6 @@ void close_document(document& doc)
     list.all.erase(place);
     if (list.current == &doc)
         list.current = list.all.empty() ? nullptr : list.all.back().get();
-    if (list.current)
-        tell_document_current();
 }
 
 void close_all_documents()

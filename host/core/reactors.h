@@ -14,7 +14,6 @@ enum class lisp_event { will_start, ended, cancelled };
 void tell_command(command_event event, std::string_view name);
 void tell_lisp(lisp_event event, std::string_view first_line = {});
 void tell_saved(AcDbDatabase* database, std::string_view name);
-void tell_document_current();
 
 // A command that a module registered, or null. Flags as in hostapi/editor.h.
 struct module_command {

@@ -93,6 +93,9 @@ struct object {
     group_list groups; // group 0 first; extended data (1000 ...) at the end
 };
 
+// What happened to an object. `modified` is told when somebody asks to change it, before the groups are
+// other: a listener notes the object and looks at it when it is next asked itself. Undo and redo tell the
+// same kinds.
 enum class change_kind { added, modified, erased, restored };
 struct change_listener {
     virtual ~change_listener() = default;
@@ -128,8 +131,10 @@ public:
     bool is(object_id id, std::string_view type) const { return type_of(id) == type; }
     std::uint64_t next_handle() const { return next_handle_; }
 
-    // ---- changing. `append` puts the object behind the owner's last child (owner 0: nowhere) and
-    // gives it a handle when it has none; group 5 and 330 are put in by the caller's completion.
+    // ---- changing. `append` puts the object behind the owner's last child, but before the ENDBLK or
+    // SEQEND that ends the sequence (owner 0: nowhere), and gives it a handle when it has none. Group 5
+    // (or 105) and the owner's 330 are put in by the caller's completion; where their value is 0 the
+    // handles of the object and its owner are filled in.
     object_id append(object_id owner, object_class family, group_list groups, std::uint64_t handle = 0);
     // The object's groups, to be changed in place. The reference holds until the next append.
     group_list& modify(object_id id);
@@ -145,6 +150,10 @@ public:
     object_id current_space() const; // by TILEMODE and CVPORT
     object_id layout_space() const;  // paper space in a layout, else model space
 
+    object_id root_dictionary() const { return root_dictionary_; } // of named objects; 0: none
+    // CVPORT in a layout (TILEMODE 0): 1 is paper space itself, more a viewport onto the model.
+    int layout_viewport = 1;
+
     // ---- header variables, "$ACADVER" and its like with their groups, in the file's order
     std::vector<std::pair<std::string, group_list>> header;
     const group_list* header_value(std::string_view name) const;
@@ -154,7 +163,8 @@ public:
     std::vector<raw_section> raw_sections; // THUMBNAILIMAGE and sections unknown here
     std::vector<std::string> comments;     // 999 lines before the first section
 
-    // ---- undo
+    // ---- undo. A step is what changed since a boundary; steps without a change don't count. What
+    // changes in an empty database (before the first boundary, mark or undo_enable) is not kept.
     void undo_mark(bool group_start); // a mark; or the start of a group that goes as one
     void undo_group_end();
     bool undo_back(); // one step or group; false: nothing to undo
@@ -172,28 +182,62 @@ public:
     document& owner() { return owner_; }
     int number() const; // of the document
 
+    // What other files of this folder keep for a database, made from it when first asked for.
+    template <class T>
+    T& part()
+    {
+        static const char key = 0;
+        std::shared_ptr<void>& slot = parts_[&key];
+        if (!slot)
+            slot = std::make_shared<T>(*this);
+        return *static_cast<T*>(slot.get());
+    }
+
 private:
     struct journal;
+    friend struct journal;
+    object_id take_place(object_id owner, object_id id);
+    void fill_handles(object& made);
+    void index_record(object_id id) const;
+    void unindex_record(object_id id, text_id name) const;
+    std::string record_key(const object& record, text_id name) const;
+    text_id record_name(const object& record) const;
+    void settle_renamed() const;
+    void note_rename(object_id id);
+    void restore_groups(object_id id, group_list& groups);
+    void put_erased(object_id id, bool erased);
+    void tell(object_id id, change_kind kind);
+
     document& owner_;
     std::deque<object> objects_;
     std::unordered_map<std::uint64_t, object_id> handles_;
     std::deque<std::string> texts_;
     std::unordered_map<std::string_view, text_id> text_ids_;
-    mutable std::unordered_map<std::string, object_id> tables_;
-    std::unordered_map<std::string, object_id> records_; // TABLE\nNAME, upper case
+    std::unordered_map<std::string, object_id> tables_;
+    mutable std::unordered_map<std::string, object_id> records_; // TABLE\nNAME, upper case
+    // Records that were given out for change lately, with the names under which records_ has them.
+    mutable std::vector<std::pair<object_id, text_id>> renamed_;
+    object_id root_dictionary_ = 0;
+    text_id endblk_ = 0, seqend_ = 0;
     std::vector<change_listener*> listeners_;
     std::unique_ptr<journal> journal_;
     std::uint64_t next_handle_ = 1;
     bool modified_ = false;
+    std::map<const void*, std::shared_ptr<void>> parts_; // the last member: parts may look at the rest
 };
 
 // The database of a document, made with the tables and records of a new drawing.
 database& database_of(document& doc);
 database& current_database();
-// Empties it of all, tables included (before a file is read into it).
+// One with nothing in it, not even tables (a file is read into it). It keeps no undo until the first
+// command boundary, mark or undo_enable.
 std::unique_ptr<database> empty_database(document& owner);
+// Makes the tables, records, dictionaries and header variables of a new drawing, as far as they are missing.
+void complete_drawing(database& db);
+// Puts a database that was read into its document in place of the one there, whose listeners and parts go.
+void replace_database(document& doc, std::unique_ptr<database> with);
 
-// ---- entity names
+// ---- entity names: the object's index and the number of the drawing
 void make_name(const database& db, object_id id, std::int32_t* name);
 object_id id_of_name(const database& db, const std::int32_t* name); // 0: not one of this drawing
 

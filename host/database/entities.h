@@ -12,16 +12,35 @@ namespace host::db
 
 // Brings a list that a program or an old file gives into the stored form: subclass markers in their
 // places, defaults for groups that every object of the kind has, layer 0 when none is named. Groups
-// that the kind doesn't know stay. False when a group that the kind needs is missing; `error` says which.
+// that the kind doesn't know stay. False, with the list as it was, when a group that the kind needs is
+// missing or the kind is not known and the list has no markers; `error` says which. Handle and owner are 0
+// when there were none; 67 and 410 stay if given.
 bool complete_entity(database& db, group_list& groups, std::string* error);
 
-// Group list as acdbEntGet gives it, -1 first. `applications`: names with wild cards for -3.
+// Group list as acdbEntGet gives it, -1 first. `applications`: names with wild cards for -3. What follows
+// from an object's place is put in here and isn't stored: 67 and 410, and -2 of BLOCK and SEQEND.
 resbuf* entity_list(const database& db, object_id id, const resbuf* applications);
 // A program's list as groups (the -1, -2 and 5 groups left out). False on a value of a wrong type.
 bool groups_of_list(database& db, const resbuf* list, group_list& groups, std::string* error);
 
-// Appends to the current space, completing the list; 0 and `error` when it can't be.
+// Appends to the space that 67 or 410 name, else to the current space, completing the list and making
+// what it refers to; 0 and `error` when it can't be. Handle, owner and groups in braces of the list don't
+// count.
 object_id make_entity(database& db, group_list groups, std::string* error);
+// The same with what it owns: the lists of its VERTEX or ATTRIB objects. SEQEND is added.
+object_id make_sequence(database& db, group_list groups, std::vector<group_list> children, std::string* error);
+// Appends a list to a given owner (block record, POLYLINE, INSERT).
+object_id append_entity(database& db, object_id owner, group_list groups, std::string* error);
+// Puts a program's list in place of an entity's or a record's groups, as acdbEntMod does.
+bool change_entity(database& db, object_id id, group_list groups, std::string* error);
+
+// Erased, or part of something erased.
+bool is_erased(const database& db, object_id id);
+// Space in which an entity stands or whose block holds it: the block record. 0 for other objects.
+object_id block_of(const database& db, object_id id);
+bool is_space(const database& db, object_id block_record); // model space or a layout's
+// Name of a space's layout; empty for other block records.
+std::string_view layout_name(const database& db, object_id block_record);
 
 // Layer, linetype and other records that an entity names and the drawing lacks are made.
 void ensure_references(database& db, const group_list& groups);
@@ -41,6 +60,8 @@ object_id next_child(const database& db, object_id child);
 
 // Whether an object fits a selection filter (as acedSSGet takes it): -4 operators, relational tests,
 // wild cards, -3 with application names.
+// A filter that isn't well formed matches nothing.
 bool matches(const database& db, object_id id, const resbuf* filter);
+bool is_valid_filter(const resbuf* filter);
 
 } // namespace host::db

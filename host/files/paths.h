@@ -1,4 +1,7 @@
 // paths.h: path forms of the product's programs on this file system, and safe writing.
+//
+// Paths of programs are Windows-1252, those of this file system UTF-8; what already is a path of this
+// file system may be given wherever a program's path may.
 #pragma once
 
 #include <optional>
@@ -17,8 +20,13 @@ std::optional<std::string> existing_path(std::string_view path);
 // The file for a drawing's name: NAME.DWG stands for NAME.dxf where only that is there, or where
 // neither is there (a new one is written as DXF). No extension: as with .dwg.
 std::string drawing_path(std::string_view path);
-// Looks a file up as programs expect: as named, in the drawing's directory, in the current one, in
-// the product's directories. Empty when it is nowhere.
+// What files.h opens: a name that ends in .dwg goes by drawing_path, any other by real_path.
+std::string file_path(std::string_view path);
+// A path of this file system as programs hold it: Windows-1252, other characters as \U+XXXX.
+std::string program_path(std::string_view real);
+// Looks a file (not a directory) up as programs expect: as named when the name has a root or begins at
+// "." or ".."; else in the drawing's directory, in the current one, in the product's directories. An
+// absolute path of this file system; empty when it is nowhere.
 std::optional<std::string> find_file(std::string_view name);
 // Directory of `path` with its separator; the name behind it.
 std::string directory_of(std::string_view path);

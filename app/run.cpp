@@ -1,0 +1,93 @@
+#include "app/run.h"
+
+#include "app/setup.h"
+#include "host/commandline/commands.h"
+#include "host/core/console.h"
+#include "host/core/document.h"
+#include "host/core/module.h"
+#include "host/core/text.h"
+#include "host/core/trace.h"
+#include "host/files/paths.h"
+#include "host/lisp/api.h"
+
+namespace app
+{
+
+namespace
+{
+
+int failed(const std::string& why)
+{
+    host::complain(why);
+    return status_failed;
+}
+
+// Everything that has to be open before the first step.
+int prepare(const run_request& request)
+{
+    if (!request.trace.empty() && !host::trace_to(request.trace))
+        return failed("cannot write " + request.trace);
+    if (!host::answers_from_file(request.answers))
+        return failed("cannot read " + request.answers);
+    host::open_document();
+    if (!request.drawing.empty()) {
+        std::string error;
+        if (!host::commandline::open_drawing(host::current_document(),
+                                             host::cp1252_with_escapes(request.drawing), &error))
+            return failed(error);
+    }
+    if (request.with_module && (!load_product_module() || !load_product_commands()))
+        return status_failed;
+    return status_done;
+}
+
+int run_step(const step& s)
+{
+    using host::lisp::ending;
+    host::document& doc = host::current_document();
+    host::lisp::outcome result;
+    if (s.is_program) {
+        const std::string path = host::real_path(host::cp1252_with_escapes(s.text));
+        result = host::lisp::load_program(doc, path);
+    } else {
+        result = host::lisp::evaluate_typed(doc, host::cp1252_with_escapes(s.text));
+        if (result.how == ending::done)
+            host::history_line(result.printed);
+    }
+    if (host::answers_ended()) {
+        host::complain("the answers ran out at the prompt: " + host::answers_ended_at());
+        return status_no_answers;
+    }
+    return result.how == ending::error ? status_failed : status_done;
+}
+
+int finish(const run_request& request, int status)
+{
+    if (!request.output.empty() && status == status_done) {
+        std::string error;
+        if (!host::commandline::save_drawing(host::current_document(),
+                                             host::cp1252_with_escapes(request.output), &error))
+            status = failed(error);
+    } else if (!request.output.empty()) {
+        host::complain("not saved because of the failure: " + request.output);
+    }
+    return status == status_done && host::file_failed() ? status_failed : status;
+}
+
+} // namespace
+
+int run(const run_request& request)
+{
+    int status = prepare(request);
+    for (std::size_t i = 0; i < request.steps.size() && status == status_done; ++i)
+        status = run_step(request.steps[i]);
+    if (host::has_document())
+        status = finish(request, status);
+    host::unload_all_modules();
+    host::close_all_documents();
+    host::trace_to({});
+    host::flush_history();
+    return status;
+}
+
+} // namespace app

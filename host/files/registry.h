@@ -1,0 +1,59 @@
+// registry.h: the registry of the platform that the module was laid out for, kept as a text file in the
+// form that registry editors export.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "hostapi/windows.h"
+
+namespace host
+{
+
+constexpr DWORD REG_NONE = 0;
+constexpr DWORD REG_MULTI_SZ = 7;
+
+struct registry_value {
+    std::string name; // UTF-8; empty: the key's default value
+    DWORD type = REG_SZ;
+    // Texts (REG_SZ, REG_EXPAND_SZ, REG_MULTI_SZ) in UTF-8, the lines of a REG_MULTI_SZ each with a
+    // terminator; other types their bytes, REG_DWORD four with the lowest first.
+    std::string data;
+};
+
+struct registry_key {
+    std::string name; // UTF-8; of the root: empty
+    // Both in the order of the file.
+    std::vector<registry_value> values;
+    std::vector<std::shared_ptr<registry_key>> keys;
+
+    // Names are compared without regard to case. Null when there is none.
+    const registry_value* value(std::string_view value_name) const;
+    void set(registry_value value);
+    void remove_value(std::string_view value_name);
+    // `path`: components parted by '\'.
+    std::shared_ptr<registry_key> find(std::string_view path) const;
+    std::shared_ptr<registry_key> make(std::string_view path);
+    void remove(std::string_view path);
+
+private:
+    std::unordered_map<std::string, std::size_t> value_places_, key_places_; // by folded name
+};
+
+// Reads the text form: UTF-8, UTF-16 with its mark, or Windows-1252. `file` stands in the complaints about
+// damaged lines, which are passed over.
+std::shared_ptr<registry_key> parse_registry(std::string_view bytes, const std::string& file);
+std::string registry_text(const registry_key& root);
+
+// The registry of this run: run_settings().registry, else zentrik/registry.reg in the user's configuration
+// directory. Read when it is first asked for and again when the file has changed; a missing file is an
+// empty registry. The root's keys are HKEY_LOCAL_MACHINE and so on.
+std::shared_ptr<registry_key> run_registry();
+std::string registry_file();
+// Sets a value (`path` from HKEY_... on) and writes the file whole. False with `error` when that fails.
+bool set_registry_value(std::string_view path, registry_value value, std::string* error);
+
+} // namespace host

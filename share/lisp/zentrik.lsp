@@ -1,0 +1,17 @@
+; zentrik.lsp: what each drawing starts with: the product's directories and a command for each tool.
+; The host sets *zentrik-share* to the directory of the product's files, with its separator.
+
+; Sets a variable that has no value yet.
+(defun zt:standard (name value)
+  (if (null (eval name)) (set name value))
+  (eval name))
+
+(zt:standard 'lspdir$ (strcat *zentrik-share* "dialogs/"))
+(zt:standard 'psname (strcat *zentrik-share* "symbols/"))
+; A job's files lie beside its drawing until a program says otherwise.
+(zt:standard 'usrdir$ (getvar "DWGPREFIX"))
+(zt:standard 'tmpdir$ (getvar "DWGPREFIX"))
+
+; ---- polyline files ----------------------------------------------------------------------------
+(defun c:plwrite () (cf:zentutil usrdir$ 15 tmpdir$ lspdir$) (princ))
+(defun c:plread () (cf:zentutil usrdir$ 27 tmpdir$ lspdir$) (princ))

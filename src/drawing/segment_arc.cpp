@@ -1,0 +1,55 @@
+#include "drawing/segment_arc.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace
+{
+
+constexpr double TURN = 2.0 * std::numbers::pi;
+constexpr double LEAST_NORMAL_PART = 1e-7;
+constexpr double TANGENT_LENGTH = 5.0;
+
+double polar_angle(const double* centre, const pl_vertex& v)
+{
+    const double angle = std::atan2(v.y - centre[1], v.x - centre[0]);
+    return angle < 0.0 ? angle + TURN : angle;
+}
+
+} // namespace
+
+segment_arc arc_of_segment(const pl_vertex& a, const pl_vertex& b)
+{
+    const double dx = b.x - a.x, dy = b.y - a.y;
+    const double chord = std::sqrt(dx * dx + dy * dy);
+    const double sagitta = std::fabs(chord * a.bulge / 2.0);
+    // From the centre to the chord; negative for more than a half circle.
+    double to_chord = std::fabs(chord / (2.0 * std::tan(2.0 * std::atan(a.bulge))));
+    if (chord / 2.0 < sagitta)
+        to_chord = -to_chord;
+    // The centre lies off the chord's middle, to the left for a positive bulge. The right-hand normal is
+    // (dy, -dx) / chord.
+    const double off = (a.bulge > 0.0 ? -to_chord : to_chord) / chord;
+    segment_arc arc;
+    arc.centre[0] = (a.x + b.x) / 2.0 + off * dy;
+    arc.centre[1] = (a.y + b.y) / 2.0 - off * dx;
+    arc.radius = sagitta + to_chord;
+    arc.from = polar_angle(arc.centre, a.bulge > 0.0 ? a : b);
+    arc.to = polar_angle(arc.centre, a.bulge > 0.0 ? b : a);
+    if (arc.from > arc.to)
+        arc.to += TURN;
+    return arc;
+}
+
+void scaled_normal(double* d, double* normal)
+{
+    if (d[1] == 0.0)
+        d[1] = d[0] <= 0.0 ? LEAST_NORMAL_PART : -LEAST_NORMAL_PART;
+    double length = std::sqrt(d[0] * d[0] + d[1] * d[1]);
+    if (length == 0.0)
+        length = LEAST_NORMAL_PART;
+    normal[0] = d[1] / length;
+    normal[1] = -d[0] / length;
+    d[0] *= TANGENT_LENGTH / length;
+    d[1] *= TANGENT_LENGTH / length;
+}

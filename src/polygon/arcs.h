@@ -1,0 +1,18 @@
+// arcs.h: arcs of circles and the bulges that stand for them.
+//
+// An arc is a centre, a radius and two directions from the centre; it runs counter-clockwise from
+// `start` to `end`, both in radians.
+#pragma once
+
+// The arc of the segment from a to b. `dir` is -1 when travel from a to b is counter-clockwise (a is at
+// `start`), 1 when it is clockwise (a is at `end`). The bulge must not be 0, and a and b must be apart.
+void pg_arc_from_bulge(const double* a, const double* b, double bulge, double* centre, double* start,
+                       double* end, double* radius, int* dir);
+
+// The negative of the bulge of the counter-clockwise arc from a to b about `centre`. For the clockwise
+// arc from a to b, call it with b and a and take the result as it stands.
+double pg_arc_bulge(const double* a, const double* b, const double* centre);
+
+// Whether the direction from the centre to `point` lies on the arc, its ends with 1e-6 of arc length
+// around them counted in. With PG_NO_VALUE as radius the test is exact and the ends are outside.
+bool pg_arc_contains(const double* centre, const double* point, double start, double end, double radius);

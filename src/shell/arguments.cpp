@@ -1,0 +1,45 @@
+#include "shell/arguments.h"
+
+#include <cstring>
+
+namespace
+{
+
+const resbuf* take(const resbuf** at)
+{
+    const resbuf* node = *at;
+    if (node)
+        *at = node->rbnext;
+    return node;
+}
+
+} // namespace
+
+const char* next_text(const resbuf** at, const char* standard)
+{
+    const resbuf* node = take(at);
+    if (!node)
+        return standard;
+    return node->restype == RTSTR && node->resval.rstring ? node->resval.rstring : "";
+}
+
+int next_short(const resbuf** at, int standard)
+{
+    const resbuf* node = take(at);
+    return node ? short_of(*node) : standard;
+}
+
+bool next_name(const resbuf** at, ads_name name)
+{
+    const resbuf* node = take(at);
+    if (node)
+        std::memcpy(name, &node->resval, sizeof(ads_name));
+    return node != nullptr;
+}
+
+int short_of(const resbuf& node)
+{
+    short value = 0;
+    std::memcpy(&value, &node.resval, sizeof value);
+    return value;
+}

@@ -1,0 +1,17 @@
+// arguments.h: reading the values of a call in order. Each reader takes the node that `at` points to, when
+// there is one, and moves on; a missing node gives the standard value.
+//
+// Programs pass 5 where 5.0 is meant and the other way round, and have always got what the node's
+// bytes say: numbers, points and names are taken from the node whatever its type. A text is taken
+// from a text node only, any other counts as an empty text.
+#pragma once
+
+#include "hostapi/adsdef.h"
+
+const char* next_text(const resbuf** at, const char* standard);
+int next_short(const resbuf** at, int standard);
+// False, with `name` as it was, when there is no node.
+bool next_name(const resbuf** at, ads_name name);
+
+// The 16-bit value of a node of any type.
+int short_of(const resbuf& node);

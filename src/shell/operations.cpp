@@ -1,0 +1,101 @@
+#include "shell/operations.h"
+
+#include "common/directories.h"
+#include "common/text_buffer.h"
+#include "hostapi/ads.h"
+#include "shell/arguments.h"
+#include "shell/handlers.h"
+
+const operation OPERATIONS[] = {
+    {0, "", nullptr, false},
+    {1, "", nullptr, false},
+    {2, "", nullptr, false},
+    {3, "", nullptr, false},
+    {4, "", nullptr, false},
+    {5, "rrpprstn", nullptr, false},
+    {6, "r", nullptr, false},
+    {8, "", nullptr, false},
+    {9, "rrppr", nullptr, false},
+    {10, "ep", nullptr, false},
+    {11, "ep", nullptr, false},
+    {12, "enr", nullptr, false},
+    {14, "ss", op_beep, false},
+    {15, "tt", op_write_polylines, false},
+    {16, "npt", nullptr, false},
+    {19, "t", op_system, false},
+    {20, "t", op_select_all_of_application, false},
+    {21, "n", op_free_selection, false},
+    {22, "ttt", nullptr, false},
+    {23, "es", nullptr, false},
+    {24, "t", op_select_of_application, false},
+    {25, "ts", nullptr, false},
+    {26, "t", op_save_settings, false},
+    {27, "tt", op_read_polylines, false},
+    {28, "", nullptr, false},
+    {29, "np", nullptr, false},
+    {30, "", nullptr, false},
+    {31, "", nullptr, false},
+    {32, "", nullptr, false},
+    {33, "ts", nullptr, false},
+    {34, "tttt", nullptr, false},
+    {35, "", nullptr, false},
+    {36, "t", nullptr, false},
+    {37, "", nullptr, false},
+    {38, "", nullptr, false},
+    {39, "ts", op_find_symbol, false},
+    {40, "ts", op_remember_file, false},
+    {41, "t", op_config_directory, false},
+    {42, "", nullptr, false},
+    {43, "t", nullptr, false},
+    {44, "t", nullptr, false},
+    {45, "t", nullptr, true},
+    {46, "tsp", nullptr, true},
+    {47, "t", nullptr, false},
+    {48, "ttts", op_pick_file, false},
+    {49, "", nullptr, false},
+    {50, "ts", op_compact_path, false},
+    {51, "t", op_check_name, false},
+    {-1, nullptr, nullptr, false},
+};
+
+namespace
+{
+
+void run_operation(const operation& op, resbuf* chain, const resbuf* args)
+{
+    op_call call{args, chain};
+    if (op.run)
+        op.run(call);
+    if (call.chain)
+        acutRelRb(call.chain);
+}
+
+} // namespace
+
+const operation& find_operation(const resbuf& number_node)
+{
+    const int number = short_of(number_node);
+    for (const operation* op = OPERATIONS; op->number >= 0; ++op)
+        if (op->number == number && (!op->wants_short_number || number_node.restype == RTSHORT))
+            return *op;
+    return OPERATIONS[0];
+}
+
+int op_dispatch()
+{
+    resbuf* chain = acedGetArgs();
+    if (!chain) {
+        run_operation(OPERATIONS[0], nullptr, nullptr);
+        return RTNORM;
+    }
+    if (chain->restype == RTSTR && chain->resval.rstring)
+        text_set(data_dir, chain->resval.rstring);
+    const resbuf* number = chain->rbnext;
+    if (!number) {
+        // A directory alone only sets data_dir.
+        acutRelRb(chain);
+        return RTNORM;
+    }
+    run_operation(find_operation(*number), chain, number->rbnext);
+    return RTNORM;
+}

@@ -1,0 +1,26 @@
+#include "symbols/symbol_file.h"
+
+#include <string>
+
+#include "common/directories.h"
+#include "common/lisp_vars.h"
+#include "common/text.h"
+#include "hostapi/ads.h"
+#include "hostapi/files.h"
+
+void symbol_find_file(text_out out, const char* file, int quiet)
+{
+    lisp_get_text(symbol_dir, "psname");
+    std::string path = file;
+    if (path.find('\\') == std::string::npos)
+        path.insert(0, symbol_dir);
+    str_upper(path.data());
+    if (path.find(".DWG") == std::string::npos)
+        path += ".DWG";
+
+    text_set(out, "");
+    if (file_exists(path.c_str()))
+        text_set(out, path.substr(0, path.find(".DWG")));
+    else if (!quiet)
+        acutPrintf("\nWarning: Symbol '%s' does not exist.\n", path.c_str());
+}

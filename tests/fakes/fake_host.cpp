@@ -1,0 +1,386 @@
+#include "tests/fakes/fake_host.h"
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include <unistd.h>
+
+#include "host/core/console.h"
+#include "host/core/heap.h"
+#include "host/core/resbuf.h"
+#include "host/core/trace.h"
+#include "hostapi/ads.h"
+#include "hostapi/windows.h"
+
+fake_host fake;
+
+namespace
+{
+
+std::vector<std::string> tile_keys; // tile handle - 1
+std::map<std::string, ads_callback> actions;
+int running_result = 0;
+bool running = false;
+int next_errno = 0;
+
+resbuf* node_of(const fake_value& value)
+{
+    switch (value.type) {
+    case RTSTR:
+        return host::rb_text(RTSTR, value.text);
+    case RTREAL:
+        return host::rb_real(RTREAL, value.real);
+    case RTSHORT:
+    case RTLONG:
+        return host::rb_int(value.type, value.integer);
+    case RTLB:
+        return acutBuildList(RTLB, RTREAL, 1.0, RTLE, 0);
+    default:
+        return nullptr;
+    }
+}
+
+ads_htile tile_of(const std::string& key)
+{
+    const auto found = std::find(tile_keys.begin(), tile_keys.end(), key);
+    if (found != tile_keys.end())
+        return static_cast<ads_htile>(found - tile_keys.begin() + 1);
+    tile_keys.push_back(key);
+    return static_cast<ads_htile>(tile_keys.size());
+}
+
+} // namespace
+
+fake_value text_value(std::string text)
+{
+    fake_value value;
+    value.type = RTSTR;
+    value.text = std::move(text);
+    return value;
+}
+fake_value short_value(int integer)
+{
+    fake_value value;
+    value.type = RTSHORT;
+    value.integer = integer;
+    return value;
+}
+fake_value long_value(int integer)
+{
+    fake_value value;
+    value.type = RTLONG;
+    value.integer = integer;
+    return value;
+}
+fake_value real_value(double real)
+{
+    fake_value value;
+    value.type = RTREAL;
+    value.real = real;
+    return value;
+}
+fake_value list_value()
+{
+    fake_value value;
+    value.type = RTLB;
+    return value;
+}
+
+void press(const std::string& key)
+{
+    const auto action = actions.find(key);
+    if (action == actions.end()) {
+        fake.unknown_tiles.push_back(key);
+        return;
+    }
+    ads_callback_packet packet{1, tile_of(key), "", CBR_SELECT, 0, 0, nullptr};
+    action->second(&packet);
+}
+
+host_session::host_session() : blocks_(host::heap_live_blocks())
+{
+    fake = fake_host();
+    host::capture_history(&printed);
+}
+
+host_session::~host_session()
+{
+    host::capture_history(nullptr);
+    if (!directory_.empty())
+        std::filesystem::remove_all(directory_);
+}
+
+bool host_session::heap_is_as_before() const
+{
+    return host::heap_live_blocks() == blocks_;
+}
+
+const std::string& host_session::directory()
+{
+    if (directory_.empty()) {
+        std::string pattern = (std::filesystem::temp_directory_path() / "zent_XXXXXX").string();
+        if (mkdtemp(pattern.data()))
+            directory_ = pattern + "/";
+    }
+    return directory_;
+}
+
+std::string read_text(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    if (!in)
+        return "<none>";
+    std::stringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+void write_text(const std::string& path, const std::string& text)
+{
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+extern "C" {
+
+int acedGetSym(const char* name, resbuf** value)
+{
+    const auto found = fake.lisp.find(name);
+    *value = found == fake.lisp.end() ? nullptr : node_of(found->second);
+    return RTNORM;
+}
+
+int acedPutSym(const char* name, const resbuf* value)
+{
+    if (fake.lisp_refuses)
+        return RTERROR;
+    fake.lisp[name] = text_value(value->resval.rstring);
+    return RTNORM;
+}
+
+int acedGetVar(const char* name, resbuf* value)
+{
+    fake_value held = short_value(next_errno);
+    if (std::strcmp(name, "ERRNO") != 0) {
+        const auto found = fake.variables.find(name);
+        if (found == fake.variables.end())
+            return RTERROR;
+        held = found->second;
+    }
+    *value = resbuf{nullptr, static_cast<short>(held.type), {}};
+    if (held.type == RTSTR)
+        return acutNewString(held.text.c_str(), &value->resval.rstring);
+    value->resval.rint = static_cast<short>(held.integer);
+    return RTNORM;
+}
+
+int acedEntSel(const char* prompt, ads_name name, ads_point picked)
+{
+    fake.prompts.push_back(prompt);
+    if (fake.picks.empty())
+        return RTCAN;
+    const fake_pick& pick = fake.picks.front();
+    next_errno = pick.error;
+    const int status = pick.status;
+    if (status != RTNORM) {
+        fake.picks.pop_front();
+        return status;
+    }
+    name[0] = 7;
+    name[1] = static_cast<std::int32_t>(fake.prompts.size());
+    picked[0] = 1.0;
+    picked[1] = 2.0;
+    picked[2] = 3.0;
+    return RTNORM;
+}
+
+resbuf* acdbEntGet(const ads_name)
+{
+    const std::string type = fake.picks.empty() ? "-" : fake.picks.front().type;
+    if (!fake.picks.empty())
+        fake.picks.pop_front();
+    if (type == "-")
+        return acutBuildList(8, "LAYER", 0);
+    return acutBuildList(RTDXF0, type.c_str(), 8, "LAYER", 0);
+}
+
+resbuf* acdbTblSearch(const char* table, const char* name, int)
+{
+    const bool known =
+        std::strcmp(table, "APPID") == 0 &&
+        std::find(fake.applications.begin(), fake.applications.end(), name) != fake.applications.end();
+    return known ? acutBuildList(RTDXF0, table, 2, name, 0) : nullptr;
+}
+
+int acdbRegApp(const char* name)
+{
+    if (fake.registering_fails)
+        return RTERROR;
+    fake.applications.push_back(name);
+    return RTNORM;
+}
+
+int acdbEntMake(const resbuf* list)
+{
+    fake.made.push_back(host::printed_list(list, true));
+    return fake.making_fails ? RTERROR : RTNORM;
+}
+
+int acedAlert(const char* text)
+{
+    fake.alerts.push_back(text);
+    return RTNORM;
+}
+
+int acedGetFileD(const char* title, const char* default_path, const char* extension, int flags, resbuf* result)
+{
+    fake.file_dialogs.push_back(std::string(title) + "|" + default_path + "|" + extension + "|" +
+                                std::to_string(flags));
+    if (fake.file_answers.empty() || fake.file_answers.front().empty())
+        return RTCAN;
+    *result = resbuf{nullptr, RTSTR, {}};
+    acutNewString(fake.file_answers.front().c_str(), &result->resval.rstring);
+    fake.file_answers.pop_front();
+    return RTNORM;
+}
+
+// ---- windows ---------------------------------------------------------------------------------
+int MessageBoxA(HWND, const char* text, const char* title, unsigned style)
+{
+    fake.messages.push_back(std::string(title) + "|" + text + "|" + std::to_string(style));
+    if (fake.message_answers.empty())
+        return IDCANCEL;
+    const int answer = fake.message_answers.front();
+    fake.message_answers.pop_front();
+    return answer;
+}
+
+HWND GetActiveWindow()
+{
+    return 1;
+}
+
+int SetWindowTextA(HWND, const char* text)
+{
+    fake.window_title = text;
+    return 1;
+}
+
+void GlobalMemoryStatus(MEMORYSTATUS* status)
+{
+    status->dwAvailPhys = fake.free_physical;
+    status->dwAvailVirtual = fake.free_virtual;
+}
+
+long RegOpenKeyExA(HKEY parent, const char* path, DWORD, DWORD, HKEY* key)
+{
+    const std::string wanted = std::string(path) + "|";
+    for (const auto& [name, value] : fake.registry)
+        if (parent == HKEY_LOCAL_MACHINE && name.compare(0, wanted.size(), wanted) == 0) {
+            *key = 1;
+            return ERROR_SUCCESS;
+        }
+    return ERROR_FILE_NOT_FOUND;
+}
+
+long RegCloseKey(HKEY)
+{
+    return ERROR_SUCCESS;
+}
+
+long RegQueryValueExA(HKEY, const char* name, DWORD*, DWORD* type, unsigned char* data, DWORD* size)
+{
+    for (const auto& [key, value] : fake.registry) {
+        if (key.substr(key.find('|') + 1) != name)
+            continue;
+        const DWORD needed = static_cast<DWORD>(value.second.size() + 1);
+        *type = value.first;
+        if (*size < needed) {
+            *size = needed;
+            return ERROR_MORE_DATA;
+        }
+        *size = needed;
+        std::memcpy(data, value.second.c_str(), needed);
+        return ERROR_SUCCESS;
+    }
+    return ERROR_FILE_NOT_FOUND;
+}
+
+// ---- dialogs ------------------------------------------------------------------------------------
+int ads_load_dialog(const char* file, int* id)
+{
+    const auto found = fake.dialogs.find(file);
+    if (found == fake.dialogs.end()) {
+        *id = -1;
+        return RTERROR;
+    }
+    *id = static_cast<int>(std::distance(fake.dialogs.begin(), found));
+    ++fake.loaded_files;
+    return RTNORM;
+}
+
+int ads_unload_dialog(int)
+{
+    --fake.loaded_files;
+    return RTNORM;
+}
+
+int ads_new_dialog(const char* name, int id, ads_callback, ads_hdlg* dialog)
+{
+    auto file = fake.dialogs.begin();
+    std::advance(file, id);
+    const bool known = std::find(file->second.begin(), file->second.end(), name) != file->second.end();
+    *dialog = known ? 1 : 0;
+    actions.clear();
+    fake.tiles.clear();
+    return known ? RTNORM : RTERROR;
+}
+
+int ads_start_dialog(ads_hdlg, int* result)
+{
+    running = true;
+    running_result = DLGCANCEL;
+    if (fake.person)
+        fake.person();
+    running = false;
+    *result = running_result;
+    return RTNORM;
+}
+
+int ads_done_dialog(ads_hdlg, int result)
+{
+    if (running)
+        running_result = result;
+    return RTNORM;
+}
+
+int ads_action_tile(ads_hdlg, const char* key, ads_callback action)
+{
+    actions[key] = action;
+    return RTNORM;
+}
+
+int ads_set_tile(ads_hdlg, const char* key, const char* value)
+{
+    fake.tiles[key] = value;
+    return RTNORM;
+}
+
+int ads_get_tile(ads_hdlg, const char* key, char* value, int size)
+{
+    const std::string text = fake.tiles[key].substr(0, static_cast<std::size_t>(size - 1));
+    std::memcpy(value, text.c_str(), text.size() + 1);
+    return RTNORM;
+}
+
+int ads_get_attr_string(ads_htile tile, const char* attribute, char* value, int size)
+{
+    if (std::strcmp(attribute, "key") != 0 || tile == 0 || tile > tile_keys.size())
+        return RTERROR;
+    const std::string text = tile_keys[tile - 1].substr(0, static_cast<std::size_t>(size - 1));
+    std::memcpy(value, text.c_str(), text.size() + 1);
+    return RTNORM;
+}
+}

@@ -1,0 +1,91 @@
+// fake_host.h: a host without drawing, dialogs and registry for tests of the module's lower folders. Each
+// call is answered from the fields of `fake` and noted there, so that a test can make any of them fail.
+// Lists, heap, printing, files and external functions are the real host's.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "hostapi/adsdef.h"
+#include "hostapi/dcl.h"
+
+struct fake_value {
+    int type = 0; // RTNORM type codes; RTLB: a list of one real
+    std::string text;
+    double real = 0.0;
+    int integer = 0;
+};
+fake_value text_value(std::string text);
+fake_value short_value(int value);
+fake_value long_value(int value);
+fake_value real_value(double value);
+fake_value list_value();
+
+struct fake_pick {
+    int status;
+    int error;        // ERRNO behind it
+    std::string type; // of the object that was picked; "-": an object without a type
+};
+
+struct fake_host {
+    std::map<std::string, fake_value> lisp, variables;
+    bool lisp_refuses = false; // acedPutSym fails
+
+    std::deque<fake_pick> picks;
+    std::vector<std::string> prompts; // of the picks
+
+    std::vector<std::string> applications; // known to the drawing
+    bool registering_fails = false;
+    std::vector<std::string> made; // lists given to acdbEntMake, as LISP prints them
+    bool making_fails = false;
+
+    std::vector<std::string> alerts;
+
+    // File dialogs: what is answered, "" for a cancel; and "title|default|extensions|flags" of each.
+    std::deque<std::string> file_answers;
+    std::vector<std::string> file_dialogs;
+    std::deque<int> message_answers;
+    std::vector<std::string> messages; // "caption|text|style"
+
+    std::map<std::string, std::pair<std::uint32_t, std::string>> registry; // "key|name": type and value
+
+    // Dialogs: the files that can be loaded with the dialogs in them; what a person does once one runs.
+    std::map<std::string, std::vector<std::string>> dialogs;
+    std::function<void()> person;
+    std::map<std::string, std::string> tiles;
+    std::vector<std::string> unknown_tiles;
+    std::string window_title;
+    int loaded_files = 0; // loaded and not unloaded
+
+    std::uint64_t free_physical = 0, free_virtual = 0;
+};
+extern fake_host fake;
+
+// For `person`: press a tile's button, as its action sees it.
+void press(const std::string& key);
+
+// What the module printed since the object was made; heap_is_as_before() when all was given back.
+class host_session
+{
+public:
+    host_session();
+    ~host_session();
+    host_session(const host_session&) = delete;
+    host_session& operator=(const host_session&) = delete;
+    std::string printed; // grows
+    bool heap_is_as_before() const;
+    // A directory of its own, with a separator, removed at the end.
+    const std::string& directory();
+
+private:
+    std::size_t blocks_;
+    std::string directory_;
+};
+
+std::string read_text(const std::string& path); // "<none>" when there is no such file
+void write_text(const std::string& path, const std::string& text);

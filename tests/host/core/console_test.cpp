@@ -1,0 +1,82 @@
+#include "host/core/console.h"
+
+#include <gtest/gtest.h>
+
+#include "host/core/session.h"
+#include "hostapi/ads.h"
+
+namespace
+{
+
+class Console : public testing::Test
+{
+protected:
+    void SetUp() override { host::capture_history(&shown); }
+    void TearDown() override { host::capture_history(nullptr); }
+    std::string shown;
+};
+
+TEST_F(Console, AnswerFollowsItsPromptAndCommentsAreSkipped)
+{
+    host::answers_from_text("; a remark\n12,5\n");
+    host::history("\nPoint: ");
+    EXPECT_EQ(host::next_answer("\nPoint: "), "12,5");
+    EXPECT_EQ(shown, "\nPoint: 12,5\n");
+}
+
+TEST_F(Console, EmptyLineIsAnAnswerAndTheEndIsKeptWithItsPrompt)
+{
+    host::answers_from_text("\n");
+    EXPECT_EQ(host::next_answer("first"), "");
+    EXPECT_FALSE(host::answers_ended());
+    EXPECT_EQ(host::next_answer("\nSecond: "), std::nullopt);
+    EXPECT_EQ(host::next_answer("\nThird: "), std::nullopt);
+    EXPECT_TRUE(host::answers_ended());
+    EXPECT_EQ(host::answers_ended_at(), "Second:");
+}
+
+TEST_F(Console, AnswersAreConvertedAndRefusedWhenTheyCannotBe)
+{
+    host::answers_from_text("\u0141\n12\u00B0\n");
+    EXPECT_EQ(host::next_answer("Angle: "), "12\xB0");
+    EXPECT_NE(shown.find("12\u00B0"), std::string::npos);
+}
+
+TEST_F(Console, AnswerPutBackComesAgainWithoutBeingShown)
+{
+    host::answers_from_text("a\nb\n");
+    host::unread_answer(*host::next_answer("?"));
+    const std::string before = shown;
+    EXPECT_EQ(host::next_answer("?"), "a");
+    EXPECT_EQ(shown, before);
+    EXPECT_EQ(host::next_answer("?"), "b");
+}
+
+TEST_F(Console, CarriageReturnsAndByteOrderMarkAreNoPartOfAnAnswer)
+{
+    host::answers_from_text("\xEF\xBB\xBFone\r\ntwo");
+    EXPECT_EQ(host::next_answer("?"), "one");
+    EXPECT_EQ(host::next_answer("?"), "two");
+}
+
+TEST_F(Console, HistoryLineStartsOnALineOfItsOwn)
+{
+    host::history("abc");
+    host::history_line("def");
+    host::history_line("ghi");
+    EXPECT_EQ(shown, "abc\ndef\nghi\n");
+}
+
+TEST(Session, FixedClockAndBreakAfter)
+{
+    host::run_settings().clock = "20260315.123456";
+    EXPECT_NEAR(host::clock_cdate(), 20260315.123456, 1e-7);
+    EXPECT_NEAR(host::clock_julian(), 2461115 + (12 * 3600 + 34 * 60 + 56) / 86400.0, 1e-7);
+    host::run_settings().clock.clear();
+
+    host::request_break();
+    EXPECT_EQ(acedUsrBrk(), 1);
+    EXPECT_EQ(acedUsrBrk(), 0);
+}
+
+} // namespace

@@ -1,0 +1,40 @@
+#include "host/core/heap.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "hostapi/ads.h"
+
+TEST(Heap, CountsBlocksAndBytesUntilTheyAreGivenBack)
+{
+    const std::size_t blocks = host::heap_live_blocks(), bytes = host::heap_live_bytes();
+    void* a = acad_malloc(10);
+    void* b = acad_malloc(0);
+    EXPECT_EQ(host::heap_live_blocks(), blocks + 2);
+    EXPECT_EQ(host::heap_live_bytes(), bytes + 10);
+    acad_free(a);
+    acad_free(b);
+    acad_free(nullptr);
+    EXPECT_EQ(host::heap_live_blocks(), blocks);
+    EXPECT_EQ(host::heap_live_bytes(), bytes);
+}
+
+TEST(Heap, ReallocKeepsContentsAndCount)
+{
+    const std::size_t blocks = host::heap_live_blocks();
+    char* text = static_cast<char*>(acad_realloc(nullptr, 4));
+    std::memcpy(text, "abc", 4);
+    text = static_cast<char*>(acad_realloc(text, 4000));
+    EXPECT_STREQ(text, "abc");
+    EXPECT_EQ(host::heap_live_blocks(), blocks + 1);
+    acad_free(text);
+    EXPECT_EQ(host::heap_live_blocks(), blocks);
+}
+
+TEST(HeapDeathTest, BlockGivenBackTwiceStopsTheProgram)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    alignas(16) char not_ours[64] = {};
+    EXPECT_DEATH(acad_free(not_ours + 32), "not a live block");
+}
