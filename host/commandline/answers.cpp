@@ -190,7 +190,7 @@ int fit_of(std::string_view word, std::string_view text)
     if (same_text(word, text))
         return 2;
     if (!abbreviation.empty())
-        return same_text(abbreviation, text) ? 2
+        return same_text(abbreviation, text)                                   ? 2
                : text.size() >= abbreviation.size() && is_start_of(word, text) ? 1
                                                                                : 0;
     const auto [start, end] = capitals_of(word);

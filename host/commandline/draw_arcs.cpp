@@ -162,7 +162,8 @@ task<> circle_command(command_io& io)
     const double before = db::real_variable(io.doc(), "CIRCLERAD");
     const bool has_default = before > 0.0;
     const std::string prompt = "\nSpecify radius of circle or [Diameter]";
-    question size(want::distance, has_default ? with_default(prompt, length_text(io.doc(), before)) : prompt + ": ");
+    question size(want::distance,
+                  has_default ? with_default(prompt, length_text(io.doc(), before)) : prompt + ": ");
     size.keys("Diameter").with(RSG_NOZERO | RSG_NONEG | (has_default ? 0 : RSG_NONULL)).from(first.point);
     const answer radius = co_await io.ask(std::move(size));
     double value = radius.ok() ? radius.real : before;

@@ -128,9 +128,11 @@ task<> ask_scales(command_io& io, insertion& what)
         what.scale[0] = *factor;
     }
     what.scale[2] = what.scale[0];
-    what.scale[1] = co_await ask_scale(io, "\nEnter Y scale factor <use X scale factor>: ", what.scale[0], what.at);
+    what.scale[1] =
+        co_await ask_scale(io, "\nEnter Y scale factor <use X scale factor>: ", what.scale[0], what.at);
     if (all_three)
-        what.scale[2] = co_await ask_scale(io, "\nSpecify Z scale factor or <use X scale factor>: ", what.scale[0], what.at);
+        what.scale[2] = co_await ask_scale(
+            io, "\nSpecify Z scale factor or <use X scale factor>: ", what.scale[0], what.at);
 }
 
 std::vector<db::object_id> attribute_definitions(const db::database& db, std::string_view block)

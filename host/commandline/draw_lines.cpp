@@ -32,9 +32,9 @@ task<> line_command(command_io& io)
     std::vector<db::object_id> made;
     for (;;) {
         const bool can_close = made.size() >= 2;
-        question next = ask_point(can_close ? "\nSpecify next point or [Close/Undo]: "
-                                            : "\nSpecify next point or [Undo]: ",
-                                  can_close ? "Close Undo" : "Undo");
+        question next =
+            ask_point(can_close ? "\nSpecify next point or [Close/Undo]: " : "\nSpecify next point or [Undo]: ",
+                      can_close ? "Close Undo" : "Undo");
         next.from(points.back());
         const answer given = co_await io.ask(std::move(next));
         if (given.none())

@@ -101,9 +101,10 @@ task<> polyline_drawing::ask_widths(bool halves)
 task<bool> polyline_drawing::line_step()
 {
     const bool can_close = chain_.size() >= 2;
-    question next = ask_point(can_close ? "\nSpecify next point or [Arc/Close/Halfwidth/Length/Undo/Width]: "
-                                        : "\nSpecify next point or [Arc/Halfwidth/Length/Undo/Width]: ",
-                              can_close ? "Arc Close Halfwidth Length Undo Width" : "Arc Halfwidth Length Undo Width");
+    question next =
+        ask_point(can_close ? "\nSpecify next point or [Arc/Close/Halfwidth/Length/Undo/Width]: "
+                            : "\nSpecify next point or [Arc/Halfwidth/Length/Undo/Width]: ",
+                  can_close ? "Arc Close Halfwidth Length Undo Width" : "Arc Halfwidth Length Undo Width");
     next.from(chain_.back().at);
     const answer given = co_await io_.ask(std::move(next));
     if (given.none())
@@ -158,7 +159,8 @@ task<> polyline_drawing::arc_by_word(std::string word)
         question q(want::angle, "\nSpecify included angle: ");
         q.with(RSG_NONULL | RSG_NOZERO);
         const answer included = co_await io_.ask(std::move(q));
-        const double turn = included.real > std::numbers::pi ? included.real - 2 * std::numbers::pi : included.real;
+        const double turn =
+            included.real > std::numbers::pi ? included.real - 2 * std::numbers::pi : included.real;
         const point3 end = co_await arc_end("\nSpecify endpoint of arc: ");
         arc_to(end, std::tan(turn / 4.0));
     } else if (word == "CEnter") {
@@ -184,9 +186,9 @@ task<> polyline_drawing::arc_by_word(std::string word)
 
 task<bool> polyline_drawing::arc_step()
 {
-    question next = ask_point(
-        "\nSpecify endpoint of arc or [Angle/CEnter/CLose/Direction/Halfwidth/Line/Radius/Second pt/Undo/Width]: ",
-        "Angle CEnter CLose Direction Halfwidth Line Radius Second Undo Width");
+    question next = ask_point("\nSpecify endpoint of arc or "
+                              "[Angle/CEnter/CLose/Direction/Halfwidth/Line/Radius/Second pt/Undo/Width]: ",
+                              "Angle CEnter CLose Direction Halfwidth Line Radius Second Undo Width");
     next.from(chain_.back().at);
     const answer given = co_await io_.ask(std::move(next));
     if (given.none())

@@ -20,14 +20,26 @@ namespace
 constexpr double LINE_STEP = 5.0 / 3.0;
 
 struct justification {
-    std::string_view words; // short and long name, as answers give them
+    std::string_view words;   // short and long name, as answers give them
     int horizontal, vertical; // groups 72 and 73
 };
 
 constexpr std::array<justification, 15> JUSTIFICATIONS{{
-    {"Left", 0, 0},       {"Center", 1, 0},     {"Right", 2, 0},       {"Align,A", 3, 0},    {"Middle", 4, 0},
-    {"Fit", 5, 0},        {"TL,TLeft", 0, 3},   {"TC,TCenter", 1, 3},  {"TR,TRight", 2, 3},  {"ML,MLeft", 0, 2},
-    {"MC,MCenter", 1, 2}, {"MR,MRight", 2, 2},  {"BL,BLeft", 0, 1},    {"BC,BCenter", 1, 1}, {"BR,BRight", 2, 1},
+    {"Left", 0, 0},
+    {"Center", 1, 0},
+    {"Right", 2, 0},
+    {"Align,A", 3, 0},
+    {"Middle", 4, 0},
+    {"Fit", 5, 0},
+    {"TL,TLeft", 0, 3},
+    {"TC,TCenter", 1, 3},
+    {"TR,TRight", 2, 3},
+    {"ML,MLeft", 0, 2},
+    {"MC,MCenter", 1, 2},
+    {"MR,MRight", 2, 2},
+    {"BL,BLeft", 0, 1},
+    {"BC,BCenter", 1, 1},
+    {"BR,BRight", 2, 1},
 }};
 constexpr int ALIGNED = 3, FIT = 5;
 
@@ -68,7 +80,8 @@ std::optional<justification> justification_of(std::string_view text)
     for (const justification& j : JUSTIFICATIONS) {
         const std::size_t comma = j.words.find(',');
         const std::string_view first = j.words.substr(0, comma);
-        const std::string_view other = comma == std::string_view::npos ? first.substr(0, 1) : j.words.substr(comma + 1);
+        const std::string_view other =
+            comma == std::string_view::npos ? first.substr(0, 1) : j.words.substr(comma + 1);
         if (same_text(text, first) || same_text(text, other))
             return j;
     }
@@ -77,8 +90,9 @@ std::optional<justification> justification_of(std::string_view text)
     return std::nullopt;
 }
 
-constexpr std::string_view WORDS = "Align Aligned Fit Left Center Middle Right TL TC TR ML MC MR BL BC BR TLeft "
-                                   "TCenter TRight MLeft MCenter MRight BLeft BCenter BRight";
+constexpr std::string_view WORDS =
+    "Align Aligned Fit Left Center Middle Right TL TC TR ML MC MR BL BC BR TLeft "
+    "TCenter TRight MLeft MCenter MRight BLeft BCenter BRight";
 
 // The font's own shapes are not known here: its letters count as wide as this share of their height.
 double text_width(std::string_view text, double height, double width_factor)
@@ -189,8 +203,8 @@ task<> text_dialogue::ask_style()
 task<> text_dialogue::ask_points(justification how)
 {
     next_.how = how;
-    static constexpr std::string_view names[] = {"start", "center", "right endpoint of", "first endpoint of",
-                                                 "middle", "first endpoint of"};
+    static constexpr std::string_view names[] = {
+        "start", "center", "right endpoint of", "first endpoint of", "middle", "first endpoint of"};
     question first = ask_point("\nSpecify " + std::string(names[how.horizontal]) + " point of text: ");
     first.with(RSG_NONULL);
     const answer at = co_await io_.ask(std::move(first));
@@ -208,7 +222,8 @@ task<bool> text_dialogue::ask_start()
 {
     next_.style = db::text_variable(io_.doc(), "TEXTSTYLE");
     for (;;) {
-        question q = ask_point("\nSpecify start point of text or [Justify/Style]: ", "Justify Style " + std::string(WORDS));
+        question q = ask_point("\nSpecify start point of text or [Justify/Style]: ",
+                               "Justify Style " + std::string(WORDS));
         if (!place_.any)
             q.with(RSG_NONULL);
         const answer first = co_await io_.ask(std::move(q));
@@ -224,8 +239,9 @@ task<bool> text_dialogue::ask_start()
         }
         std::optional<justification> how = justification_of(first.text);
         if (first.is("Justify")) {
-            question words(want::key_word, "\nEnter an option [Left/Align/Fit/Center/Middle/Right/TL/TC/TR/ML/MC/MR/"
-                                           "BL/BC/BR]: ");
+            question words(want::key_word,
+                           "\nEnter an option [Left/Align/Fit/Center/Middle/Right/TL/TC/TR/ML/MC/MR/"
+                           "BL/BC/BR]: ");
             words.keys(WORDS).with(RSG_NONULL);
             const answer word = co_await io_.ask(std::move(words));
             how = justification_of(word.text);

@@ -83,7 +83,8 @@ task<> change_color(command_io& io, object_list objects)
 task<> change_layer(command_io& io, object_list objects)
 {
     db::database& db = io.data();
-    const std::string now = common(db, objects, [&](const db::group_list& g) { return std::string(db.text_of(g, 8)); });
+    const std::string now =
+        common(db, objects, [&](const db::group_list& g) { return std::string(db.text_of(g, 8)); });
     for (;;) {
         const answer given = co_await io.ask(ask_text(with_default("\nEnter new layer name", now)));
         if (given.none())
@@ -120,7 +121,8 @@ task<> change_linetype(command_io& io, object_list objects)
     }
 }
 
-task<> change_number(command_io& io, object_list objects, std::string prompt, int code, double otherwise, int rules)
+task<> change_number(command_io& io, object_list objects, std::string prompt, int code, double otherwise,
+                     int rules)
 {
     const std::string now = common(io.data(), objects, [&](const db::group_list& g) {
         return length_text(io.doc(), db::real_of(g, code, otherwise));
@@ -144,21 +146,23 @@ task<> change_lineweight(command_io& io, object_list objects)
     if (given.none())
         co_return;
     const std::optional<double> mm = parse_real(given.text);
-    const int weight = same_text(given.text, "BYBLOCK") ? -2
+    const int weight = same_text(given.text, "BYBLOCK")   ? -2
                        : same_text(given.text, "DEFAULT") ? -3
                        : mm                               ? static_cast<int>(*mm * 100.0 + 0.5)
                                                           : -1;
-    change_each(io, objects, false, [&](db::group_list& g) { put(g, db::int_group(370, weight), weight == -1); });
+    change_each(io, objects, false,
+                [&](db::group_list& g) { put(g, db::int_group(370, weight), weight == -1); });
 }
 
 // Kinds that have a thickness keep it in group 39.
 object_list with_thickness(const db::database& db, object_list objects)
 {
-    static constexpr std::string_view kinds[] = {"LINE",   "POINT", "CIRCLE", "ARC",   "TEXT",   "ATTDEF",
+    static constexpr std::string_view kinds[] = {"LINE",   "POINT", "CIRCLE", "ARC",   "TEXT",      "ATTDEF",
                                                  "ATTRIB", "TRACE", "SOLID",  "SHAPE", "LWPOLYLINE"};
     std::erase_if(objects, [&](db::object_id id) {
         const bool flat_polyline = db.is(id, "POLYLINE") && !(db::int_of(db.at(id).groups, 70, 0) & 8);
-        return !flat_polyline && std::find(std::begin(kinds), std::end(kinds), db.type_of(id)) == std::end(kinds);
+        return !flat_polyline &&
+               std::find(std::begin(kinds), std::end(kinds), db.type_of(id)) == std::end(kinds);
     });
     return objects;
 }
@@ -166,7 +170,8 @@ object_list with_thickness(const db::database& db, object_list objects)
 task<> change_properties(command_io& io, object_list objects)
 {
     for (;;) {
-        question q(want::key_word, "\nEnter property to change [Color/LAyer/LType/ltScale/LWeight/Thickness]: ");
+        question q(want::key_word,
+                   "\nEnter property to change [Color/LAyer/LType/ltScale/LWeight/Thickness]: ");
         q.keys("Color LAyer LType ltScale LWeight Thickness");
         const answer what = co_await io.ask(std::move(q));
         if (what.none())
@@ -182,7 +187,8 @@ task<> change_properties(command_io& io, object_list objects)
         else if (what.text == "LWeight")
             co_await change_lineweight(io, objects);
         else
-            co_await change_number(io, with_thickness(io.data(), objects), "\nSpecify new thickness", 39, 0.0, 0);
+            co_await change_number(io, with_thickness(io.data(), objects), "\nSpecify new thickness", 39, 0.0,
+                                   0);
     }
 }
 

@@ -90,7 +90,8 @@ std::vector<db::object_id> layers_of(command_io& io, std::string_view list)
     return found;
 }
 
-task<> each_layer(command_io& io, std::string prompt, std::function<void(db::object_id)> change, bool or_current)
+task<> each_layer(command_io& io, std::string prompt, std::function<void(db::object_id)> change,
+                  bool or_current)
 {
     if (or_current)
         prompt = with_default(prompt, current_layer(io));
@@ -132,7 +133,8 @@ void make_current(command_io& io, db::object_id layer)
 
 task<> make_layer(command_io& io)
 {
-    const std::string prompt = with_default("\nEnter name for new layer (becomes the current layer)", current_layer(io));
+    const std::string prompt =
+        with_default("\nEnter name for new layer (becomes the current layer)", current_layer(io));
     for (;;) {
         const answer given = co_await io.ask(ask_text(prompt));
         if (given.none())
@@ -197,8 +199,8 @@ task<> turn_off(command_io& io)
         co_return;
     for (const db::object_id layer : layers_of(io, given.text)) {
         if (is_current(io, layer)) {
-            question q(want::key_word,
-                       "\nReally want layer \"" + name_of(io.data(), layer) + "\" (the CURRENT layer) off? [Yes/No] <N>: ");
+            question q(want::key_word, "\nReally want layer \"" + name_of(io.data(), layer) +
+                                           "\" (the CURRENT layer) off? [Yes/No] <N>: ");
             q.keys("Yes No");
             const answer sure = co_await io.ask(std::move(q));
             if (!sure.ok() || sure.text != "Yes")
@@ -219,8 +221,9 @@ task<> color_layers(command_io& io)
         if (color < 1 || color > 255)
             io.say("A color number from 1 to 255 or a standard color name is required.");
     }
-    co_await each_layer(io, "\nEnter name list of layer(s) for color " + color_text(color),
-                        [&io, color](db::object_id layer) { set_color(io.data(), layer, color); }, true);
+    co_await each_layer(
+        io, "\nEnter name list of layer(s) for color " + color_text(color),
+        [&io, color](db::object_id layer) { set_color(io.data(), layer, color); }, true);
 }
 
 void put_text_group(db::database& db, db::object_id id, int code, std::string_view value)
@@ -244,8 +247,9 @@ task<> linetype_layers(command_io& io)
             continue;
         }
         const std::string found(io.data().text_of(io.data().at(linetype).groups, 2));
-        co_await each_layer(io, "\nEnter name list of layer(s) for linetype \"" + found + "\"",
-                            [&io, found](db::object_id layer) { put_text_group(io.data(), layer, 6, found); }, true);
+        co_await each_layer(
+            io, "\nEnter name list of layer(s) for linetype \"" + found + "\"",
+            [&io, found](db::object_id layer) { put_text_group(io.data(), layer, 6, found); }, true);
         co_return;
     }
 }
@@ -266,8 +270,9 @@ task<> lineweight_layers(command_io& io)
     const answer given = co_await io.ask(std::move(q));
     constexpr int DEFAULT = -3;
     const int weight = given.ok() ? static_cast<int>(std::lround(given.real * 100.0)) : DEFAULT;
-    co_await each_layer(io, "\nEnter name list of layer(s) for this lineweight",
-                        [&io, weight](db::object_id layer) { put_int_group(io.data(), layer, 370, weight); }, true);
+    co_await each_layer(
+        io, "\nEnter name list of layer(s) for this lineweight",
+        [&io, weight](db::object_id layer) { put_int_group(io.data(), layer, 370, weight); }, true);
 }
 
 task<> plot_layers(command_io& io)
@@ -276,8 +281,9 @@ task<> plot_layers(command_io& io)
     q.keys("Plot No");
     const answer given = co_await io.ask(std::move(q));
     const int plots = given.ok() && given.text == "No" ? 0 : 1;
-    co_await each_layer(io, "\nEnter layer name(s) for this plot preference",
-                        [&io, plots](db::object_id layer) { put_int_group(io.data(), layer, 290, plots); }, true);
+    co_await each_layer(
+        io, "\nEnter layer name(s) for this plot preference",
+        [&io, plots](db::object_id layer) { put_int_group(io.data(), layer, 290, plots); }, true);
 }
 
 task<> flag_layers(command_io& io, std::string what, int bit, bool on)
@@ -286,7 +292,8 @@ task<> flag_layers(command_io& io, std::string what, int bit, bool on)
         io, "\nEnter name list of layer(s) to " + what,
         [&io, bit, on](db::object_id layer) {
             if (bit == FROZEN && on && is_current(io, layer))
-                io.say("Cannot freeze layer \"" + name_of(io.data(), layer) + "\". This layer is the CURRENT layer.");
+                io.say("Cannot freeze layer \"" + name_of(io.data(), layer) +
+                       "\". This layer is the CURRENT layer.");
             else
                 set_flag(io.data(), layer, bit, on);
         },
@@ -322,10 +329,13 @@ struct layer_option {
 };
 
 constexpr layer_option OPTIONS[] = {
-    {"?", list_layers},   {"Make", make_layer},       {"Set", set_layer},       {"New", new_layers},
-    {"ON", turn_on},      {"OFF", turn_off},          {"Color", color_layers},  {"Ltype", linetype_layers},
-    {"Freeze", freeze},   {"LWeight", lineweight_layers}, {"Plot", plot_layers}, {"Thaw", thaw},
-    {"LOck", lock},       {"Unlock", unlock},
+    {"?", list_layers},      {"Make", make_layer},
+    {"Set", set_layer},      {"New", new_layers},
+    {"ON", turn_on},         {"OFF", turn_off},
+    {"Color", color_layers}, {"Ltype", linetype_layers},
+    {"Freeze", freeze},      {"LWeight", lineweight_layers},
+    {"Plot", plot_layers},   {"Thaw", thaw},
+    {"LOck", lock},          {"Unlock", unlock},
 };
 
 } // namespace
@@ -334,8 +344,9 @@ task<> layer_command(command_io& io)
 {
     io.say("Current layer: \"" + current_layer(io) + "\"");
     for (;;) {
-        question q(want::key_word, "\nEnter an option [?/Make/Set/New/ON/OFF/Color/Ltype/LWeight/Plot/Freeze/Thaw/"
-                                   "LOck/Unlock]: ");
+        question q(want::key_word,
+                   "\nEnter an option [?/Make/Set/New/ON/OFF/Color/Ltype/LWeight/Plot/Freeze/Thaw/"
+                   "LOck/Unlock]: ");
         q.keys("? Make Set New ON OFF Color LWeight LOck Ltype Plot Freeze Thaw Unlock");
         const answer given = co_await io.ask(std::move(q));
         if (given.none())

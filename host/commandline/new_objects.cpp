@@ -12,7 +12,8 @@ namespace host::commandline
 namespace
 {
 
-constexpr std::string_view COLOR_WORDS[] = {"BYBLOCK", "red", "yellow", "green", "cyan", "blue", "magenta", "white"};
+constexpr std::string_view COLOR_WORDS[] = {"BYBLOCK", "red",  "yellow",  "green",
+                                            "cyan",    "blue", "magenta", "white"};
 constexpr int BY_LAYER = 256;
 
 } // namespace

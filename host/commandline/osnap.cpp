@@ -58,8 +58,8 @@ shape shape_of(const db::database& db, db::object_id id)
     } else if (type == "ARC" || type == "CIRCLE") {
         arc_shape arc{point_of(groups, 10), db::real_of(groups, 40, 0.0), db::real_of(groups, 50, 0.0),
                       db::real_of(groups, 51, 2 * PI)};
-        out.pieces.push_back({on_circle(arc.center, arc.radius, arc.start), on_circle(arc.center, arc.radius, arc.end),
-                              arc, type == "CIRCLE"});
+        out.pieces.push_back({on_circle(arc.center, arc.radius, arc.start),
+                              on_circle(arc.center, arc.radius, arc.end), arc, type == "CIRCLE"});
     } else if (type == "LWPOLYLINE") {
         const double z = db::real_of(groups, 38, 0.0);
         for (const db::group& g : groups) {
@@ -76,7 +76,10 @@ shape shape_of(const db::database& db, db::object_id id)
     } else if (type != "POINT" && type != "TEXT" && type != "MTEXT" && type != "INSERT") {
         for (const db::run& run : db::outline_of(db, id, 0.01))
             for (std::size_t i = 1; i < run.size(); ++i)
-                out.pieces.push_back({{run[i - 1].first, run[i - 1].second, 0.0}, {run[i].first, run[i].second, 0.0}, {}, false});
+                out.pieces.push_back({{run[i - 1].first, run[i - 1].second, 0.0},
+                                      {run[i].first, run[i].second, 0.0},
+                                      {},
+                                      false});
     }
     return out;
 }
@@ -129,7 +132,8 @@ void snap_mid(const shape& s, snap& out)
         if (p.full)
             continue;
         if (p.arc)
-            out.offer(on_circle(p.arc->center, p.arc->radius, p.arc->start + normal_angle(p.arc->end - p.arc->start) / 2));
+            out.offer(on_circle(p.arc->center, p.arc->radius,
+                                p.arc->start + normal_angle(p.arc->end - p.arc->start) / 2));
         else
             out.offer({(p.a.x + p.b.x) / 2, (p.a.y + p.b.y) / 2, (p.a.z + p.b.z) / 2});
     }
@@ -179,7 +183,8 @@ void cross_arcs(const piece& p, const piece& q, snap& out)
     const double d = std::hypot(dx, dy), r = p.arc->radius, s = q.arc->radius;
     if (d == 0.0 || d > r + s || d < std::abs(r - s))
         return;
-    const double along = (d * d + r * r - s * s) / (2 * d), off = std::sqrt(std::fmax(0.0, r * r - along * along));
+    const double along = (d * d + r * r - s * s) / (2 * d),
+                 off = std::sqrt(std::fmax(0.0, r * r - along * along));
     for (const double sign : {-1.0, 1.0}) {
         const point3 x{p.arc->center.x + (along * dx - sign * off * dy) / d,
                        p.arc->center.y + (along * dy + sign * off * dx) / d, p.arc->center.z};
@@ -211,10 +216,12 @@ constexpr snap_mode MODES[] = {
     {"END", snap_end}, {"MID", snap_mid}, {"CEN", snap_cen}, {"QUA", snap_qua}, {"NEA", snap_nea},
 };
 
-void snap_places(const db::database& db, const std::vector<shape>& shapes, std::string_view type, int code, snap& out)
+void snap_places(const db::database& db, const std::vector<shape>& shapes, std::string_view type, int code,
+                 snap& out)
 {
     for (const shape& s : shapes)
-        if (type.empty() ? db.is(s.id, "TEXT") || db.is(s.id, "MTEXT") || db.is(s.id, "INSERT") : db.is(s.id, type))
+        if (type.empty() ? db.is(s.id, "TEXT") || db.is(s.id, "MTEXT") || db.is(s.id, "INSERT")
+                         : db.is(s.id, type))
             out.offer(point_of(db.at(s.id).groups, code));
 }
 
@@ -255,7 +262,8 @@ extern "C" int acedOsnap(const ads_point point, const char* modes, ads_point out
     db::database& data = db::database_of(doc);
     const double pixel = pick_reach(doc) / std::max(1, db::int_variable(doc, "PICKBOX"));
     const double reach = pixel * std::max(1, db::int_variable(doc, "APERTURE"));
-    const db::box window{{point[0] - reach, point[1] - reach, -HUGE_VAL}, {point[0] + reach, point[1] + reach, HUGE_VAL}};
+    const db::box window{{point[0] - reach, point[1] - reach, -HUGE_VAL},
+                         {point[0] + reach, point[1] + reach, HUGE_VAL}};
     std::vector<shape> shapes;
     for (const db::object_id id : db::near_window(data, data.current_space(), window))
         if (is_visible(data, id) && db::crosses_window(data, id, window))

@@ -51,7 +51,8 @@ db::object_id object_at(document& doc, const point3& point)
 {
     db::database& db = db::database_of(doc);
     const double reach = pick_reach(doc);
-    const db::box window{{point.x - reach, point.y - reach, -HUGE_VAL}, {point.x + reach, point.y + reach, HUGE_VAL}};
+    const db::box window{{point.x - reach, point.y - reach, -HUGE_VAL},
+                         {point.x + reach, point.y + reach, HUGE_VAL}};
     db::object_id best = 0;
     double best_distance = HUGE_VAL;
     for (const db::object_id id : db::near_window(db, db.current_space(), window)) {

@@ -215,7 +215,8 @@ bool asker::feed_text(std::string_view text)
         return true;
     if (question_.kind == want::selection)
         return take_selection_text(bare);
-    if (question_.kind == want::object && (bare.front() == '#' || same_text(bare, "l") || same_text(bare, "last")))
+    if (question_.kind == want::object &&
+        (bare.front() == '#' || same_text(bare, "l") || same_text(bare, "last")))
         return take_handle(bare);
     if (take_plain(bare))
         return true;
@@ -289,7 +290,8 @@ bool asker::take_text(std::string_view text)
 bool asker::take_number(double value, bool whole)
 {
     if (question_.kind == want::integer && (!whole || value < -32768.0 || value > 32767.0))
-        return refuse(whole ? "Requires an integer between -32768 and 32767." : refusal_of(want::integer).plain);
+        return refuse(whole ? "Requires an integer between -32768 and 32767."
+                            : refusal_of(want::integer).plain);
     const bool zero = question_.rules & RSG_NOZERO && value == 0.0;
     const bool below = question_.rules & RSG_NONEG && value < 0.0;
     if (zero || below) {

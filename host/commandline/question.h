@@ -57,11 +57,11 @@ struct question {
 // status: RTNORM with a value, RTNONE (Enter), RTKWORD with `text`, RTCAN, RTERROR: a pick hit nothing.
 struct answer {
     int status = RTCAN;
-    point3 point;               // also where an object was picked
-    double real = 0.0;          // distance, angle (radians), real
+    point3 point;      // also where an object was picked
+    double real = 0.0; // distance, angle (radians), real
     int integer = 0;
-    std::string text;           // key word or text
-    db::object_id object = 0;   // of a pick
+    std::string text;                   // key word or text
+    db::object_id object = 0;           // of a pick
     std::vector<db::object_id> objects; // of a selection, when the answer names them
     bool has_point = false;
 

@@ -218,7 +218,8 @@ int run_values(std::deque<input> values)
 std::deque<input> values_of(const resbuf* list)
 {
     std::deque<input> values;
-    for (const resbuf* node = list; node && node->restype != RTNONE && node->restype != 0; node = node->rbnext) {
+    for (const resbuf* node = list; node && node->restype != RTNONE && node->restype != 0;
+         node = node->rbnext) {
         list_builder atoms;
         if (node->restype == RTLB) {
             int depth = 1;

@@ -26,7 +26,8 @@ struct selection_memory {
 
 db::box box_of(const point3& a, const point3& b)
 {
-    return {{std::min(a.x, b.x), std::min(a.y, b.y), -HUGE_VAL}, {std::max(a.x, b.x), std::max(a.y, b.y), HUGE_VAL}};
+    return {{std::min(a.x, b.x), std::min(a.y, b.y), -HUGE_VAL},
+            {std::max(a.x, b.x), std::max(a.y, b.y), HUGE_VAL}};
 }
 
 db::run run_of(const std::vector<point3>& points)
@@ -331,7 +332,8 @@ object_list objects_in_polygon(db::database& db, const std::vector<point3>& corn
 {
     const db::run polygon = run_of(corners);
     return visible_near(db, box_of(corners), [&](db::object_id id) {
-        return how == region::inside ? db::inside_polygon(db, id, polygon) : db::crosses_polygon(db, id, polygon);
+        return how == region::inside ? db::inside_polygon(db, id, polygon)
+                                     : db::crosses_polygon(db, id, polygon);
     });
 }
 
@@ -345,8 +347,8 @@ object_list objects_touching(document& doc, const point3& point)
 {
     const double reach = pick_reach(doc);
     db::database& db = db::database_of(doc);
-    return objects_in_window(db, {point.x - reach, point.y - reach, 0.0}, {point.x + reach, point.y + reach, 0.0},
-                             region::crossing);
+    return objects_in_window(db, {point.x - reach, point.y - reach, 0.0},
+                             {point.x + reach, point.y + reach, 0.0}, region::crossing);
 }
 
 object_list all_objects(const db::database& db)
@@ -374,7 +376,8 @@ object_list admitted(const db::database& db, const object_list& found, const sel
 {
     object_list in;
     for (const db::object_id id : found)
-        if (!(rules.no_locked && is_on_locked_layer(db, id)) && (!rules.filter || db::matches(db, id, rules.filter)))
+        if (!(rules.no_locked && is_on_locked_layer(db, id)) &&
+            (!rules.filter || db::matches(db, id, rules.filter)))
             in.push_back(id);
     return in;
 }

@@ -16,9 +16,9 @@ using object_list = std::vector<db::object_id>;
 // What an object must be to get into a set.
 struct selection_rules {
     const resbuf* filter = nullptr;
-    bool no_locked = false;  // nothing on a locked layer
-    bool single = false;     // one answer, which may be several objects
-    bool every = false;      // a pick takes all that the pick box touches
+    bool no_locked = false; // nothing on a locked layer
+    bool single = false;    // one answer, which may be several objects
+    bool every = false;     // a pick takes all that the pick box touches
 };
 
 // How a region takes objects.
@@ -39,7 +39,8 @@ object_list previous_selection(document& doc);
 void set_previous_selection(document& doc, const object_list& objects);
 
 // The dialogue. In the order of picking; becomes the previous selection when there is something in it.
-task<object_list> select_objects(command_io& io, selection_rules rules = {}, std::string prompt = "Select objects: ");
+task<object_list> select_objects(command_io& io, selection_rules rules = {},
+                                 std::string prompt = "Select objects: ");
 // For commands that change what is selected: what lies on locked layers is told and left out. Ends the
 // command when nothing is left.
 task<object_list> select_to_change(command_io& io);

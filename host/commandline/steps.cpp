@@ -34,7 +34,8 @@ task<> redo_command(command_io& io)
 
 task<> undo_command(command_io& io)
 {
-    question q(want::integer, "\nEnter the number of operations to undo or [Auto/Control/BEgin/End/Mark/Back] <1>: ");
+    question q(want::integer,
+               "\nEnter the number of operations to undo or [Auto/Control/BEgin/End/Mark/Back] <1>: ");
     q.keys("Auto Control BEgin Group End Mark Back").with(RSG_NOZERO | RSG_NONEG);
     const answer given = co_await io.ask(std::move(q));
     db::database& db = io.data();

@@ -171,9 +171,9 @@ void transform_groups(db::group_list& groups, const shape_rule& rule, const plan
         if (db::group* g = db::find(groups, 38))
             g->real = new_elevation;
         else
-            groups.insert(std::find_if(groups.begin(), groups.end(),
-                                       [](const db::group& x) { return x.code == 10; }),
-                          db::real_group(38, new_elevation));
+            groups.insert(
+                std::find_if(groups.begin(), groups.end(), [](const db::group& x) { return x.code == 10; }),
+                db::real_group(38, new_elevation));
     }
 }
 
@@ -181,13 +181,14 @@ void transform_groups(db::group_list& groups, const shape_rule& rule, const plan
 void finish_groups(db::group_list& groups, const shape_rule& rule, const plane_change& plane)
 {
     if (rule.type == "ARC" && plane.flips)
-        if (db::group *start = db::find(groups, 50), *end = db::find(groups, 51); start && end)
+        if (db::group* start = db::find(groups, 50), *end = db::find(groups, 51); start && end)
             std::swap(start->real, end->real);
     if (rule.type == "POLYLINE" && !is_space_polyline(groups))
         if (db::group* g = db::find(groups, 10))
             g->point[2] = plane.place({0, 0, g->point[2]}).z;
     if (!is_vertical(plane.to.z) && !db::find(groups, 210)) {
-        const auto end = std::find_if(groups.begin(), groups.end(), [](const db::group& g) { return g.code >= 1000; });
+        const auto end =
+            std::find_if(groups.begin(), groups.end(), [](const db::group& g) { return g.code >= 1000; });
         groups.insert(end, db::point_group(210, plane.to.z.x, plane.to.z.y, plane.to.z.z));
     }
 }
@@ -261,7 +262,8 @@ mapping mapping::after(const mapping& first) const
 
 double mapping::determinant() const
 {
-    return m[0][0] * (m[1][1] * m[2][2] - m[1][2] * m[2][1]) - m[0][1] * (m[1][0] * m[2][2] - m[1][2] * m[2][0]) +
+    return m[0][0] * (m[1][1] * m[2][2] - m[1][2] * m[2][1]) -
+           m[0][1] * (m[1][0] * m[2][2] - m[1][2] * m[2][0]) +
            m[0][2] * (m[1][0] * m[2][1] - m[1][1] * m[2][0]);
 }
 

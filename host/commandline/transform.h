@@ -18,7 +18,7 @@ struct mapping {
     static mapping turned(const point3& about, double angle); // about z
     static mapping scaled(const point3& about, double factor);
     point3 apply(const point3& p) const;
-    point3 direction(const point3& v) const; // without t
+    point3 direction(const point3& v) const;   // without t
     mapping after(const mapping& first) const; // this map of what `first` gives
     mapping inverse() const;                   // the identity when it has none
     double determinant() const;

@@ -44,7 +44,8 @@ void put_view(document& doc, const view& to)
 {
     db::database& db = db::database_of(doc);
     const db::object_id record = active_record(db);
-    if (!record || !(to.height > 0.0) || !std::isfinite(to.height) || !std::isfinite(to.x) || !std::isfinite(to.y))
+    if (!record || !(to.height > 0.0) || !std::isfinite(to.height) || !std::isfinite(to.x) ||
+        !std::isfinite(to.y))
         return;
     db::group_list& groups = db.modify(record);
     if (db::group* g = db::find(groups, 12))
@@ -72,7 +73,9 @@ bool scale_by_text(document& doc, std::string_view text)
 {
     const std::string word = upper(trimmed(text));
     const bool of_paper = word.ends_with("XP"), of_view = !of_paper && word.ends_with("X");
-    const std::optional<double> factor = parse_real(word.substr(0, word.size() - (of_paper ? 2 : of_view ? 1 : 0)));
+    const std::optional<double> factor = parse_real(word.substr(0, word.size() - (of_paper  ? 2
+                                                                                  : of_view ? 1
+                                                                                            : 0)));
     if (!factor || !(*factor > 0.0))
         return false;
     view now = view_of(doc);
@@ -109,7 +112,8 @@ task<> zoom_center(command_io& io)
         to.x = middle.point.x;
         to.y = middle.point.y;
     }
-    question size(want::distance, with_default("\nEnter magnification or height", length_text(io.doc(), to.height)));
+    question size(want::distance,
+                  with_default("\nEnter magnification or height", length_text(io.doc(), to.height)));
     size.with(RSG_NOZERO | RSG_NONEG | RSG_OTHER);
     const answer height = co_await io.ask(std::move(size));
     if (height.ok())
