@@ -1,0 +1,275 @@
+// entities.cpp: drawing objects as group lists, extended data, dictionaries.
+#include "host/core/text.h"
+#include "host/lisp/builtins.h"
+#include "host/lisp/convert.h"
+#include "host/lisp/printer.h"
+
+namespace host::lisp
+{
+
+namespace
+{
+
+value entity_or_nil(int status, const ads_name name)
+{
+    return status == RTNORM ? value::entity(name) : value::nil();
+}
+
+value get(interpreter& l, arguments a)
+{
+    list_builder applications;
+    if (a.count > 1)
+        for (const value* p = &a[1]; p->is_cell(); p = &p->cdr()) {
+            if (!p->car().is_string())
+                l.wrong_type("stringp", p->car());
+            applications.add(rb_text(RTSTR, p->car().as_string()));
+        }
+    const list_ptr names(applications.take());
+    const list_ptr groups(names ? acdbEntGetX(a[0].name(), names.get()) : acdbEntGet(a[0].name()));
+    return groups ? value_of_groups(l, groups.get()) : value::nil();
+}
+
+// The end of a block definition answers the block's name.
+value make(interpreter& l, arguments a)
+{
+    if (a.count == 0)
+        return value::nil();
+    const list_ptr groups(groups_of(l, a[0]));
+    const int status = acdbEntMake(groups.get());
+    l.throw_kept_stop();
+    if (status == RTKWORD) {
+        char name[ADS_TEXT_SIZE] = "";
+        acedGetInput(name);
+        return value::text(name);
+    }
+    return status == RTNORM ? a[0] : value::nil();
+}
+
+value make_named(interpreter& l, arguments a)
+{
+    if (a.count == 0)
+        return value::nil();
+    const list_ptr groups(groups_of(l, a[0]));
+    ads_name name = {0, 0};
+    const int status = acdbEntMakeX(groups.get(), name);
+    l.throw_kept_stop();
+    return entity_or_nil(status, name);
+}
+
+value modify(interpreter& l, arguments a)
+{
+    const list_ptr groups(groups_of(l, a[0]));
+    const int status = acdbEntMod(groups.get());
+    l.throw_kept_stop();
+    return status == RTNORM ? a[0] : value::nil();
+}
+
+value erase(interpreter& l, arguments a)
+{
+    const int status = acdbEntDel(a[0].name());
+    l.throw_kept_stop();
+    return status == RTNORM ? a[0] : value::nil();
+}
+
+value update(interpreter&, arguments a)
+{
+    return acdbEntUpd(a[0].name()) == RTNORM ? a[0] : value::nil();
+}
+
+value next(interpreter&, arguments a)
+{
+    ads_name name = {0, 0};
+    return entity_or_nil(acdbEntNext(a.given(0) ? a[0].name() : nullptr, name), name);
+}
+
+value last(interpreter&, arguments)
+{
+    ads_name name = {0, 0};
+    return entity_or_nil(acdbEntLast(name), name);
+}
+
+value by_handle(interpreter&, arguments a)
+{
+    ads_name name = {0, 0};
+    return entity_or_nil(acdbHandEnt(a.text(0).c_str(), name), name);
+}
+
+value register_application(interpreter&, arguments a)
+{
+    return acdbRegApp(a.text(0).c_str()) == RTNORM ? a[0] : value::nil();
+}
+
+// ---- room for extended data
+
+constexpr int most_extended_bytes = 16383;
+
+int stored_size(const resbuf& node)
+{
+    switch (type_of_code(node.restype)) {
+    case value_type::text:
+        return 2 + (node.resval.rstring ? static_cast<int>(std::string_view(node.resval.rstring).size()) : 0);
+    case value_type::binary:
+        return 2 + node.resval.rbinary.clen;
+    case value_type::point:
+        return 25;
+    case value_type::real:
+        return 9;
+    case value_type::int32:
+        return 5;
+    default:
+        return 3;
+    }
+}
+
+int extended_size(const resbuf* list)
+{
+    bool inside = false;
+    int sum = 0;
+    for (; list; list = list->rbnext) {
+        if (inside)
+            sum += stored_size(*list);
+        inside = inside || list->restype == -3;
+    }
+    return sum;
+}
+
+value extended_bytes(interpreter& l, arguments a)
+{
+    // Taken with and without the -3 in front.
+    const bool whole = a[0].car().is(kind::integer);
+    const value group = whole ? a[0] : cons(value::integer(-3), a[0]);
+    const list_ptr groups(groups_of(l, cons(group, value::nil())));
+    return value::integer(extended_size(groups.get()));
+}
+
+value extended_room(interpreter&, arguments a)
+{
+    const list_ptr everything(rb_text(RTSTR, "*"));
+    const list_ptr groups(acdbEntGetX(a[0].name(), everything.get()));
+    return groups ? value::integer(most_extended_bytes - extended_size(groups.get())) : value::nil();
+}
+
+// ---- dictionaries
+
+constexpr int KEY = 3;
+
+value named_objects(interpreter&, arguments)
+{
+    ads_name name = {0, 0};
+    return entity_or_nil(acdbNamedObjDict(name), name);
+}
+
+value dictionary_search(interpreter& l, arguments a)
+{
+    const list_ptr groups(acdbDictSearch(a[0].name(), a.text(1).c_str(), a.given(2)));
+    return groups ? value_of_groups(l, groups.get()) : value::nil();
+}
+
+value dictionary_next(interpreter& l, arguments a)
+{
+    const list_ptr groups(acdbDictNext(a[0].name(), a.given(1)));
+    return groups ? value_of_groups(l, groups.get()) : value::nil();
+}
+
+bool is_key(const value& group, const std::string& key)
+{
+    return group.car().is(kind::integer) && group.car().as_integer() == KEY && group.cdr().is_string() &&
+           same_text(group.cdr().as_string(), key);
+}
+
+// The dictionary's groups with one entry changed by `change`, written back. False: no such entry.
+template <class Change>
+bool change_entry(interpreter& l, const value& dictionary, const std::string& key, Change change)
+{
+    const list_ptr groups(acdbEntGet(dictionary.name()));
+    const value list = groups ? value_of_groups(l, groups.get()) : value::nil();
+    list_maker out;
+    bool found = false;
+    for (const value* p = &list; p->is_cell(); p = &p->cdr()) {
+        if (is_key(p->car(), key) && p->cdr().is_cell()) {
+            found = true;
+            change(out, p->cdr().car());
+            p = &p->cdr();
+        } else {
+            out.add(p->car());
+        }
+    }
+    if (!found)
+        return false;
+    const list_ptr changed(groups_of(l, out.take()));
+    return acdbEntMod(changed.get()) == RTNORM;
+}
+
+value dictionary_remove(interpreter& l, arguments a)
+{
+    value removed;
+    const bool done =
+        change_entry(l, a[0], a.text(1), [&](list_maker&, const value& entry) { removed = entry.cdr(); });
+    return done ? removed : value::nil();
+}
+
+value dictionary_rename(interpreter& l, arguments a)
+{
+    const bool done = change_entry(l, a[0], a.text(1), [&](list_maker& out, const value& entry) {
+        out.add(cons(value::integer(KEY), a[2]));
+        out.add(entry);
+    });
+    return done ? a[2] : value::nil();
+}
+
+value dictionary_add(interpreter&, arguments a)
+{
+    const list_ptr there(acdbDictSearch(a[0].name(), a.text(1).c_str(), 0));
+    const list_ptr groups(acdbEntGet(a[0].name()));
+    if (there || !groups)
+        return value::nil();
+    list_builder out;
+    out.add(rb_copy(groups.get())).add(rb_text(KEY, a.text(1))).add(rb_name(350, a[2].name()));
+    const list_ptr changed(out.take());
+    return acdbEntMod(changed.get()) == RTNORM ? a[2] : value::nil();
+}
+
+// Names of the layouts, the model's left out.
+value layouts(interpreter&, arguments)
+{
+    list_maker out;
+    ads_name root = {0, 0};
+    if (acdbNamedObjDict(root) != RTNORM)
+        return value::nil();
+    const list_ptr dictionary(acdbDictSearch(root, "ACAD_LAYOUT", 0));
+    for (const resbuf* node = dictionary.get(); node; node = node->rbnext)
+        if (node->restype == KEY && node->resval.rstring && !same_text(node->resval.rstring, "Model"))
+            out.add(value::text(node->resval.rstring));
+    return out.take();
+}
+
+constexpr builtin TABLE[] = {
+    {"entget", get, 1, 2, "el"},
+    {"entmake", make, 0, 1, "l"},
+    {"entmakex", make_named, 0, 1, "l"},
+    {"entmod", modify, 1, 1, "l"},
+    {"entdel", erase, 1, 1, "e"},
+    {"entupd", update, 1, 1, "e"},
+    {"entnext", next, 0, 1, "E"},
+    {"entlast", last, 0, 0, ""},
+    {"handent", by_handle, 1, 1, "s"},
+    {"regapp", register_application, 1, 1, "s"},
+    {"xdsize", extended_bytes, 1, 1, "c"},
+    {"xdroom", extended_room, 1, 1, "e"},
+    {"namedobjdict", named_objects, 0, 0, ""},
+    {"dictsearch", dictionary_search, 2, 3, "es."},
+    {"dictnext", dictionary_next, 1, 2, "e."},
+    {"dictadd", dictionary_add, 3, 3, "ese"},
+    {"dictremove", dictionary_remove, 2, 2, "es"},
+    {"dictrename", dictionary_rename, 3, 3, "ess"},
+    {"layoutlist", layouts, 0, 0, ""},
+};
+
+} // namespace
+
+std::span<const builtin> entity_table()
+{
+    return TABLE;
+}
+
+} // namespace host::lisp

@@ -1,0 +1,245 @@
+// interpreter.cpp: symbols, and what happens to errors.
+#include "host/lisp/interpreter.h"
+
+#include <new>
+#include <stdexcept>
+
+#include "host/core/console.h"
+#include "host/core/text.h"
+#include "host/lisp/builtins.h"
+#include "host/lisp/dialogs.h"
+#include "host/lisp/printer.h"
+#include "host/lisp/reader.h"
+
+namespace host::lisp
+{
+
+interpreter::interpreter(document& owner) : owner_(owner)
+{
+    t_ = intern("T");
+    t_->bound = value::of(t_);
+    silent_ = intern("");
+    error_ = intern("*ERROR*");
+    error_->bound = value::nil();
+    lambda_ = intern("LAMBDA");
+    intern("PI")->bound = value::real(3.14159265358979323846);
+    intern("PAUSE")->bound = value::text("\\");
+    for (const std::span<const builtin> table : builtin_tables())
+        for (const builtin& b : table)
+            intern(b.name)->bound = value::of(&b);
+    for (const special_form& s : special_forms())
+        intern(s.name)->bound = value::of(&s);
+}
+
+interpreter::~interpreter()
+{
+    unbind_to(0);
+    gripped[0] = gripped[1] = value::nil();
+    for (symbol& s : all_symbols_)
+        s.bound = value();
+    for (auto& [number, set] : picksets_)
+        set->owner = nullptr;
+}
+
+interpreter& interpreter_of(document& doc)
+{
+    return doc.part<interpreter>();
+}
+
+symbol* interpreter::find(std::string_view name)
+{
+    const auto found = names_.find(upper(name));
+    return found == names_.end() ? nullptr : found->second;
+}
+
+symbol* interpreter::intern(std::string_view name)
+{
+    std::string printed = upper(name);
+    const auto found = names_.find(printed);
+    if (found != names_.end())
+        return found->second;
+    all_symbols_.push_back({std::move(printed), {}});
+    symbol* made = &all_symbols_.back();
+    names_.emplace(made->name, made);
+    return made;
+}
+
+// ---- selection sets
+
+pickset_object::pickset_object(interpreter& l, const std::int32_t* set)
+    : counted(kind::pickset), name{set[0], set[1]}, owner(&l)
+{
+}
+
+pickset_object::~pickset_object()
+{
+    if (owner)
+        owner->forget_pickset(name);
+    acedSSFree(name);
+}
+
+value interpreter::pickset(const std::int32_t* name)
+{
+    const auto found = picksets_.find(name[0]);
+    if (found != picksets_.end())
+        return value::of(static_cast<counted*>(found->second));
+    auto* made = new pickset_object(*this, name);
+    picksets_[name[0]] = made;
+    return value::of(static_cast<counted*>(made));
+}
+
+void interpreter::forget_pickset(const std::int32_t* name)
+{
+    picksets_.erase(name[0]);
+}
+
+// ---- errors
+
+void interpreter::fail(std::string message, failure how)
+{
+    throw lisp_error{how, std::move(message), how == failure::error ? backtrace() : std::string(), {}};
+}
+
+void interpreter::wrong_type(const char* wanted, const value& got)
+{
+    fail(std::string("bad argument type: ") + wanted + " " + short_text(got, 60));
+}
+
+void interpreter::cancel()
+{
+    fail("Function cancelled", answers_ended() ? failure::stopped : failure::cancelled);
+}
+
+std::string interpreter::backtrace() const
+{
+    constexpr int innermost = 10, outermost = 2;
+    int depth = 0;
+    for (const call_frame* f = frame_; f; f = f->up)
+        ++depth;
+    std::string out;
+    int at = 0;
+    const cell* before = nullptr;
+    for (const call_frame* f = frame_; f; f = f->up, ++at) {
+        const cell* form = f->form->is_cell() ? f->form->as_cell() : nullptr;
+        if (form && form == before)
+            continue; // a form of a file is a call too
+        before = form;
+        if (at >= innermost && at < depth - outermost) {
+            if (at == innermost)
+                out += ";   ... " + std::to_string(depth - innermost - outermost) + " more calls\n";
+            continue;
+        }
+        out += ";   ";
+        if (f->source && form && form->line)
+            out += *f->source + ":" + std::to_string(form->line) + ": ";
+        out += short_text(*f->form, 70) + "\n";
+    }
+    return out;
+}
+
+void interpreter::keep_stop(const lisp_error& e)
+{
+    if (!kept_stop_)
+        kept_stop_ = std::make_unique<lisp_error>(e);
+}
+
+void interpreter::throw_kept_stop()
+{
+    if (!kept_stop_)
+        return;
+    const lisp_error e = *kept_stop_;
+    kept_stop_.reset();
+    throw lisp_error(e);
+}
+
+namespace
+{
+
+void print_error(const lisp_error& e)
+{
+    history_line("; error: " + e.message);
+    if (!e.place.empty())
+        history_line(";   " + e.place + ": " + e.message);
+    if (e.how == failure::error && !e.chain.empty())
+        history(e.chain);
+}
+
+} // namespace
+
+// Calls the program's *error* function, with the bindings still as they were where it failed, or prints.
+outcome interpreter::conclude(lisp_error& e)
+{
+    outcome result;
+    result.how = e.how == failure::error || e.how == failure::cancelled ? ending::error : ending::stopped;
+    result.message = e.place.empty() ? e.message : e.place + ": " + e.message;
+    const value handler = error_->bound;
+    if (catching || !is_function(handler)) {
+        print_error(e);
+        return result;
+    }
+    catching = true;
+    try {
+        call(handler, {value::text(e.message)});
+        result.reported = true;
+    } catch (const lisp_error& second) {
+        if (second.how == failure::error || second.how == failure::cancelled)
+            print_error(second);
+        else
+            result.how = ending::stopped;
+    }
+    catching = false;
+    return result;
+}
+
+outcome interpreter::run(const std::function<value()>& work)
+{
+    const std::size_t mark = bindings_.size();
+    const std::string* const source = source_;
+    if (!frame_)
+        kept_stop_.reset();
+    outcome result;
+    const auto put_back = [&] {
+        unbind_to(mark);
+        source_ = source;
+    };
+    try {
+        result.printed = prin1_text(work());
+    } catch (lisp_error& e) {
+        result = conclude(e);
+    } catch (const std::bad_alloc&) {
+        lisp_error e{failure::error, "insufficient memory", {}, {}};
+        result = conclude(e);
+    } catch (const std::length_error&) {
+        lisp_error e{failure::error, "string too long", {}, {}};
+        result = conclude(e);
+    }
+    put_back();
+    if (result.how == ending::stopped && frame_ && !catching)
+        keep_stop({failure::stopped, "Function cancelled", {}, {}});
+    return result;
+}
+
+value interpreter::evaluate_forms(std::string_view text, const std::string& name)
+{
+    struct source_guard {
+        const std::string*& slot;
+        const std::string* before;
+        ~source_guard() { slot = before; }
+    } guard{source_, source_};
+    source_ = name.empty() ? nullptr : &*sources_.insert(name).first;
+    reader forms(*this, text, name);
+    value form, last = value::nil();
+    for (;;) {
+        try {
+            if (!forms.next(&form))
+                return last;
+        } catch (lisp_error& e) {
+            e.chain = backtrace();
+            throw;
+        }
+        call_frame frame(*this, &form);
+        last = eval(form);
+    }
+}
+
+} // namespace host::lisp
