@@ -205,9 +205,10 @@ TEST_F(Reading, LineIsNoPolyline)
     EXPECT_EQ(pl_read_vertices(name_of(line)), nullptr);
 }
 
-TEST_F(Reading, PolylineWithoutVerticesGivesNothing)
+TEST_F(Reading, PolylineOfControlPointsAloneGivesNothing)
 {
-    EXPECT_EQ(pl_read_vertices(name_of(old_polyline(*this, "70 0", {}))), nullptr);
+    EXPECT_EQ(pl_read_vertices(name_of(old_polyline(*this, "70 4;75 6", {"70 16;10 0,0", "70 16;10 1,1"}))),
+              nullptr);
     EXPECT_EQ(printed, "");
 }
 

@@ -188,6 +188,21 @@ TEST_F(Tables, EntityLayerAndColour)
     EXPECT_EQ(entity_color(none), 256);
 }
 
+TEST_F(Tables, ExtentsArePlanar)
+{
+    ads_point low = {7, 7, 7}, high = {8, 8, 8};
+    entity_extents(name_of(made("0 LINE;10 4,-2,1;11 1,5,9")), low, high);
+    EXPECT_EQ(low[0], 1);
+    EXPECT_EQ(low[1], -2);
+    EXPECT_EQ(low[2], 7);
+    EXPECT_EQ(high[0], 4);
+    EXPECT_EQ(high[1], 5);
+    EXPECT_EQ(high[2], 8);
+    const ads_name none = {0, 0};
+    entity_extents(none, low, high);
+    EXPECT_EQ(low[0], 1) << "nothing is written when it does not open";
+}
+
 TEST_F(Tables, NodesOnTheScreen)
 {
     const double a[3] = {0, 0, 1}, b[3] = {5, 0, 2}, c[3] = {5, 6, 3};
