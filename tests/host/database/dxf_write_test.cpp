@@ -281,7 +281,7 @@ private:
 
 TEST_F(DxfWrite, DrawingsAtRandomComeBackTheSame)
 {
-    for (unsigned seed = 0; seed < 300; ++seed) {
+    for (unsigned seed = 0; seed < 150; ++seed) {
         const auto first = parse("0\nEOF\n");
         ASSERT_TRUE(first);
         generator(seed).fill(*first);
