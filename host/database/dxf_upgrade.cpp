@@ -54,7 +54,8 @@ std::size_t head_size(const database& db, const group_list& groups)
     return std::min(i, groups.size());
 }
 
-group_list braced_lists(const database& db, const group_list& groups, std::size_t head)
+// The 102 lists of a head; one that the file leaves open is closed, or it would take in the owner.
+group_list braced_lists(database& db, const group_list& groups, std::size_t head)
 {
     group_list out;
     bool in_braces = false;
@@ -64,6 +65,8 @@ group_list braced_lists(const database& db, const group_list& groups, std::size_
         if (in_braces || groups[i].code == 102)
             out.push_back(groups[i]);
     }
+    if (in_braces)
+        out.push_back(db.text_group(102, "}"));
     return out;
 }
 
@@ -105,7 +108,7 @@ std::string renamed_space(std::string_view name, char from, char to)
 
 } // namespace
 
-void set_head(const database& db, group_list& groups, head_order order, int handle_code, std::uint64_t handle,
+void set_head(database& db, group_list& groups, head_order order, int handle_code, std::uint64_t handle,
               std::uint64_t owner)
 {
     const std::size_t size = head_size(db, groups);
@@ -127,7 +130,7 @@ void set_head(const database& db, group_list& groups, head_order order, int hand
     std::copy(kept.begin(), kept.end(), groups.begin() + (owner_first ? 3 : 2));
 }
 
-void set_table_head(const database& db, group_list& groups, std::uint64_t handle)
+void set_table_head(database& db, group_list& groups, std::uint64_t handle)
 {
     const group* given = find(groups, 2);
     const group name = text_group(2, given ? given->text : 0);

@@ -10,10 +10,10 @@ namespace host::db
 // Entities and records have 330 and 5 (`handle_code`; 105 for dimension styles), then the 102 lists;
 // objects of section OBJECTS 5, the 102 lists, 330, as files have it too.
 enum class head_order { owner_first, handle_first };
-void set_head(const database& db, group_list& groups, head_order order, int handle_code, std::uint64_t handle,
+void set_head(database& db, group_list& groups, head_order order, int handle_code, std::uint64_t handle,
               std::uint64_t owner);
 // A table's: the name, the handle, the 102 lists, no owner.
-void set_table_head(const database& db, group_list& groups, std::uint64_t handle);
+void set_table_head(database& db, group_list& groups, std::uint64_t handle);
 
 // A symbol table, a record of one, a BLOCK or ENDBLK, its head set, without subclass markers gets them.
 void upgrade_table_head(database& db, dxf_table& table);
