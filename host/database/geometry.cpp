@@ -380,9 +380,15 @@ bool inside_window(const database& db, object_id id, const box& window)
 {
     if (db.valid(id) && is_endless(db, id))
         return false;
+    // A window drawn from end to end of an object holds it, whatever the last digit of a sine is.
+    constexpr double SLACK = 1e-12;
     const box own = extents_of(db, id);
-    return !own.is_empty() && in_box(own.low[0], own.low[1], window) &&
-           in_box(own.high[0], own.high[1], window);
+    for (int i = 0; i < 2; ++i) {
+        const double slack = SLACK * (1 + std::max(std::fabs(window.low[i]), std::fabs(window.high[i])));
+        if (own.low[i] < window.low[i] - slack || own.high[i] > window.high[i] + slack)
+            return false;
+    }
+    return !own.is_empty();
 }
 
 bool crosses_window(const database& db, object_id id, const box& window)

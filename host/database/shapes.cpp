@@ -21,7 +21,7 @@ namespace
 constexpr double TURN = 2 * std::numbers::pi;
 constexpr double CHARACTER_WIDTH = 0.9; // of the height
 constexpr int DEEPEST = 32;             // blocks in blocks
-constexpr long MOST_OBJECTS = 500'000;  // in one object with all its blocks
+constexpr long MOST_OBJECTS = 200'000;  // in one object with all its blocks
 
 struct walker {
     const database& db;
@@ -391,7 +391,7 @@ std::vector<std::size_t> line_lengths(const std::string& text)
         else if (code == 'U' && i + 5 < text.size()) {
             ++lines.back();
             i += 5;
-        } else if (std::string_view("ACcFfHQTWpS").find(code) != std::string_view::npos) {
+        } else if (std::string_view("ACFHQTWcfpS").find(code) != std::string_view::npos) {
             const std::size_t end = std::min(text.find(';', i), text.size());
             if (code == 'S')
                 lines.back() += end - i - 1;
