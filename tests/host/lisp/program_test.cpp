@@ -9,8 +9,10 @@
 // Empty lines and the chain of calls behind an error aren't compared. @TMP@ stands for a directory
 // of the test's own.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -65,6 +67,7 @@ script read_script(const fs::path& path, const std::string& tmp)
     std::ifstream in(path, std::ios::binary);
     script s;
     std::string piece, line;
+    int lines = 0;
     const auto behind = [&](const char* mark) {
         const std::size_t at = line.find(mark);
         return at == line.npos ? std::string() : line.substr(at + std::string(mark).size());
@@ -72,6 +75,7 @@ script read_script(const fs::path& path, const std::string& tmp)
     while (std::getline(in, line)) {
         line = replaced(line, "@TMP@", tmp);
         piece += line + "\n";
+        ++lines;
         const bool failure = line.find("; expect error: ") != line.npos;
         if (failure)
             s.expected.push_back("; error: " + without_end_blanks(behind("; expect error: ")));
@@ -81,7 +85,7 @@ script read_script(const fs::path& path, const std::string& tmp)
             s.answers += behind("; answer: ") + "\n";
         if (failure || line.find("; expect end") != line.npos) {
             s.pieces.push_back(piece);
-            piece.clear();
+            piece.assign(static_cast<std::size_t>(lines), '\n'); // the next piece keeps its line numbers
         }
     }
     s.pieces.push_back(piece);
@@ -123,12 +127,15 @@ TEST_P(LispProgram, PrintsWhatItSays)
     EXPECT_EQ(compared_lines(history_text), s.expected) << history_text;
 }
 
-INSTANTIATE_TEST_SUITE_P(Programs, LispProgram, testing::ValuesIn(programs()), [](const auto& info) {
-    std::string name = info.param.substr(0, info.param.size() - 4);
+std::string test_name(const testing::TestParamInfo<std::string>& program)
+{
+    std::string name = program.param.substr(0, program.param.size() - 4);
     for (char& c : name)
         if (!std::isalnum(static_cast<unsigned char>(c)))
             c = '_';
     return name;
-});
+}
+
+INSTANTIATE_TEST_SUITE_P(Programs, LispProgram, testing::ValuesIn(programs()), test_name);
 
 } // namespace

@@ -3,7 +3,7 @@
 (print 'x) (print "y")
 ; expect: X
 ; expect: "y"
-(print (princ "p"))
+(terpri) (print (princ "p"))
 ; expect: p
 ; expect: "p"
 (princ "\nq") (princ)                    ; expect: q

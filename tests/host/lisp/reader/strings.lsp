@@ -3,7 +3,7 @@
 (print (ascii "\e"))                           ; expect: 27
 (print (ascii "\377"))                         ; expect: 255
 (print (strlen "\1012"))                       ; expect: 2
-(princ "\U+00E4\u+00e4") (terpri)              ; expect: äu+00e4
+(terpri) (princ "\U+00E4\u+00e4") (terpri)              ; expect: äu+00e4
 (print "\U+4E2D")                              ; expect: "\\U+4E2D"
 (print "\M+1B0A1")                             ; expect: "\\M+1B0A1"
 (print (strlen "\U+zz"))                       ; expect: 4
