@@ -18,6 +18,10 @@ namespace host::commandline
 void run_typed(document& doc, std::string_view name);
 // The loop "Command: " of an interactive session, until QUIT or the end of the answers.
 void run_session(document& doc);
+// Whether QUIT or END was given.
+bool quit_requested();
+// To be called when a LISP expression at the top has ended: a command that it has left open is cancelled.
+void expression_ended(document& doc);
 std::vector<std::string> command_names();
 
 // Drawing files: what OPEN, NEW, QSAVE, SAVEAS and the program's options do.

@@ -1,0 +1,299 @@
+// drawing_files.cpp: drawings from and to files: OPEN, NEW, QSAVE, SAVE, SAVEAS, CLOSE, QUIT, END. Each
+// drawing opens in a document of its own. A drawing whose expression is still running is closed when the
+// expression has ended.
+#include <algorithm>
+#include <filesystem>
+
+#include "host/commandline/closing.h"
+#include "host/commandline/commands.h"
+#include "host/commandline/edit_commands.h"
+#include "host/core/console.h"
+#include "host/core/document.h"
+#include "host/core/module.h"
+#include "host/core/reactors.h"
+#include "host/core/session.h"
+#include "host/core/text.h"
+#include "host/database/dxf.h"
+#include "host/database/sysvars.h"
+#include "host/files/paths.h"
+#include "hostapi/dbobjects.h"
+
+namespace host::commandline
+{
+
+namespace
+{
+
+struct format_word {
+    std::string_view words;
+    std::string_view version; // as in the settings of a run
+};
+
+constexpr format_word FORMATS[] = {
+    {"R12 LT2", "R12"},
+    {"R13 R14 LT95 LT97 LT98 2000 LT2000 2004 LT2004 DXF", "R2000"},
+    {"2007 LT2007 2010 LT2010 2013 LT2013 2018 LT2018", "R2007"},
+};
+
+bool quit = false;
+std::vector<int> closing; // numbers of documents
+
+db::dxf_version version_of(std::string_view name)
+{
+    return name == "R12"     ? db::dxf_version::r12
+           : name == "R2007" ? db::dxf_version::r2007
+                             : db::dxf_version::r2000;
+}
+
+bool write_drawing(document& doc, std::string_view path, std::string_view version, std::string* error)
+{
+    const std::string file = drawing_path(path);
+    db::database& db = db::database_of(doc);
+    db::dxf_error failure;
+    if (!db::write_dxf(db, file, version_of(version), true, &failure)) {
+        *error = failure.text();
+        note_file_failure();
+        return false;
+    }
+    db.set_modified(false);
+    return true;
+}
+
+// The drawing's name as programs see it: directory and name with its extension.
+std::string shown_name(document& doc)
+{
+    return db::text_variable(doc, "DWGPREFIX") + db::text_variable(doc, "DWGNAME");
+}
+
+// Saves for a command: the editor's reactors hear of it.
+void save_for_command(command_io& io, std::string_view path, std::string_view version)
+{
+    std::string error;
+    if (!write_drawing(io.doc(), path, version, &error))
+        throw command_failed{error};
+    tell_saved(acdbCurDwg(), shown_name(io.doc()).c_str());
+}
+
+// A drawing is not written over another one without a word.
+task<bool> may_write(command_io& io, std::string path)
+{
+    constexpr int NO_QUESTION = 2; // EXPERT
+    if (!existing_path(drawing_path(path)) || db::int_variable(io.doc(), "EXPERT") >= NO_QUESTION)
+        co_return true;
+    question q(want::key_word,
+               "\nA drawing with this name already exists.\nDo you want to replace it? [Yes/No] <N>: ");
+    q.keys("Yes No");
+    const answer given = co_await io.ask(std::move(q));
+    co_return given.ok() && given.text == "Yes";
+}
+
+std::string_view format_of(std::string_view word)
+{
+    for (const format_word& format : FORMATS)
+        if (const std::vector<std::string_view> words = split_blanks(format.words);
+            std::any_of(words.begin(), words.end(), [&](std::string_view w) { return same_text(w, word); }))
+            return format.version;
+    return {};
+}
+
+std::string all_formats()
+{
+    std::string out;
+    for (const format_word& format : FORMATS)
+        out += std::string(format.words) + " ";
+    return out;
+}
+
+// Format and path; a path in place of the format is taken as the path.
+task<> ask_and_save(command_io& io, bool with_format, bool takes_name)
+{
+    std::string version = run_settings().dxf_version, path;
+    if (with_format) {
+        question q(want::text, "\nEnter file format [R12/R14/2000/2004/2007/2010/2013/2018] <2000>: ");
+        q.keys(all_formats());
+        const answer format = co_await io.ask(std::move(q));
+        if (format.status == RTKWORD)
+            version = format_of(format.text);
+        else if (format.ok())
+            path = format.text;
+    }
+    while (path.empty()) {
+        const std::string now = shown_name(io.doc());
+        const answer given = co_await io.ask(ask_text(with_default("\nSave drawing as", now)));
+        path = given.none() ? now : given.text;
+    }
+    const bool may = co_await may_write(io, path);
+    if (!may)
+        co_return;
+    const std::string before = io.doc().file;
+    if (takes_name || before.empty())
+        io.doc().file = drawing_path(path);
+    try {
+        save_for_command(io, path, version);
+    } catch (...) {
+        io.doc().file = before;
+        throw;
+    }
+}
+
+task<bool> may_discard(command_io& io)
+{
+    if (!io.data().modified())
+        co_return true;
+    question q(want::key_word, "\nReally want to discard all changes to drawing? [Yes/No] <N>: ");
+    q.keys("Yes No");
+    const answer given = co_await io.ask(std::move(q));
+    co_return given.ok() && given.text == "Yes";
+}
+
+document* document_of_number(int number)
+{
+    for (const auto& doc : documents())
+        if (doc->number() == number)
+            return doc.get();
+    return nullptr;
+}
+
+void close_now(document& doc)
+{
+    tell_drawing_unloaded(doc);
+    close_document(doc);
+    if (!has_document()) {
+        std::string error;
+        new_drawing(&error);
+    }
+}
+
+} // namespace
+
+bool quit_requested()
+{
+    return quit;
+}
+
+void request_quit(bool on)
+{
+    quit = on;
+}
+
+void close_waiting_drawings()
+{
+    for (const int number : std::exchange(closing, {}))
+        if (document* doc = document_of_number(number))
+            close_now(*doc);
+}
+
+bool open_drawing(document& doc, std::string_view path, std::string* error)
+{
+    const std::string file = drawing_path(path);
+    db::dxf_error failure;
+    std::unique_ptr<db::database> read = db::read_dxf(file, doc, &failure);
+    if (!read) {
+        *error = failure.text();
+        note_file_failure();
+        return false;
+    }
+    db::replace_database(doc, std::move(read));
+    doc.file = file;
+    db::database_of(doc).set_modified(false);
+    return true;
+}
+
+bool save_drawing(document& doc, std::string_view path, std::string* error)
+{
+    return write_drawing(doc, path, run_settings().dxf_version, error);
+}
+
+document* new_drawing(std::string*)
+{
+    document& doc = open_document();
+    db::database_of(doc);
+    tell_drawing_loaded(doc);
+    return &doc;
+}
+
+task<> open_command(command_io& io)
+{
+    const answer given = co_await io.ask(ask_text("\nEnter name of drawing to open: "));
+    if (given.none())
+        co_return;
+    const std::string file = drawing_path(given.text);
+    for (const auto& doc : documents())
+        if (!doc->file.empty() && doc->file == file) { // it is open already
+            make_current(*doc);
+            co_return;
+        }
+    document& before = current_document();
+    document& doc = open_document();
+    std::string error;
+    if (!open_drawing(doc, given.text, &error)) {
+        close_document(doc);
+        make_current(before);
+        throw command_failed{error};
+    }
+    tell_drawing_loaded(doc);
+}
+
+task<> new_command(command_io& io)
+{
+    const answer given = co_await io.ask(ask_text("\nEnter template file name or [. (for none)] <.>: "));
+    document& before = current_document();
+    std::string error;
+    document* doc = nullptr;
+    if (given.none() || given.text == ".") {
+        doc = new_drawing(&error);
+        co_return;
+    }
+    doc = &open_document();
+    if (!open_drawing(*doc, given.text, &error)) {
+        close_document(*doc);
+        make_current(before);
+        throw command_failed{error};
+    }
+    doc->file.clear(); // a template lends its contents, not its name
+    tell_drawing_loaded(*doc);
+}
+
+task<> qsave_command(command_io& io)
+{
+    if (io.doc().file.empty()) {
+        co_await ask_and_save(io, false, true);
+        co_return;
+    }
+    save_for_command(io, io.doc().file, run_settings().dxf_version);
+}
+
+task<> save_command(command_io& io)
+{
+    co_await ask_and_save(io, false, false);
+}
+
+task<> saveas_command(command_io& io)
+{
+    co_await ask_and_save(io, true, true);
+}
+
+task<> close_command(command_io& io)
+{
+    const bool may = co_await may_discard(io);
+    if (!may)
+        co_return;
+    closing.push_back(io.doc().number());
+    if (io.is_typed())
+        io.afterwards = close_waiting_drawings;
+}
+
+task<> quit_command(command_io& io)
+{
+    const bool may = co_await may_discard(io);
+    if (may)
+        quit = true;
+}
+
+task<> end_command(command_io& io)
+{
+    co_await qsave_command(io);
+    quit = true;
+}
+
+} // namespace host::commandline

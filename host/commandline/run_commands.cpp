@@ -1,0 +1,372 @@
+// run_commands.cpp: starting, feeding and ending of commands. A drawing has at most one command open: one
+// that a program has begun and not finished. Values of a program go to it first; when there is none, the
+// next value names a command.
+#include <cstdarg>
+#include <deque>
+#include <memory>
+
+#include "host/commandline/command_io.h"
+#include "host/commandline/commands.h"
+#include "host/commandline/settings.h"
+#include "host/core/console.h"
+#include "host/core/document.h"
+#include "host/core/module.h"
+#include "host/core/reactors.h"
+#include "host/core/session.h"
+#include "host/core/text.h"
+#include "host/core/trace.h"
+#include "host/database/sysvars.h"
+#include "host/lisp/api.h"
+
+namespace host::commandline
+{
+
+namespace
+{
+
+enum class ending { waits, done, cancelled, failed };
+
+struct running_command {
+    command_io io;
+    task<> body;
+    bool executing = false;
+    running_command(document& doc, std::string name, program_values* queue, bool shown)
+        : io(doc, std::move(name), queue, shown)
+    {
+    }
+};
+
+// What a drawing keeps of its command line.
+struct open_command {
+    explicit open_command(document&) {}
+    std::unique_ptr<running_command> running;
+    std::string last_typed; // repeated by Enter
+};
+
+program_values sent;
+
+std::unique_ptr<running_command>& open_in(document& doc)
+{
+    return doc.part<open_command>().running;
+}
+
+// Tells how a command has ended, lets it go and does what it has left for afterwards.
+ending finish(document& doc)
+{
+    const std::unique_ptr<running_command> gone = std::move(open_in(doc));
+    ending how = ending::done;
+    try {
+        gone->body.result();
+    } catch (const cancelled_by_user&) {
+        how = ending::cancelled;
+        clear_break();
+        gone->io.say("*Cancel*");
+    } catch (const command_failed& failure) {
+        how = ending::failed;
+        history_line(failure.message);
+    }
+    const std::string name = gone->io.name();
+    const std::function<void()> afterwards = std::move(gone->io.afterwards);
+    gone->body = {};
+    tell_command(how == ending::done        ? command_event::ended
+                 : how == ending::cancelled ? command_event::cancelled
+                                            : command_event::failed,
+                 name);
+    if (afterwards)
+        afterwards();
+    return how;
+}
+
+ending after_step(document& doc)
+{
+    const std::unique_ptr<running_command>& running = open_in(doc);
+    running->executing = false;
+    return running->body.done() ? finish(doc) : ending::waits;
+}
+
+ending begin(document& doc, const std::string& name, int flags, task<> (*run)(command_io&),
+             program_values* queue, bool shown)
+{
+    tell_command(command_event::will_start, name);
+    if (!(flags & COMMAND_NO_STEP))
+        db::database_of(doc).command_boundary(name);
+    auto& running = open_in(doc);
+    running = std::make_unique<running_command>(doc, name, queue, shown);
+    running->body = run(running->io);
+    running->executing = true;
+    running->body.start();
+    return after_step(doc);
+}
+
+ending go_on(document& doc)
+{
+    running_command& running = *open_in(doc);
+    running.executing = true;
+    running.io.resume();
+    return after_step(doc);
+}
+
+void cancel_open(document& doc)
+{
+    if (!open_in(doc) || open_in(doc)->executing)
+        return;
+    open_in(doc)->io.cancel();
+    go_on(doc);
+}
+
+void run_module_command(document& doc, const module_command& command)
+{
+    const std::string name = command.name;
+    tell_command(command_event::will_start, name);
+    db::database_of(doc).command_boundary(name);
+    command.run();
+    tell_command(command_event::ended, name);
+}
+
+std::string_view bare_name(std::string_view typed)
+{
+    typed = trimmed(typed);
+    while (!typed.empty() && std::string_view("_.-'").find(typed.front()) != std::string_view::npos)
+        typed.remove_prefix(1);
+    return typed;
+}
+
+std::string global_name(const command_entry& entry)
+{
+    const std::string_view words = entry.words;
+    return std::string(words.substr(0, words.find(' ')));
+}
+
+void tell_unknown(std::string_view typed)
+{
+    history_line("Unknown command \"" + upper(typed) + "\".  Press F1 for help.");
+}
+
+// Built-in, of a module, or a variable's name. False: no such thing.
+bool start(document& doc, std::string_view typed, program_values* queue, bool shown, ending* how)
+{
+    const std::string_view name = bare_name(typed);
+    if (const command_entry* entry = find_command(name)) {
+        *how = begin(doc, global_name(*entry), entry->flags, entry->run, queue, shown);
+        return true;
+    }
+    if (const module_command* command = find_module_command(name)) {
+        run_module_command(doc, *command);
+        *how = ending::done;
+        return true;
+    }
+    if (!name.empty() && db::get_variable(doc, name)) {
+        *how = begin(doc, upper(name), 0, set_variable_command, queue, shown);
+        return true;
+    }
+    return false;
+}
+
+// A value that begins a call while a command waits: a command's name that cannot be its answer.
+bool starts_anew(document& doc, const input& in)
+{
+    if (!in.is_text)
+        return false;
+    const std::string_view name = bare_name(in.text);
+    if (!find_command(name) && !find_module_command(name))
+        return false;
+    const bool marked = name.size() < trimmed(in.text).size();
+    return marked || !open_in(doc)->io.takes(in);
+}
+
+// Feeds the values of one call. RTERROR when one was refused or named no command.
+int run_values(std::deque<input> values)
+{
+    if (open_in(current_document()) && open_in(current_document())->executing)
+        return RTERROR; // from an expression that answers a prompt of the very command
+    if (values.empty()) {
+        cancel_open(current_document());
+        return RTNORM;
+    }
+    if (open_in(current_document()) && starts_anew(current_document(), values.front()))
+        cancel_open(current_document());
+    sent = {std::move(values), 0};
+    bool failed = false;
+    while (!sent.waiting.empty()) {
+        document& doc = current_document();
+        ending how = ending::done;
+        if (open_in(doc)) {
+            how = go_on(doc);
+        } else {
+            const input name = std::move(sent.waiting.front());
+            sent.waiting.pop_front();
+            if (!name.is_text || bare_name(name.text).empty())
+                continue; // Enter, or what a command that has ended did not need
+            const bool shown = db::int_variable(doc, "CMDECHO") != 0;
+            if (!start(doc, name.text, &sent, shown, &how)) {
+                tell_unknown(name.text);
+                failed = true;
+            }
+        }
+        failed = failed || how == ending::failed;
+        if (how == ending::cancelled) {
+            sent.waiting.clear();
+            return RTCAN;
+        }
+    }
+    return failed || sent.refused ? RTERROR : RTNORM;
+}
+
+// ---- the values of acedCommand and acedCmd --------------------------------------------------
+
+// Atoms and lists: what stands between RTLB and RTLE is one value.
+std::deque<input> values_of(const resbuf* list)
+{
+    std::deque<input> values;
+    for (const resbuf* node = list; node && node->restype != RTNONE && node->restype != 0;
+         node = node->rbnext) {
+        list_builder atoms;
+        if (node->restype == RTLB) {
+            int depth = 1;
+            for (node = node->rbnext; node; node = node->rbnext) {
+                depth += node->restype == RTLB ? 1 : node->restype == RTLE ? -1 : 0;
+                if (depth == 0)
+                    break;
+                atoms.add(rb_copy_one(node));
+            }
+        } else {
+            atoms.add(rb_copy_one(node));
+        }
+        values.push_back(input::of_value(list_ptr(atoms.take())));
+        if (!node)
+            break;
+    }
+    return values;
+}
+
+} // namespace
+
+void run_typed(document& doc, std::string_view name)
+{
+    ending how = ending::done;
+    const std::string_view bare = bare_name(name);
+    if (bare.empty())
+        return;
+    if (open_in(doc))
+        cancel_open(doc);
+    doc.part<open_command>().last_typed = bare;
+    if (start(doc, name, nullptr, true, &how))
+        return;
+    if (lisp::has_command(doc, bare)) {
+        db::database_of(doc).command_boundary(upper(bare));
+        lisp::run_command(doc, bare);
+        return;
+    }
+    tell_unknown(bare);
+}
+
+void expression_ended(document& doc)
+{
+    cancel_open(doc);
+}
+
+void run_session(document& first)
+{
+    make_current(first);
+    while (has_document() && !quit_requested()) {
+        document& doc = current_document();
+        show_prompt("\nCommand: ");
+        const std::optional<std::string> line = next_answer("Command: ");
+        if (!line)
+            return;
+        const std::string_view text = trimmed(*line);
+        if (same_text(text, "^C")) {
+            history_line("*Cancel*");
+        } else if (text.starts_with('(') || text.starts_with('!')) {
+            const lisp::outcome out = lisp::evaluate_typed(doc, text);
+            if (out.how == lisp::ending::done && !out.printed.empty())
+                history_line(out.printed);
+            // A command that the expression has left open goes on with the user's answers.
+            if (has_document() && open_in(current_document())) {
+                open_in(current_document())->io.hand_to_user();
+                go_on(current_document());
+            }
+        } else if (text.empty()) {
+            const std::string again = doc.part<open_command>().last_typed;
+            if (!again.empty())
+                run_typed(doc, again);
+        } else {
+            run_typed(doc, text);
+        }
+    }
+}
+
+std::vector<std::string> command_names()
+{
+    std::vector<std::string> names;
+    for (const command_entry& entry : all_commands())
+        names.push_back(global_name(entry));
+    return names;
+}
+
+} // namespace host::commandline
+
+// ---- what the module calls -------------------------------------------------------------------
+
+namespace
+{
+
+// The pairs of acedCommand as a list: each type says how its value is passed.
+resbuf* list_of_pairs(int restype, va_list values)
+{
+    host::list_builder list;
+    for (int type = restype; type != 0 && type != RTNONE; type = va_arg(values, int)) {
+        switch (host::type_of_code(type)) {
+        case host::value_type::real:
+            list.add(host::rb_real(type, va_arg(values, double)));
+            break;
+        case host::value_type::point:
+            list.add(host::rb_point(type, va_arg(values, const double*)));
+            break;
+        case host::value_type::int16:
+        case host::value_type::int32:
+            list.add(host::rb_int(type, va_arg(values, int)));
+            break;
+        case host::value_type::text: {
+            const char* text = va_arg(values, const char*);
+            list.add(host::rb_text(type, text ? text : ""));
+            break;
+        }
+        case host::value_type::name:
+            list.add(host::rb_name(type, va_arg(values, const std::int32_t*)));
+            break;
+        default:
+            list.add(host::rb_new(type));
+            break;
+        }
+    }
+    return list.take();
+}
+
+int run_list(const char* name, const resbuf* list)
+{
+    host::trace_line t(name);
+    t.arguments(list);
+    if (!host::has_document())
+        return t.status(RTREJ);
+    return t.status(host::commandline::run_values(host::commandline::values_of(list)));
+}
+
+} // namespace
+
+extern "C" {
+
+int acedCommand(int restype, ...)
+{
+    va_list values;
+    va_start(values, restype);
+    const host::list_ptr list(list_of_pairs(restype, values));
+    va_end(values);
+    return run_list("acedCommand", list.get());
+}
+
+int acedCmd(const resbuf* list)
+{
+    return run_list("acedCmd", list);
+}
+}
