@@ -114,6 +114,7 @@ TEST_P(LispProgram, PrintsWhatItSays)
     fs::create_directories(tmp);
     const script s = read_script(folder / GetParam(), tmp.string());
     run_settings().share = (folder / "dialogs").string();
+    run_settings().registry = (tmp / "registry.reg").string();
     run_settings().clock = "20240229.123456";
     std::string history_text;
     answers_from_text(s.answers);
