@@ -288,7 +288,9 @@ task<bool> dialogue::step()
         given = std::move(*put_back_);
         put_back_.reset();
     } else {
-        given = co_await io_.ask(question(want::selection, removing_ ? "Remove objects: " : prompt_));
+        // A choice made inside the awaited expression is destroyed twice by GCC 12.
+        const std::string prompt = removing_ ? "Remove objects: " : prompt_;
+        given = co_await io_.ask(question(want::selection, prompt));
     }
     if (given.none())
         co_return false;

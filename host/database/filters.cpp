@@ -284,10 +284,17 @@ private:
             return {};
         return upper(trimmed(node->resval.rstring));
     }
+    // "<AND" and "AND>", where "<,*" and "*,>" are relations.
+    static bool opens(const std::string& word)
+    {
+        return word.size() > 1 && word[0] == '<' && is_letter(word[1]);
+    }
     static bool closing(const resbuf* node)
     {
-        return operator_of(node).ends_with('>') && operator_of(node).size() > 2;
+        const std::string word = operator_of(node);
+        return word.size() > 1 && word.back() == '>' && is_letter(word[0]);
     }
+    static bool is_letter(char c) { return c >= 'A' && c <= 'Z'; }
 
     // One test or one group of tests; false: not well formed.
     bool test_one(bool& result, int depth)
@@ -299,7 +306,7 @@ private:
             return well_formed_group() && advance();
         }
         const std::string word = operator_of(at_);
-        if (word.size() > 2 && word[0] == '<')
+        if (opens(word))
             return test_operator(word.substr(1), result, depth);
         const relation how = relation_of(word);
         at_ = at_->rbnext;

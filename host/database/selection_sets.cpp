@@ -2,6 +2,7 @@
 // is taken out leaves a gap that is closed when an index is next asked for.
 #include "host/database/selection_sets.h"
 
+#include <algorithm>
 #include <map>
 
 #include "host/core/document.h"
@@ -19,6 +20,7 @@ std::int32_t last_number = 0; // over all drawings, so that no set is taken for 
 
 struct selection_set {
     std::vector<object_id> members; // 0: taken out
+    std::size_t front = 0;          // before it all are taken out: programs empty sets from the front
     std::unordered_map<object_id, std::size_t> places;
 
     bool add(object_id id)
@@ -33,18 +35,25 @@ struct selection_set {
         const auto found = places.find(id);
         if (found == places.end())
             return false;
-        if (found->second + 1 == members.size())
+        members[found->second] = 0;
+        while (!members.empty() && members.back() == 0)
             members.pop_back();
-        else
-            members[found->second] = 0;
+        while (front < members.size() && members[front] == 0)
+            ++front;
+        front = std::min(front, members.size());
         places.erase(found);
         return true;
     }
+    object_id at(std::size_t index)
+    {
+        if (members.size() - front != places.size())
+            close_gaps();
+        return index < places.size() ? members[front + index] : 0;
+    }
     void close_gaps()
     {
-        if (members.size() == places.size())
-            return;
         std::erase(members, 0u);
+        front = 0;
         for (std::size_t i = 0; i < members.size(); ++i)
             places[members[i]] = i;
     }
@@ -152,11 +161,9 @@ int acedSSName(const ads_name set, std::int32_t index, ads_name entity)
     selection_set* found = current_set(set);
     if (!found || !entity || index < 0)
         return RTERROR;
-    found->close_gaps();
-    if (static_cast<std::size_t>(index) >= found->members.size())
-        return RTERROR;
-    make_name(current_database(), found->members[static_cast<std::size_t>(index)], entity);
-    return RTNORM;
+    const object_id id = found->at(static_cast<std::size_t>(index));
+    make_name(current_database(), id, entity);
+    return id ? RTNORM : RTERROR;
 }
 
 int acedSSAdd(const ads_name entity, const ads_name set, ads_name out)

@@ -11,9 +11,13 @@ using form = variable_form;
 using getter = list_ptr (*)(document& doc);
 using setter = set_result (*)(document& doc, const resbuf& value);
 
-constexpr variable_row worked_out(std::string_view name, form what, getter get, setter set = nullptr)
+constexpr variable_row worked_out(std::string_view name, form what, getter get)
 {
-    return {name, what, variable_home::worked_out, set == nullptr, 0, 0, 0, "", get, set};
+    return {name, what, variable_home::worked_out, true, 0, 0, 0, "", get};
+}
+constexpr variable_row worked_out(std::string_view name, form what, getter get, setter set)
+{
+    return {name, what, variable_home::worked_out, false, 0, 0, 0, "", get, set};
 }
 constexpr variable_row in_header(std::string_view name, form what, int group, std::string_view initial)
 {

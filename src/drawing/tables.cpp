@@ -166,7 +166,8 @@ Acad::ErrorStatus linetype_ensure(const char* name)
 
 const char* current_space_name()
 {
-    if (acdbCurDwg()->tilemode())
+    const AcDbDatabase* drawing = acdbCurDwg();
+    if (!drawing || drawing->tilemode())
         return "*Model_Space";
     resbuf viewport{};
     const bool is_sheet = acedGetVar("CVPORT", &viewport) == RTNORM && viewport.resval.rint == 1;

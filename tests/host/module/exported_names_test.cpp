@@ -1,0 +1,90 @@
+// What modules want of their host against what the host's program gives. Names with a version belong to the
+// language's own libraries (memcpy@GLIBC_2.14); the rest a module finds in the host or not at all.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <set>
+#include <sstream>
+#include <string>
+
+namespace
+{
+
+using names = std::set<std::string>;
+
+// A line of nm is "[address] kind name". Undefined names are of kind U, or w when they may be missing.
+names listed(const std::string& options, const std::string& file)
+{
+    names out;
+    FILE* pipe = popen((std::string(ZENT_NM) + " -D " + options + " '" + file + "'").c_str(), "r");
+    if (!pipe)
+        return out;
+    char line[4096];
+    while (std::fgets(line, sizeof line, pipe)) {
+        std::istringstream words(line);
+        std::string word, last, kind;
+        while (words >> word) {
+            kind = last;
+            last = word;
+        }
+        if (kind != "w" && kind != "v")
+            out.insert(last);
+    }
+    EXPECT_EQ(pclose(pipe), 0) << file;
+    return out;
+}
+
+// Checking builds put calls of their own in, which come from a library without versions.
+bool of_checking_build(const std::string& name)
+{
+    return name.starts_with("__asan_") || name.starts_with("__ubsan_");
+}
+
+names wanted_by(const std::string& module)
+{
+    names out;
+    for (const std::string& name : listed("--undefined-only", module))
+        if (name.find('@') == std::string::npos && !of_checking_build(name))
+            out.insert(name);
+    return out;
+}
+
+std::string missing(const std::string& module, const std::string& program)
+{
+    const names given = listed("--defined-only", program);
+    EXPECT_GT(given.size(), 100u) << program << " exports next to nothing";
+    std::string out;
+    for (const std::string& name : wanted_by(module))
+        if (!given.contains(name))
+            out += name + "\n";
+    return out;
+}
+
+TEST(ExportedNames, TheProgramGivesAllThatTheModuleWants)
+{
+    EXPECT_FALSE(wanted_by(ZENT_MODULE).empty());
+    EXPECT_EQ(missing(ZENT_MODULE, ZENT_PROGRAM), "");
+}
+
+TEST(ExportedNames, TheProgramGivesAllThatGuestsWant)
+{
+    struct {
+        const char *guest, *one_of_its_names;
+    } const cases[] = {
+        {"guest_entities", "acdbEntMake"},
+        {"guest_points", "acedGetPoint"},
+        {"guest_reactor", "_Z15acrxSysRegistryv"},
+    };
+    for (const auto& c : cases) {
+        const std::string file = std::string(ZENT_GUESTS) + "/" + c.guest + ".so";
+        EXPECT_TRUE(wanted_by(file).contains(c.one_of_its_names)) << c.guest;
+        EXPECT_EQ(missing(file, ZENT_PROGRAM), "") << c.guest;
+    }
+}
+
+TEST(ExportedNames, AModuleGivesNothingButItsEntryThatTheHostCalls)
+{
+    EXPECT_TRUE(listed("--defined-only", ZENT_MODULE).contains("acrxEntryPoint"));
+}
+
+} // namespace
