@@ -280,7 +280,7 @@ void run_session(document& first)
         if (same_text(text, "^C")) {
             history_line("*Cancel*");
         } else if (text.starts_with('(') || text.starts_with('!')) {
-            const lisp::outcome out = lisp::evaluate_typed(doc, text);
+            const lisp::outcome out = lisp::evaluate_typed(doc, text.front() == '!' ? text.substr(1) : text);
             if (out.how == lisp::ending::done && !out.printed.empty())
                 history_line(out.printed);
             // A command that the expression has left open goes on with the user's answers.

@@ -20,30 +20,44 @@ struct command_case {
 
 const command_case CASES[] = {
     {"Line", "LINE|0,0|5,0|@0,5|", {10, 11}, "LINE 10=0,0,0 11=5,0,0 / LINE 10=5,0,0 11=5,5,0"},
-    {"LineClose", "_.LINE|0,0|5,0|5,5|C", {10, 11},
+    {"LineClose",
+     "_.LINE|0,0|5,0|5,5|C",
+     {10, 11},
      "LINE 10=0,0,0 11=5,0,0 / LINE 10=5,0,0 11=5,5,0 / LINE 10=5,5,0 11=0,0,0"},
     {"LineUndo", "line|0,0|5,0|9,9|U|5,5|", {10, 11}, "LINE 10=0,0,0 11=5,0,0 / LINE 10=5,0,0 11=5,5,0"},
     {"LineWrongAnswer", "LINE|0,0|nonsense|5,0|", {10, 11}, "LINE 10=0,0,0 11=5,0,0"},
     {"Point", "'_-.POINT|1,2,3", {10}, "POINT 10=1,2,3"},
-    {"Pline", "PLINE|0,0|10,0|10,10|", {10, 42, 43, 70, 90},
+    {"Pline",
+     "PLINE|0,0|10,0|10,10|",
+     {10, 42, 43, 70, 90},
      "LWPOLYLINE 90=3 70=0 43=0 10=0,0 42=0 10=10,0 42=0 10=10,10 42=0"},
     {"PlineClose", "PLINE|0,0|10,0|10,10|C", {10, 70}, "LWPOLYLINE 70=1 10=0,0 10=10,0 10=10,10"},
-    {"PlineWidth", "PLINE|0,0|W|2|1|10,0|20,0|", {10, 40, 41},
+    {"PlineWidth",
+     "PLINE|0,0|W|2|1|10,0|20,0|",
+     {10, 40, 41},
      "LWPOLYLINE 10=0,0 40=2 41=1 10=10,0 40=1 41=1 10=20,0 40=1 41=1"},
     {"PlineHalfwidth", "PLINE|0,0|H|1||10,0|", {43}, "LWPOLYLINE 43=2"},
     {"PlineUndo", "PLINE|0,0|10,0|99,99|U|10,10|", {10}, "LWPOLYLINE 10=0,0 10=10,0 10=10,10"},
-    {"PlineTangentArc", "PLINE|0,0|10,0|A|10,10|L|0,10|C", {10, 42, 70},
+    {"PlineTangentArc",
+     "PLINE|0,0|10,0|A|10,10|L|0,10|C",
+     {10, 42, 70},
      "LWPOLYLINE 70=1 10=0,0 42=0 10=10,0 42=1 10=10,10 42=0 10=0,10 42=0"},
-    {"PlineArcClose", "PLINE|0,0|10,0|A|10,10|CL", {10, 42, 70},
+    {"PlineArcClose",
+     "PLINE|0,0|10,0|A|10,10|CL",
+     {10, 42, 70},
      "LWPOLYLINE 70=1 10=0,0 42=0 10=10,0 42=1 10=10,10 42=0.414214"},
     {"PlineArcSecond", "PLINE|0,0|A|S|5,5|10,0|", {10, 42}, "LWPOLYLINE 10=0,0 42=-1 10=10,0 42=0"},
     {"PlineArcCenter", "PLINE|10,0|A|CE|0,0|0,10|", {10, 42}, "LWPOLYLINE 10=10,0 42=0.414214 10=0,10 42=0"},
     {"PlineArcAngle", "PLINE|0,0|A|A|-180|10,0|", {10, 42}, "LWPOLYLINE 10=0,0 42=-1 10=10,0 42=0"},
     {"PlineLength", "PLINE|0,0|10,0|Length|5|", {10}, "LWPOLYLINE 10=0,0 10=10,0 10=15,0"},
     {"PlineElevation", "PLINE|0,0,7|10,0|", {10, 38}, "LWPOLYLINE 38=7 10=0,0 10=10,0"},
-    {"ThreeDPoly", "3DPOLY|0,0,1|10,0,2|10,10,3|C", {10, 70},
+    {"ThreeDPoly",
+     "3DPOLY|0,0,1|10,0,2|10,10,3|C",
+     {10, 70},
      "POLYLINE 10=0,0,0 70=9 (VERTEX 10=0,0,1 70=32) (VERTEX 10=10,0,2 70=32) (VERTEX 10=10,10,3 70=32)"},
-    {"ThreeDPolyUndo", "3DPOLY|0,0,1|9,9,9|U|10,0,2|", {10},
+    {"ThreeDPolyUndo",
+     "3DPOLY|0,0,1|9,9,9|U|10,0,2|",
+     {10},
      "POLYLINE 10=0,0,0 (VERTEX 10=0,0,1) (VERTEX 10=10,0,2)"},
     {"Circle", "CIRCLE|5,5|2.5", {10, 40}, "CIRCLE 10=5,5,0 40=2.5"},
     {"CircleByPoint", "CIRCLE|5,5|8,9", {10, 40}, "CIRCLE 10=5,5,0 40=5"},
@@ -60,7 +74,10 @@ const command_case CASES[] = {
     {"ArcEndDirection", "ARC|1,0|E|-1,0|D|90", {10, 40, 50, 51}, "ARC 10=0,0,0 40=1 50=0 51=3.14159"},
     {"ArcEndRadius", "ARC|1,0|E|0,1|R|1", {10, 40, 50, 51}, "ARC 10=0,0,0 40=1 50=0 51=1.5708"},
     {"ArcEndCenter", "ARC|1,0|E|0,1|0,0", {10, 40, 50, 51}, "ARC 10=0,0,0 40=1 50=0 51=1.5708"},
-    {"Text", "TEXT|1,2|2.5|90|Hello there|", {10, 40, 1, 50, 72}, "TEXT 10=1,2,0 40=2.5 1=Hello there 50=1.5708 72=0"},
+    {"Text",
+     "TEXT|1,2|2.5|90|Hello there|",
+     {10, 40, 1, 50, 72},
+     "TEXT 10=1,2,0 40=2.5 1=Hello there 50=1.5708 72=0"},
     {"TextByPoint", "TEXT|0,0|1|0,5|Up|", {1, 50}, "TEXT 1=Up 50=1.5708"},
     {"TextJustified", "TEXT|J|MC|5,5|1|0|X|", {11, 72, 73}, "TEXT 72=1 11=5,5,0 73=2"},
     {"TextJustifiedAtOnce", "TEXT|BRight|5,5|1|0|X|", {11, 72, 73}, "TEXT 72=2 11=5,5,0 73=1"},
@@ -97,8 +114,7 @@ TEST_P(command_cases, IsOneStepOfUndo)
     EXPECT_EQ(objects({10}), "POINT 10=77,77,0");
 }
 
-INSTANTIATE_TEST_SUITE_P(Drawing, command_cases, testing::ValuesIn(CASES),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Drawing, command_cases, testing::ValuesIn(CASES), name_of_case());
 
 TEST_F(commands, ObjectsGetTheCurrentProperties)
 {
@@ -108,7 +124,7 @@ TEST_F(commands, ObjectsGetTheCurrentProperties)
     db::set_real(doc(), "CELTSCALE", 2.0);
     db::set_real(doc(), "THICKNESS", 3.0);
     send("LINE|0,0|1,0|");
-    EXPECT_EQ(objects({8, 6, 62, 48, 39}), "LINE 8=FENCE 6=HIDDEN 62=1 48=2 39=3");
+    EXPECT_EQ(objects({8, 6, 62, 48, 39}), "LINE 8=FENCE 62=1 6=HIDDEN 48=2 39=3");
 }
 
 TEST_F(commands, LineGoesOnFromTheLastOne)
@@ -170,8 +186,8 @@ TEST_F(commands, TypedTextTakesLinesUntilAnEmptyOne)
 
 TEST_F(commands, RealsAreAnglesInTheDrawingsUnit)
 {
-    EXPECT_EQ(acedCommand(RTSTR, "_.TEXT", RT3DPOINT, (const double[]){0, 0, 0}, RTREAL, 1.0, RTREAL, 1.5, RTSTR, "x",
-                          0),
+    EXPECT_EQ(acedCommand(RTSTR, "_.TEXT", RT3DPOINT, point3{0, 0, 0}.data(), RTREAL, 1.0, RTREAL, 1.5, RTSTR,
+                          "x", 0),
               RTNORM);
     EXPECT_EQ(objects({50}), "TEXT 50=0.0261799");
 }
@@ -217,9 +233,10 @@ protected:
         const db::object_id block = db::add_block(data(), "TAGGED");
         db::database& d = data();
         std::string error;
-        const db::group_list groups{d.text_group(0, "ATTDEF"),   db::point_group(10, 1, 0, 0), db::real_group(40, 0.5),
-                                    d.text_group(1, "default"),  d.text_group(3, "Number?"),   d.text_group(2, "NO"),
-                                    db::int_group(70, 0),        db::real_group(50, 0.0)};
+        const db::group_list groups{d.text_group(0, "ATTDEF"),  db::point_group(10, 1, 0, 0),
+                                    db::real_group(40, 0.5),    d.text_group(1, "default"),
+                                    d.text_group(3, "Number?"), d.text_group(2, "NO"),
+                                    db::int_group(70, 0),       db::real_group(50, 0.0)};
         ASSERT_NE(db::append_entity(d, block, groups, &error), 0u) << error;
     }
 };

@@ -19,8 +19,9 @@ protected:
     {
         session::SetUp();
         request_quit(false);
-        directory = fs::path(testing::TempDir()) /
-                    ("commandline_" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
+        directory =
+            fs::path(testing::TempDir()) /
+            ("commandline_" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
         fs::remove_all(directory);
         fs::create_directories(directory);
     }

@@ -24,16 +24,31 @@ const edit_case CASES[] = {
     {"MoveByDisplacement", "LINE|0,0|5,0|", "MOVE|ALL||1,2|", {10, 11}, "LINE 10=1,2,0 11=6,2,0"},
     {"MoveDisplacementWord", "LINE|0,0|5,0|", "MOVE|ALL||D|1,2", {10, 11}, "LINE 10=1,2,0 11=6,2,0"},
     {"MoveLw", "PLINE|0,0|5,0|5,5|", "_.MOVE|L||0,0|1,2,3", {10, 38}, "LWPOLYLINE 38=3 10=1,2 10=6,2 10=6,7"},
-    {"Move3DPoly", "3DPOLY|0,0,1|5,0,2|", "MOVE|L||0,0|1,1,1", {10}, "POLYLINE 10=0,0,0 (VERTEX 10=1,1,2) (VERTEX 10=6,1,3)"},
+    {"Move3DPoly",
+     "3DPOLY|0,0,1|5,0,2|",
+     "MOVE|L||0,0|1,1,1",
+     {10},
+     "POLYLINE 10=0,0,0 (VERTEX 10=1,1,2) (VERTEX 10=6,1,3)"},
     {"MoveArc", "ARC|1,0|0,1|-1,0", "MOVE|L||0,0|5,5", {10, 40, 50}, "ARC 10=5,5,0 40=1 50=0"},
     {"Copy", "LINE|0,0|5,0|", "COPY|ALL||0,0|0,1", {10, 11}, "LINE 10=0,0,0 11=5,0,0 / LINE 10=0,1,0 11=5,1,0"},
-    {"CopyMultiple", "POINT|0,0", "COPY|ALL||M|0,0|1,0|2,0|", {10}, "POINT 10=0,0,0 / POINT 10=1,0,0 / POINT 10=2,0,0"},
-    {"Copy3DPoly", "3DPOLY|0,0,1|5,0,2|", "COPY|L||0,0|0,1", {10},
-     "POLYLINE 10=0,0,0 (VERTEX 10=0,0,1) (VERTEX 10=5,0,2) / POLYLINE 10=0,0,0 (VERTEX 10=0,1,1) (VERTEX 10=5,1,2)"},
+    {"CopyMultiple",
+     "POINT|0,0",
+     "COPY|ALL||M|0,0|1,0|2,0|",
+     {10},
+     "POINT 10=0,0,0 / POINT 10=1,0,0 / POINT 10=2,0,0"},
+    {"Copy3DPoly",
+     "3DPOLY|0,0,1|5,0,2|",
+     "COPY|L||0,0|0,1",
+     {10},
+     "POLYLINE 10=0,0,0 (VERTEX 10=0,0,1) (VERTEX 10=5,0,2) / POLYLINE 10=0,0,0 (VERTEX 10=0,1,1) (VERTEX "
+     "10=5,1,2)"},
     {"Erase", "LINE|0,0|5,0|5,5|", "ERASE|L|", {10}, "LINE 10=0,0,0"},
     {"Rotate", "LINE|1,0|2,0|", "ROTATE|ALL||0,0|90", {10, 11}, "LINE 10=0,1,0 11=0,2,0"},
     {"RotateByPoint", "LINE|1,0|2,0|", "ROTATE|ALL||0,0|0,9", {10, 11}, "LINE 10=0,1,0 11=0,2,0"},
-    {"RotateReference", "LINE|1,0|2,0|", "ROTATE|ALL||0,0|R|45|90", {10, 11},
+    {"RotateReference",
+     "LINE|1,0|2,0|",
+     "ROTATE|ALL||0,0|R|45|90",
+     {10, 11},
      "LINE 10=0.707107,0.707107,0 11=1.41421,1.41421,0"},
     {"RotateCopy", "POINT|1,0", "ROTATE|ALL||0,0|C|90", {10}, "POINT 10=1,0,0 / POINT 10=0,1,0"},
     {"RotateText", "TEXT|1,0|1|30|x", "ROTATE|L||0,0|60", {10, 50}, "TEXT 10=0.5,0.866025,0 50=1.5708"},
@@ -42,7 +57,11 @@ const edit_case CASES[] = {
     {"ScaleReference", "CIRCLE|2,0|1", "SCALE|ALL||0,0|R|2|5", {10, 40}, "CIRCLE 10=5,0,0 40=2.5"},
     {"ScaleLwWidth", "PLINE|0,0|W|1|1|5,0|", "SCALE|L||0,0|2", {10, 43}, "LWPOLYLINE 43=2 10=0,0 10=10,0"},
     {"MirrorArc", "ARC|1,0|0,1|-1,0", "MIRROR|L||0,0|1,0|Y", {10, 50, 51}, "ARC 10=0,0,0 50=3.14159 51=0"},
-    {"MirrorBulge", "PLINE|0,0|A|S|5,5|10,0|", "MIRROR|L||0,0|1,0|Y", {10, 42}, "LWPOLYLINE 10=0,0 42=1 10=10,0 42=0"},
+    {"MirrorBulge",
+     "PLINE|0,0|A|S|5,5|10,0|",
+     "MIRROR|L||0,0|1,0|Y",
+     {10, 42},
+     "LWPOLYLINE 10=0,0 42=1 10=10,0 42=0"},
     {"MirrorKeepsTheSource", "POINT|1,1", "MIRROR|L||0,0|1,0|N", {10}, "POINT 10=1,1,0 / POINT 10=1,-1,0"},
     {"ChpropScale", "LINE|0,0|5,0|", "_.CHPROP|L||_SCALE|2.5|", {48}, "LINE 48=2.5"},
     {"ChpropColor", "LINE|0,0|5,0|", "CHPROP|L||C|red|", {62}, "LINE 62=1"},
@@ -75,8 +94,7 @@ TEST_P(edit_cases, TypedByAUserAndUndone)
     EXPECT_EQ(objects(GetParam().codes), before);
 }
 
-INSTANTIATE_TEST_SUITE_P(Editing, edit_cases, testing::ValuesIn(CASES),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Editing, edit_cases, testing::ValuesIn(CASES), name_of_case());
 
 TEST_F(editing, ChpropOfASequenceTakesItsVerticesAlong)
 {
@@ -113,8 +131,8 @@ TEST_F(editing, EntityNamesAndSetsOfAProgramAreTaken)
     send("POINT|2,2");
     ads_name set;
     ASSERT_EQ(acedSSGet("X", nullptr, nullptr, nullptr, set), RTNORM);
-    EXPECT_EQ(acedCommand(RTSTR, "_.MOVE", RTPICKS, set, RTSTR, "", RT3DPOINT, (const double[]){0, 0, 0}, RT3DPOINT,
-                          (const double[]){10, 0, 0}, 0),
+    EXPECT_EQ(acedCommand(RTSTR, "_.MOVE", RTPICKS, set, RTSTR, "", RT3DPOINT, point3{0, 0, 0}.data(),
+                          RT3DPOINT, point3{10, 0, 0}.data(), 0),
               RTNORM);
     EXPECT_EQ(objects({10}), "POINT 10=11,1,0 / POINT 10=12,2,0");
     acedSSFree(set);

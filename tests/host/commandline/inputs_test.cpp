@@ -82,11 +82,34 @@ TEST_F(inputs, RealsAndDistancesUnderEachRule)
             shown.clear();
             acedInitGet(c.rules, c.key_words);
             double value = 0;
-            EXPECT_EQ(distance ? acedGetDist(nullptr, "\nHow far: ", &value) : acedGetReal("\nHow far: ", &value),
+            EXPECT_EQ(distance ? acedGetDist(nullptr, "\nHow far: ", &value)
+                               : acedGetReal("\nHow far: ", &value),
                       c.status);
             EXPECT_EQ(value, c.value);
             EXPECT_TRUE(!c.message || has_shown(c.message)) << shown;
         }
+    }
+}
+
+TEST_F(inputs, AnglesUnderEachRule)
+{
+    const number_case cases[] = {
+        {2, "", "0|30", RTNORM, 30, "Value must be nonzero."},
+        {4, "", "-30|30", RTNORM, 30, "Value must be positive."},
+        {0, "", "-30", RTNORM, 330, nullptr},
+        {1, "", "|30", RTNORM, 30, "Requires valid numeric angle or two points."},
+        {0, "Reference", "x|r", RTKWORD, 0, "Requires valid numeric angle, two points, or option keyword."},
+        {0, "", "", RTNONE, 0, nullptr},
+    };
+    for (const number_case& c : cases) {
+        SCOPED_TRACE(testing::PrintToString(c));
+        answer(c.answers);
+        shown.clear();
+        acedInitGet(c.rules, c.key_words);
+        double value = 0;
+        EXPECT_EQ(acedGetAngle(nullptr, "\nAngle: ", &value), c.status);
+        EXPECT_NEAR(value * 180 / PI, c.value, 1e-9);
+        EXPECT_TRUE(!c.message || has_shown(c.message)) << shown;
     }
 }
 
@@ -124,9 +147,9 @@ struct turn_case {
 TEST_F(inputs, AnglesFromAngbaseAndOrientationsFromEast)
 {
     const turn_case cases[] = {
-        {0, 0, "30", 30, 30},   {90, 0, "0", 0, 90},      {90, 0, "-90", 270, 0},     {90, 0, "180", 180, 270},
-        {0, 1, "90", 270, 270}, {90, 1, "90", 270, 0},    {90, 0, "0,0|1,0", 270, 0}, {0, 0, "0,0|0,1", 90, 90},
-        {0, 0, "45d30'", 45.5, 45.5},
+        {0, 0, "30", 30, 30},       {90, 0, "0", 0, 90},       {90, 0, "-90", 270, 0},
+        {90, 0, "180", 180, 270},   {0, 1, "90", 270, 270},    {90, 1, "90", 270, 0},
+        {90, 0, "0,0|1,0", 270, 0}, {0, 0, "0,0|0,1", 90, 90}, {0, 0, "45d30'", 45.5, 45.5},
     };
     for (const turn_case& c : cases) {
         SCOPED_TRACE(c.answers);

@@ -25,8 +25,8 @@ protected:
 
 TEST_F(layers, MakeSetAndColourAsProgramsSendThem)
 {
-    EXPECT_EQ(acedCommand(RTSTR, "_.LAYER", RTSTR, "_M", RTSTR, "FENCE", RTSTR, "_C", RTSHORT, 3, RTSTR, "FENCE",
-                          RTSTR, "", 0),
+    EXPECT_EQ(acedCommand(RTSTR, "_.LAYER", RTSTR, "_M", RTSTR, "FENCE", RTSTR, "_C", RTSHORT, 3, RTSTR,
+                          "FENCE", RTSTR, "", 0),
               RTNORM);
     EXPECT_EQ(current(), "FENCE");
     EXPECT_EQ(state("FENCE"), "3 0 Continuous");
@@ -84,8 +84,7 @@ TEST_P(layer_options, Typed)
     EXPECT_FALSE(answers_ended()) << shown;
 }
 
-INSTANTIATE_TEST_SUITE_P(Options, layer_options, testing::ValuesIn(CASES),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Options, layer_options, testing::ValuesIn(CASES), name_of_case());
 
 TEST_F(layers, SetOfAMissingLayerFails)
 {
@@ -122,7 +121,8 @@ TEST_F(layers, LinetypesAreLoadedOnceAndDefined)
 
 TEST_F(layers, ColorTakesNumbersAndNames)
 {
-    for (const auto& [said, kept] : {std::pair{"5", "5"}, {"red", "1"}, {"BYLAYER", "BYLAYER"}, {"ByBlock", "BYBLOCK"}}) {
+    for (const auto& [said, kept] :
+         {std::pair{"5", "5"}, {"red", "1"}, {"BYLAYER", "BYLAYER"}, {"ByBlock", "BYBLOCK"}}) {
         send(std::string("COLOR|") + said);
         EXPECT_EQ(db::text_variable(doc(), "CECOLOR"), kept);
     }

@@ -1,7 +1,7 @@
 // Commands that wait between the calls of a program, pauses, cancels, reactors.
+#include "host/core/reactors.h"
 #include "hostapi/dbobjects.h"
 #include "hostapi/editor.h"
-#include "host/core/reactors.h"
 #include "tests/host/commandline/session.h"
 
 namespace host::commandline
@@ -121,12 +121,13 @@ TEST_F(open_commands, TheEndOfAnExpressionCancelsWhatItLeftOpen)
 
 TEST_F(open_commands, EveryKindOfValueIsPassed)
 {
-    EXPECT_EQ(acedCommand(RTSTR, "_.CIRCLE", RT3DPOINT, (const double[]){1, 2, 3}, RTREAL, 4.5, RTNONE), RTNORM);
+    EXPECT_EQ(acedCommand(RTSTR, "_.CIRCLE", RT3DPOINT, point3{1, 2, 3}.data(), RTREAL, 4.5, RTNONE), RTNORM);
     EXPECT_EQ(acedCommand(RTSTR, "_.COLOR", RTSHORT, 3, 0), RTNORM);
     ads_name name;
     ASSERT_EQ(acdbEntLast(name), RTNORM);
-    EXPECT_EQ(acedCommand(RTSTR, "_.CHPROP", RTENAME, name, RTSTR, "", RTSTR, "_COLOR", RTSHORT, 5, RTSTR, "", 0),
-              RTNORM);
+    EXPECT_EQ(
+        acedCommand(RTSTR, "_.CHPROP", RTENAME, name, RTSTR, "", RTSTR, "_COLOR", RTSHORT, 5, RTSTR, "", 0),
+        RTNORM);
     EXPECT_EQ(objects({10, 40, 62}), "CIRCLE 62=5 10=1,2,3 40=4.5");
     EXPECT_EQ(db::text_variable(doc(), "CECOLOR"), "3");
 }
@@ -157,7 +158,10 @@ TEST_F(open_commands, ReactorsHearOfEachCommand)
 }
 
 int registered_runs = 0;
-void registered() { ++registered_runs; }
+void registered()
+{
+    ++registered_runs;
+}
 
 TEST_F(open_commands, ModuleCommandsRunByName)
 {

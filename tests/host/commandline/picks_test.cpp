@@ -121,7 +121,8 @@ TEST_F(picks, InsideABlockTheObjectAndItsPlaceAreGiven)
     db::database& d = data();
     std::string error;
     const db::object_id inner = db::append_entity(
-        d, block, {d.text_group(0, "LINE"), db::point_group(10, 0, 0, 0), db::point_group(11, 1, 0, 0)}, &error);
+        d, block, {d.text_group(0, "LINE"), db::point_group(10, 0, 0, 0), db::point_group(11, 1, 0, 0)},
+        &error);
     ASSERT_NE(inner, 0u) << error;
     send("INSERT|MARK|100,100|2|2|90");
     answer("100,101");
@@ -164,10 +165,10 @@ TEST_F(picks, ObjectSnapFindsTheNamedPlace)
 {
     send("LINE|3,-5|3,5|");
     const snap_case cases[] = {
-        {"END", 9.99, 0, true, 10, 0},      {"_endp", 9.99, 0, true, 10, 0}, {"MID", 5.01, 0, true, 5, 0},
-        {"CEN", 25, 20, true, 20, 20},      {"NEA", 7, 0.01, true, 7, 0},    {"INT", 3.01, 0.01, true, 3, 0},
+        {"END", 9.99, 0, true, 10, 0},       {"_endp", 9.99, 0, true, 10, 0}, {"MID", 5.01, 0, true, 5, 0},
+        {"CEN", 25, 20, true, 20, 20},       {"NEA", 7, 0.01, true, 7, 0},    {"INT", 3.01, 0.01, true, 3, 0},
         {"QUA", 24.99, 20.01, true, 25, 20}, {"MID,QUA", 5, 0, true, 5, 0},   {"END", 100, 100, false, 0, 0},
-        {"CEN", 5, 0, false, 0, 0},         {"XYZ", 5, 0, false, 0, 0},
+        {"CEN", 5, 0, false, 0, 0},          {"XYZ", 5, 0, false, 0, 0},
     };
     for (const snap_case& c : cases) {
         SCOPED_TRACE(c.modes);

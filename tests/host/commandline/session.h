@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "host/commandline/answers.h"
+#include "host/commandline/closing.h"
 #include "host/commandline/commands.h"
 #include "host/core/console.h"
 #include "host/core/document.h"
@@ -23,6 +24,15 @@
 namespace host::commandline
 {
 
+// Tests of a table are named by its rows.
+struct name_of_case {
+    template <class Case>
+    std::string operator()(const testing::TestParamInfo<Case>& row) const
+    {
+        return row.param.name;
+    }
+};
+
 class session : public testing::Test
 {
 protected:
@@ -30,7 +40,9 @@ protected:
     {
         close_all_documents();
         answers_from_text("");
+        request_quit(false);
         open_document();
+        db::set_int(doc(), "CMDECHO", 0);
         capture_history(&shown);
     }
     void TearDown() override
@@ -118,14 +130,16 @@ protected:
     std::string objects(const std::vector<int>& codes)
     {
         std::string out;
-        for (db::object_id id = db::first_entity(data(), data().current_space()); id; id = db::next_entity(data(), id))
+        for (db::object_id id = db::first_entity(data(), data().current_space()); id;
+             id = db::next_entity(data(), id))
             out += (out.empty() ? "" : " / ") + described(id, codes);
         return out;
     }
     int count()
     {
         int n = 0;
-        for (db::object_id id = db::first_entity(data(), data().current_space()); id; id = db::next_entity(data(), id))
+        for (db::object_id id = db::first_entity(data(), data().current_space()); id;
+             id = db::next_entity(data(), id))
             ++n;
         return n;
     }

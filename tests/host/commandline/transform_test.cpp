@@ -26,7 +26,8 @@ void expect_point(const point3& p, double x, double y, double z)
 
 TEST_F(transforms, AMapAndItsInverseGiveThePointBack)
 {
-    const mapping map = mapping::moved(5, 6, 7).after(mapping::turned({1, 2, 0}, 0.7).after(mapping::scaled({3, 1, 0}, 2.5)));
+    const mapping map =
+        mapping::moved(5, 6, 7).after(mapping::turned({1, 2, 0}, 0.7).after(mapping::scaled({3, 1, 0}, 2.5)));
     const point3 p{11, -4, 2};
     const point3 back = map.inverse().apply(map.apply(p));
     expect_point(back, p.x, p.y, p.z);
