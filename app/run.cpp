@@ -83,6 +83,8 @@ int run(const run_request& request)
         status = run_step(request.steps[i]);
     if (host::has_document())
         status = finish(request, status);
+    if (!host::history_at_line_start())
+        host::history("\n");
     host::unload_all_modules();
     host::close_all_documents();
     host::trace_to({});

@@ -77,27 +77,24 @@ void builder::tables()
     for (dxf_table& table : parts_.tables) {
         object_id id = db_.table(table.name);
         if (!id) {
-            upgrade_table_head(db_, table);
             const std::uint64_t handle = free_handle(table.head);
-            set_head(db_, table.head.groups, 5, handle, 0);
+            set_table_head(db_, table.head.groups, handle);
+            upgrade_table_head(db_, table);
             id = db_.append(0, object_class::table, std::move(table.head.groups), handle);
         }
         const int handle_code = table.name == "DIMSTYLE" ? 105 : 5;
         const std::uint64_t owner = db_.at(id).handle;
         for (dxf_object& record : table.records) {
             const std::uint64_t handle = free_handle(record);
-            set_head(db_, record.groups, handle_code, handle, owner);
+            set_head(db_, record.groups, head_order::owner_first, handle_code, handle, owner);
             upgrade_record(db_, table.name, record.groups);
             db_.append(id, object_class::record, std::move(record.groups), handle);
         }
     }
     if (!db_.table("BLOCK_RECORD")) {
-        group_list groups{db_.text_group(0, "TABLE"),
-                          handle_group(330, 0),
-                          handle_group(5, 0),
-                          db_.text_group(100, "AcDbSymbolTable"),
-                          db_.text_group(2, "BLOCK_RECORD"),
-                          int_group(70, 0)};
+        group_list groups{
+            db_.text_group(0, "TABLE"), db_.text_group(2, "BLOCK_RECORD"),      handle_group(5, 0),
+            handle_group(330, 0),       db_.text_group(100, "AcDbSymbolTable"), int_group(70, 0)};
         db_.append(0, object_class::table, std::move(groups));
     }
 }
@@ -132,7 +129,7 @@ bool builder::block(dxf_block& from)
     }
     for (dxf_object* end : {&from.begin, &from.end}) {
         const std::uint64_t handle = free_handle(*end);
-        set_head(db_, end->groups, 5, handle, db_.at(record).handle);
+        set_head(db_, end->groups, head_order::owner_first, 5, handle, db_.at(record).handle);
         upgrade_block_end(db_, end->groups);
         db_.append(record, object_class::entity, std::move(end->groups), handle);
     }
@@ -236,7 +233,7 @@ object_id builder::entity(dxf_object& from, object_id owner)
 {
     const std::uint64_t handle = free_handle(from);
     const bool has_markers = find(from.groups, 100) != nullptr;
-    set_head(db_, from.groups, 5, handle, db_.at(owner).handle);
+    set_head(db_, from.groups, head_order::owner_first, 5, handle, db_.at(owner).handle);
     std::string why;
     if (!has_markers && !upgrade_entity(db_, from.groups, &why)) {
         incomplete_.add(from);
@@ -280,7 +277,7 @@ void builder::objects()
             if (at.code == 330 && !in_braces)
                 owner = at.handle;
         }
-        set_head(db_, each.groups, 5, handle, owner);
+        set_head(db_, each.groups, head_order::handle_first, 5, handle, owner);
         db_.append(0, object_class::object, std::move(each.groups), handle);
     }
 }

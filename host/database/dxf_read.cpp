@@ -283,7 +283,7 @@ bool reader::header()
         }
         if (code() != 9)
             return fail("a header variable (group 9) was expected, not group " + std::to_string(code()));
-        const std::string name(trimmed(scanner_.text()));
+        const std::string name(stored_text(trimmed(scanner_.text()), is_utf8_, room_));
         groups_.clear();
         if (!advance())
             return false;
@@ -368,6 +368,8 @@ bool reader::objects(std::vector<dxf_object>& into)
     while (!at(0, "ENDSEC")) {
         if (at(0, "EOF") || at(0, "SECTION"))
             return fail("section " + section_ + " is not ended by ENDSEC");
+        if (section_ == "ENTITIES" && (at(0, "BLOCK") || at(0, "ENDBLK")))
+            return fail(std::string(trimmed(scanner_.text())) + " outside of section BLOCKS");
         if (!take_object(into.emplace_back()))
             return false;
     }
@@ -393,7 +395,7 @@ bool reader::take_section()
         return false;
     if (code() != 2)
         return fail("the name of a section (group 2) was expected, not group " + std::to_string(code()));
-    const std::string name(trimmed(scanner_.text()));
+    const std::string name(stored_text(trimmed(scanner_.text()), is_utf8_, room_));
     section_ = name;
     has_section_ = true;
     do {

@@ -1,6 +1,6 @@
 // In a file a control character is a caret and the letter 64 places on (^J is a line feed), and a caret
 // is followed by a blank. A caret before anything else is itself, since other programs leave it bare.
-// NUL is left as ^@: no text of a program may hold one.
+// NUL is ^@ in the store too: no text of a program may hold one.
 #include "host/database/dxf_texts.h"
 
 #include <charconv>
@@ -33,6 +33,8 @@ void remove_carets(std::string_view text, std::string& out)
         } else if (next > '@' && next <= '_') {
             out += static_cast<char>(next - '@');
             ++i;
+        } else if (text[i] == '\0') {
+            out += "^@";
         } else {
             out += text[i];
         }
@@ -131,7 +133,7 @@ std::string_view stored_text(std::string_view in_file, bool is_utf8, std::string
         into = cp1252_with_escapes(in_file);
         in_file = into;
     }
-    if (in_file.find('^') == std::string_view::npos)
+    if (in_file.find_first_of(std::string_view("^\0", 2)) == std::string_view::npos)
         return in_file;
     std::string plain;
     remove_carets(in_file, plain);

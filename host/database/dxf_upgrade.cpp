@@ -54,6 +54,22 @@ std::size_t head_size(const database& db, const group_list& groups)
     return std::min(i, groups.size());
 }
 
+// The 102 lists of a head; one that the file leaves open is closed, or it would take in the owner.
+group_list braced_lists(database& db, const group_list& groups, std::size_t head)
+{
+    group_list out;
+    bool in_braces = false;
+    for (std::size_t i = 1; i < head; ++i) {
+        if (groups[i].code == 102)
+            in_braces = !db.text(groups[i].text).starts_with('}');
+        if (in_braces || groups[i].code == 102)
+            out.push_back(groups[i]);
+    }
+    if (in_braces)
+        out.push_back(db.text_group(102, "}"));
+    return out;
+}
+
 void insert_marker(database& db, group_list& groups, std::size_t at, std::string_view name)
 {
     groups.insert(groups.begin() + static_cast<std::ptrdiff_t>(at), db.text_group(100, name));
@@ -92,7 +108,7 @@ std::string renamed_space(std::string_view name, char from, char to)
 
 } // namespace
 
-void set_head(const database& db, group_list& groups, int handle_code, std::uint64_t handle,
+void set_head(database& db, group_list& groups, head_order order, int handle_code, std::uint64_t handle,
               std::uint64_t owner)
 {
     const std::size_t size = head_size(db, groups);
@@ -102,34 +118,36 @@ void set_head(const database& db, group_list& groups, int handle_code, std::uint
             groups.erase(groups.begin() + static_cast<std::ptrdiff_t>(i));
             break;
         }
-    group_list kept; // the 102 lists
-    bool in_braces = false;
-    for (std::size_t i = 1; i < size; ++i) {
-        if (groups[i].code == 102)
-            in_braces = !db.text(groups[i].text).starts_with('}');
-        if (in_braces || groups[i].code == 102)
-            kept.push_back(groups[i]);
-    }
+    const group_list kept = braced_lists(db, groups, size);
     const std::size_t wanted = kept.size() + 3;
     if (wanted > size)
         groups.insert(groups.begin() + 1, wanted - size, group());
     else
         groups.erase(groups.begin() + 1, groups.begin() + 1 + static_cast<std::ptrdiff_t>(size - wanted));
-    groups[1] = handle_group(330, owner);
-    groups[2] = handle_group(handle_code, handle);
-    std::copy(kept.begin(), kept.end(), groups.begin() + 3);
+    const bool owner_first = order == head_order::owner_first;
+    groups[owner_first ? 2 : 1] = handle_group(handle_code, handle);
+    groups[owner_first ? 1 : wanted - 1] = handle_group(330, owner);
+    std::copy(kept.begin(), kept.end(), groups.begin() + (owner_first ? 3 : 2));
+}
+
+void set_table_head(database& db, group_list& groups, std::uint64_t handle)
+{
+    const group* given = find(groups, 2);
+    const group name = text_group(2, given ? given->text : 0);
+    if (given)
+        groups.erase(groups.begin() + (given - groups.data()));
+    set_head(db, groups, head_order::handle_first, 5, handle, 0);
+    groups.insert(groups.begin() + 1, name);
 }
 
 void upgrade_table_head(database& db, dxf_table& table)
 {
     group_list& groups = table.head.groups;
     if (!find(groups, 100)) {
-        // The name stands before the handle in old files, so the head is put together anew.
-        erase_code(groups, 5);
-        insert_marker(db, groups, 1, "AcDbSymbolTable");
+        constexpr std::size_t BEHIND_NAME_HANDLE_OWNER = 4;
+        insert_marker(db, groups, std::min(groups.size(), BEHIND_NAME_HANDLE_OWNER), "AcDbSymbolTable");
     }
-    const group* count = find(groups, 70);
-    if (!count)
+    if (!find(groups, 70))
         groups.push_back(int_group(70, static_cast<std::int64_t>(table.records.size())));
 }
 

@@ -6,13 +6,16 @@
 namespace host::db
 {
 
-// Puts the owner's handle and the handle at the head of an object's groups: 330 before 5, as programs
-// see them, then the 102 lists. What stood there is replaced.
-// `handle_code` is 5, or 105 for dimension styles.
-void set_head(const database& db, group_list& groups, int handle_code, std::uint64_t handle,
+// Puts handle and owner's handle at the head of an object's groups; what stood there is replaced.
+// Entities and records have 330 and 5 (`handle_code`; 105 for dimension styles), then the 102 lists;
+// objects of section OBJECTS 5, the 102 lists, 330, as files have it too.
+enum class head_order { owner_first, handle_first };
+void set_head(database& db, group_list& groups, head_order order, int handle_code, std::uint64_t handle,
               std::uint64_t owner);
+// A table's: the name, the handle, the 102 lists, no owner.
+void set_table_head(database& db, group_list& groups, std::uint64_t handle);
 
-// A symbol table, a record of one, a BLOCK or ENDBLK without subclass markers gets them.
+// A symbol table, a record of one, a BLOCK or ENDBLK, its head set, without subclass markers gets them.
 void upgrade_table_head(database& db, dxf_table& table);
 void upgrade_record(database& db, std::string_view table, group_list& groups);
 void upgrade_block_end(database& db, group_list& groups);

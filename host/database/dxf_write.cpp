@@ -73,7 +73,7 @@ void writer::code(int value)
 void writer::pair(int of, std::string_view value)
 {
     code(of);
-    out_ += value;
+    append_text(out_, value, version_ == dxf_version::r2007);
     out_ += '\n';
 }
 
@@ -323,11 +323,8 @@ void writer::raw_sections()
 
 std::string writer::text()
 {
-    for (const std::string& comment : db_.comments) {
-        code(999);
-        append_text(out_, comment, version_ == dxf_version::r2007);
-        out_ += '\n';
-    }
+    for (const std::string& comment : db_.comments)
+        pair(999, comment);
     if (is_r12()) {
         // What is made anew takes handles, and the header tells the next one.
         const std::string comments = std::exchange(out_, {});

@@ -138,6 +138,7 @@ private:
     void read_key()
     {
         key_ = nullptr;
+        skipping_ = true; // the values of a key that is damaged, unknown or removed
         if (line_.back() != ']') {
             damaged("a key has no ']'");
             return;
@@ -159,7 +160,7 @@ private:
             root_->remove(full);
         else
             key_ = root_->make(full);
-        skipping_ = key_ == nullptr; // a key that is removed or unknown has no values
+        skipping_ = key_ == nullptr;
     }
 
     // A text in quotes from `at` on; `at` moves behind it.

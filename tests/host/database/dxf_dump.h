@@ -68,8 +68,11 @@ inline void dump_object(const database& db, object_id id, const std::string& ind
     const object& each = db.at(id);
     if (each.erased)
         return;
+    group_list groups = each.groups;
+    if (each.family == object_class::table) // how many records there are is only a hint
+        std::erase_if(groups, [](const group& g) { return g.code == 70; });
     out += indent + "#" + std::to_string(each.handle) + " of #" + std::to_string(db.at(each.owner).handle) +
-           '\n' + dump(db, each.groups);
+           '\n' + dump(db, groups);
     for (object_id child = each.first; child; child = db.at(child).next)
         dump_object(db, child, indent + "  ", out);
 }
@@ -98,6 +101,22 @@ inline std::string dump(const database& db)
     for (const raw_section& section : db.raw_sections)
         out += "section " + section.name + '\n' + dump(db, section.groups);
     return out;
+}
+
+// The first line in which two texts differ, with what stands before it; empty when they are the same.
+inline std::string difference(const std::string& a, const std::string& b)
+{
+    std::istringstream in_a(a), in_b(b);
+    std::string of_a, of_b, before;
+    for (;;) {
+        const bool has_a = static_cast<bool>(std::getline(in_a, of_a));
+        const bool has_b = static_cast<bool>(std::getline(in_b, of_b));
+        if (!has_a && !has_b)
+            return a == b ? "" : "line ends";
+        if (has_a != has_b || of_a != of_b)
+            return before + "- " + (has_a ? of_a : "(end)") + "\n+ " + (has_b ? of_b : "(end)");
+        before = before.substr(before.size() > 200 ? before.find('\n', before.size() - 200) + 1 : 0) + of_a + '\n';
+    }
 }
 
 } // namespace host::db::test

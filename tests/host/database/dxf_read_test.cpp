@@ -301,13 +301,13 @@ TEST_F(DxfRead, BinaryFilesReadAsTheirText)
         const std::string text = sample(name);
         const auto db = parse(test::binary_dxf(text, true));
         ASSERT_TRUE(db);
-        EXPECT_EQ(test::dump(*db), test::dump(*parse(text))) << name;
+        EXPECT_EQ(test::difference(test::dump(*db), test::dump(*parse(text))), "") << name;
     }
     for (const char* name : {"r12_minimal.dxf", "r12_blocks.dxf"}) {
         const std::string text = sample(name);
         const auto db = parse(test::binary_dxf(text, false));
         ASSERT_TRUE(db);
-        EXPECT_EQ(test::dump(*db), test::dump(*parse(text))) << name;
+        EXPECT_EQ(test::difference(test::dump(*db), test::dump(*parse(text))), "") << name;
     }
 }
 
@@ -347,6 +347,7 @@ TEST_F(DxfRead, DamageIsToldByFileAndLine)
         {head + "0\nENDSEC\n", "x.dxf:6: the file ends without EOF"},
         {head + "0\nEOF\n", "x.dxf:5: section ENTITIES is not ended by ENDSEC"},
         {head + "0\nLINE\n8\n0\n0\nSECTION\n", "x.dxf:9: section ENTITIES is not ended by ENDSEC"},
+        {head + "0\nENDBLK\n", "x.dxf:5: ENDBLK outside of section BLOCKS"},
         {"0\nSECTION\n8\nENTITIES\n", "x.dxf:3: the name of a section (group 2) was expected, not group 8"},
         {"0\nSECTION\n2\nHEADER\n70\n1\n", "x.dxf:5: a header variable (group 9) was expected, not group 70"},
         {"0\nSECTION\n2\nTABLES\n0\nLAYER\n", "x.dxf:5: TABLE was expected, not \"LAYER\""},

@@ -173,7 +173,7 @@ TEST_F(Registry, DamagedLinesAreToldByFileAndLineAndPassedOver)
         {"[HKLM\\K]\n\"a\"=hex:00,\\\n1g\n\"ok\"=\"1\"\n", "damaged.reg:3: '1g' is no hexadecimal byte"},
         {"[HKLM\\K]\n\"a\"=number:5\n\"ok\"=\"1\"\n", "damaged.reg:3: 'number' is no kind of value"},
         {"[HKLM\\K]\n\"a\"=\n\"ok\"=\"1\"\n", "damaged.reg:3: '' is no kind of value"},
-        {"[HKLM\\L\n[HKLM\\K]\n\"ok\"=\"1\"\n", "damaged.reg:2: a key has no ']'"},
+        {"[HKLM\\L\n\"x\"=\"1\"\n[HKLM\\K]\n\"ok\"=\"1\"\n", "damaged.reg:2: a key has no ']'"},
         {"[HKEY_ELSE\\L]\n\"x\"=\"1\"\n[HKLM\\K]\n\"ok\"=\"1\"\n",
          "damaged.reg:2: 'HKEY_ELSE' is no root of a registry"},
         {"\"x\"=\"1\"\n[HKLM\\K]\n\"ok\"=\"1\"\n", "damaged.reg:2: a value stands outside of any key"},

@@ -1,0 +1,22 @@
+a : row { spacer; spacer; }
+b : row { a; a; }
+c : row { b; b; }
+d : row { c; c; }
+e : row { d; d; }
+f : row { e; e; }
+g : row { f; f; }
+h : row { g; g; }
+i : row { h; h; }
+j : row { i; i; }
+k : row { j; j; }
+l : row { k; k; }
+m : row { l; l; }
+n : row { m; m; }
+o : row { n; n; }
+p : row { o; o; }
+q : row { p; p; }
+r : row { q; q; }
+s : row { r; r; }
+t : row { s; s; }
+u : row { t; t; }
+d : dialog { u; }

@@ -1,0 +1,2 @@
+d : dialog { label = "x
+}

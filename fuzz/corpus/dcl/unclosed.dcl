@@ -1,0 +1,1 @@
+d : dialog { : row { label = "x"; }
