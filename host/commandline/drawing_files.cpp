@@ -125,13 +125,16 @@ task<> ask_and_save(command_io& io, bool with_format, bool takes_name)
     const bool may = co_await may_write(io, path);
     if (!may)
         co_return;
-    const std::string before = io.doc().file;
-    if (takes_name || before.empty())
+    const std::string before = io.doc().file, named_before = io.doc().named;
+    if (takes_name || before.empty()) {
         io.doc().file = drawing_path(path);
+        io.doc().named = path;
+    }
     try {
         save_for_command(io, path, version);
     } catch (...) {
         io.doc().file = before;
+        io.doc().named = named_before;
         throw;
     }
 }
@@ -195,6 +198,7 @@ bool open_drawing(document& doc, std::string_view path, std::string* error)
     }
     db::replace_database(doc, std::move(read));
     doc.file = file;
+    doc.named = path;
     db::database_of(doc).set_modified(false);
     return true;
 }
@@ -250,6 +254,7 @@ task<> new_command(command_io& io)
         make_current(before);
         throw command_failed{error};
     }
+    doc->named.clear();
     doc->file.clear(); // a template lends its contents, not its name
     tell_drawing_loaded(*doc);
 }

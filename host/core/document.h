@@ -35,6 +35,9 @@ public:
     // Path as the drawing was named, in the host's own form (a path of this file system); empty for a
     // drawing that was never saved.
     std::string file;
+    // The same as it was named by whoever opened or saved it, in any path form; what programs see as the
+    // drawing's directory follows this. Empty: as `file`.
+    std::string named;
 
 private:
     struct slot {

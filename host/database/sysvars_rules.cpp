@@ -60,20 +60,31 @@ std::string name_for_programs(std::string name)
     return name;
 }
 
+const std::string& name_of(const document& doc)
+{
+    return doc.named.empty() ? doc.file : doc.named;
+}
+
+bool is_absolute(std::string_view path)
+{
+    return path.starts_with('/') || path.starts_with('\\') || (path.size() > 1 && path[1] == ':');
+}
+
 std::string drawing_name(document& doc)
 {
     if (doc.file.empty())
         return "Drawing" + std::to_string(doc.number()) + ".dwg";
-    return name_for_programs(cp1252_with_escapes(file_name_of(doc.file)));
+    return name_for_programs(program_path(file_name_of(name_of(doc))));
 }
 
+// With the separator, in the form in which the drawing was named.
 std::string drawing_directory(document& doc)
 {
-    const std::string directory = directory_of(doc.file);
-    if (!directory.empty())
-        return cp1252_with_escapes(directory);
+    const std::string directory = doc.file.empty() ? "" : directory_of(name_of(doc));
+    if (is_absolute(directory))
+        return program_path(directory);
     std::error_code failed;
-    return cp1252_with_escapes(with_separator(std::filesystem::current_path(failed).string()));
+    return program_path(with_separator(std::filesystem::current_path(failed).string()) + directory);
 }
 
 } // namespace

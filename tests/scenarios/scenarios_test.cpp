@@ -114,8 +114,9 @@ TEST_P(Scenario, RunsAsExpected)
     ASSERT_TRUE(fs::exists(expected / "stdout")) << "nothing is expected of this scenario";
     const std::string status = fs::exists(expected / "status") ? contents(expected / "status") : "0\n";
     EXPECT_EQ(contents(place / "status"), status);
-    if (!fs::exists(expected / "stderr"))
+    if (!fs::exists(expected / "stderr")) {
         EXPECT_EQ(contents(place / "stderr"), "");
+    }
     for (const auto& entry : fs::directory_iterator(expected)) {
         const fs::path name = entry.path().filename();
         if (name == "status")
@@ -127,7 +128,7 @@ TEST_P(Scenario, RunsAsExpected)
 }
 
 INSTANTIATE_TEST_SUITE_P(Sessions, Scenario, testing::ValuesIn(scenario_names()),
-                         [](const auto& info) { return info.param; });
+                         [](const auto& scenario) { return scenario.param; });
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(Scenario);
 
 } // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -178,6 +179,19 @@ TEST_F(Sysvars, DrawingsKeptAsDxfGoByTheExtensionThatProgramsExpect)
         EXPECT_EQ(text_variable(doc(), "DWGPREFIX"), c.prefix) << c.file;
         EXPECT_EQ(int_variable(doc(), "DWGTITLED"), 1);
     }
+}
+
+TEST_F(Sysvars, TheDirectoryHasTheFormInWhichTheDrawingWasNamed)
+{
+    doc().file = "/jobs/site.dxf";
+    doc().named = "C:\\JOB\\SITE.DWG";
+    EXPECT_EQ(text_variable(doc(), "DWGNAME"), "SITE.DWG");
+    EXPECT_EQ(text_variable(doc(), "DWGPREFIX"), "C:\\JOB\\");
+    EXPECT_EQ(text_variable(doc(), "SAVENAME"), "C:\\JOB\\SITE.DWG");
+    doc().named = "jobs/site.dxf";
+    EXPECT_EQ(text_variable(doc(), "DWGNAME"), "site.dwg");
+    const std::string here = std::filesystem::current_path().string();
+    EXPECT_EQ(text_variable(doc(), "DWGPREFIX"), here + "/jobs/");
 }
 
 TEST_F(Sysvars, TheActiveViewportGivesTheView)
