@@ -87,7 +87,7 @@ void put_head(const group_list& head, group_list& out)
     out.insert(out.end(), braced.begin(), braced.end());
 }
 
-void put_common(database& db, const group_list& common, group_list& out)
+void put_common(const database& db, const group_list& common, group_list& out)
 {
     out.push_back(db.text_group(100, "AcDbEntity"));
     constexpr int FIRST[] = {67, 410, 8, 62, 6, 48, 60, 370};
@@ -116,8 +116,8 @@ bool tell_missing(std::string_view type, int code, std::string* error)
 }
 
 // The kind's groups in their places; what has no place comes last.
-bool put_own(database& db, const entity_kind& kind, std::string_view type, group_list own, group_list& out,
-             std::string* error)
+bool put_own(const database& db, const entity_kind& kind, std::string_view type, group_list own,
+             group_list& out, std::string* error)
 {
     using need = kind_item::need;
     for (const kind_item& item : kind.items) {
@@ -144,7 +144,7 @@ bool put_own(database& db, const entity_kind& kind, std::string_view type, group
     return true;
 }
 
-bool put_own_in_order(database& db, const entity_kind& kind, std::string_view type, const group_list& own,
+bool put_own_in_order(const database& db, const entity_kind& kind, std::string_view type, const group_list& own,
                       group_list& out, std::string* error)
 {
     using need = kind_item::need;
@@ -234,7 +234,7 @@ void adjust_own(std::string_view type, group_list& own)
 
 } // namespace
 
-bool complete_entity(database& db, group_list& groups, std::string* error)
+bool complete_entity(const database& db, group_list& groups, std::string* error)
 {
     const group* type_group = find(groups, 0);
     if (!type_group || type_group->kind != group_kind::text || !type_group->text) {

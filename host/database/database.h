@@ -116,11 +116,11 @@ public:
     database(const database&) = delete;
     database& operator=(const database&) = delete;
 
-    // ---- texts
-    text_id intern(std::string_view text);
+    // ---- texts (the pool grows by what is asked for; that is no change of the drawing)
+    text_id intern(std::string_view text) const;
     std::string_view text(text_id id) const;
     std::string_view text_of(const group_list& groups, int code) const; // empty when missing
-    group text_group(int code, std::string_view value) { return db::text_group(code, intern(value)); }
+    group text_group(int code, std::string_view value) const { return db::text_group(code, intern(value)); }
 
     // ---- looking
     bool valid(object_id id) const { return id > 0 && id < objects_.size(); }
@@ -211,8 +211,8 @@ private:
     document& owner_;
     std::deque<object> objects_;
     std::unordered_map<std::uint64_t, object_id> handles_;
-    std::deque<std::string> texts_;
-    std::unordered_map<std::string_view, text_id> text_ids_;
+    mutable std::deque<std::string> texts_;
+    mutable std::unordered_map<std::string_view, text_id> text_ids_;
     std::unordered_map<std::string, object_id> tables_;
     mutable std::unordered_map<std::string, object_id> records_; // TABLE\nNAME, upper case
     // Records that were given out for change lately, with the names under which records_ has them.

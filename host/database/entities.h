@@ -15,10 +15,11 @@ namespace host::db
 // that the kind doesn't know stay. False, with the list as it was, when a group that the kind needs is
 // missing or the kind is not known and the list has no markers; `error` says which. Handle and owner are 0
 // when there were none; 67 and 410 stay if given.
-bool complete_entity(database& db, group_list& groups, std::string* error);
+bool complete_entity(const database& db, group_list& groups, std::string* error);
 
 // Group list as acdbEntGet gives it, -1 first. `applications`: names with wild cards for -3. What follows
-// from an object's place is put in here and isn't stored: 67 and 410, and -2 of BLOCK and SEQEND.
+// from an object's place is put in here and isn't stored: 67 and 410, and -2 of BLOCK and SEQEND. Groups of
+// the kind that a file left out have their standard values.
 resbuf* entity_list(const database& db, object_id id, const resbuf* applications);
 // A program's list as groups (the -1, -2 and 5 groups left out). False on a value of a wrong type.
 bool groups_of_list(database& db, const resbuf* list, group_list& groups, std::string* error);

@@ -12,28 +12,42 @@ namespace host::db
 namespace
 {
 
-// The newest entity of a space that isn't erased. Walking back over erased ones each time would be slow for
-// programs that draw and erase in turn, so the place of the last find is kept with what was seen behind it.
-struct last_entity : change_listener {
+// The oldest and the newest entity of a space that isn't erased. Walking over erased ones each time would be
+// slow for programs that draw and erase in turn, so the places of the last finds are kept with what was seen
+// beyond them; they hold until something comes back.
+struct space_ends : change_listener {
     database& db;
     struct seen {
         object_id found = 0;  // the answer then
         object_id newest = 0; // the last object there was then; all behind `found` up to it was erased
     };
     std::unordered_map<object_id, seen> spaces;
+    std::unordered_map<object_id, object_id> firsts; // before these all are erased
 
-    explicit last_entity(database& of) : db(of) { db.add_listener(this); }
-    last_entity(const last_entity&) = delete;
-    last_entity& operator=(const last_entity&) = delete;
-    ~last_entity() override { db.remove_listener(this); }
+    explicit space_ends(database& of) : db(of) { db.add_listener(this); }
+    space_ends(const space_ends&) = delete;
+    space_ends& operator=(const space_ends&) = delete;
+    ~space_ends() override { db.remove_listener(this); }
 
     void object_changed(object_id id, change_kind kind) override
     {
-        if (kind == change_kind::restored)
-            spaces.erase(db.at(id).owner);
+        if (kind != change_kind::restored)
+            return;
+        spaces.erase(db.at(id).owner);
+        firsts.erase(db.at(id).owner);
     }
 
-    object_id of(object_id space)
+    object_id first(object_id space)
+    {
+        object_id& known = firsts[space];
+        const object_id from = known ? known : first_entity(db, space);
+        const object_id found = from && db.at(from).erased ? next_entity(db, from) : from;
+        if (found)
+            known = found;
+        return found;
+    }
+
+    object_id last(object_id space)
     {
         seen& known = spaces[space];
         object_id at = db.at(space).last;
@@ -178,7 +192,7 @@ int acdbEntNext(const ads_name entity, ads_name out)
         return RTERROR;
     database& db = current_database();
     if (!entity)
-        return answer_name(first_entity(db, db.current_space()), out);
+        return answer_name(db.part<space_ends>().first(db.current_space()), out);
     const object_id id = id_of_name(db, entity);
     return id ? answer_name(behind(db, id), out) : RTERROR;
 }
@@ -188,7 +202,7 @@ int acdbEntLast(ads_name out)
     if (!has_document())
         return RTERROR;
     database& db = current_database();
-    return answer_name(db.part<last_entity>().of(db.current_space()), out);
+    return answer_name(db.part<space_ends>().last(db.current_space()), out);
 }
 
 int acdbHandEnt(const char* handle, ads_name out)

@@ -5,6 +5,7 @@
 
 #include "host/core/text.h"
 #include "host/database/entities.h"
+#include "host/database/kinds.h"
 
 namespace host::db
 {
@@ -185,15 +186,23 @@ resbuf* entity_list(const database& db, object_id id, const resbuf* applications
     if (!db.valid(id))
         return nullptr;
     const object& subject = db.at(id);
+    const group_list* groups = &subject.groups;
+    group_list whole;
+    const entity_kind* kind = subject.family == object_class::entity ? kind_of(db, *groups) : nullptr;
+    if (kind && lacks_standard_groups(*groups, *kind)) {
+        whole = *groups;
+        if (complete_entity(db, whole, nullptr))
+            groups = &whole;
+    }
     list_builder out;
     out.add(name_node(db, -1, id));
     bool space_told = subject.family != object_class::entity;
-    for (const group& each : subject.groups) {
+    for (const group& each : *groups) {
         if (each.code >= 1000)
             continue;
         out.add(node_of(db, each));
         if (each.code == 100 && !space_told && db.text(each.text) == "AcDbEntity") {
-            add_space(db, id, subject.groups, out);
+            add_space(db, id, *groups, out);
             space_told = true;
         }
     }

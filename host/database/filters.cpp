@@ -4,9 +4,11 @@
 // that it is well formed. Groups that an object may leave out are tested as if they had their standard value.
 #include <cmath>
 #include <cstdio>
+#include <optional>
 
 #include "host/core/text.h"
 #include "host/database/entities.h"
+#include "host/database/kinds.h"
 
 namespace host::db
 {
@@ -181,37 +183,34 @@ bool group_fits(const database& db, const relation& how, const group& have, cons
     }
 }
 
-// What a group that an object leaves out stands for; false when it stands for nothing.
-bool standard_group(const database& db, object_id id, int code, group& out)
+// What a group that an object leaves out stands for: what its kind has, or what any entity has.
+std::optional<group> missing_group(const database& db, object_id id, int code)
 {
+    if (db.at(id).family != object_class::entity)
+        return std::nullopt;
+    if (const std::optional<group> of_kind = standard_group(db, db.at(id).groups, code))
+        return of_kind;
     switch (code) {
     case 62:
-        out = int_group(62, 256);
-        return true;
+        return int_group(62, 256);
     case 60:
     case 66:
-        out = int_group(code, 0);
-        return true;
+        return int_group(code, 0);
     case 370:
-        out = int_group(370, -1);
-        return true;
+        return int_group(370, -1);
     case 38:
     case 39:
-        out = real_group(code, 0.0);
-        return true;
+        return real_group(code, 0.0);
     case 48:
-        out = real_group(48, 1.0);
-        return true;
+        return real_group(48, 1.0);
     case 67: {
         const object_id block = block_of(db, id);
-        out = int_group(67, block && block != db.model_space() && is_space(db, block) ? 1 : 0);
-        return true;
+        return int_group(67, block && block != db.model_space() && is_space(db, block) ? 1 : 0);
     }
     case 210:
-        out = point_group(210, 0, 0, 1);
-        return true;
+        return point_group(210, 0, 0, 1);
     default:
-        return false;
+        return std::nullopt;
     }
 }
 
@@ -246,8 +245,8 @@ bool object_fits(const database& db, object_id id, const relation& how, const re
     std::string name;
     if (name_of_missing(db, id, code, name))
         return want.resval.rstring && text_fits(how, code, name, want.resval.rstring);
-    group standard;
-    return standard_group(db, id, code, standard) && group_fits(db, how, standard, want);
+    const std::optional<group> standard = missing_group(db, id, code);
+    return standard && group_fits(db, how, *standard, want);
 }
 
 bool has_application(const database& db, object_id id, const char* pattern)

@@ -1,8 +1,11 @@
 // The table of entity kinds. One row a kind (or a variant of it); its text is cut into items once.
 #include "host/database/kinds.h"
 
+#include <algorithm>
 #include <charconv>
 #include <map>
+
+#include "host/database/templates.h"
 
 namespace host::db
 {
@@ -135,6 +138,37 @@ const entity_kind* kind_of(const database& db, const group_list& groups)
 {
     const auto found = kinds().find(variant_of(db.text_of(groups, 0), groups));
     return found == kinds().end() ? nullptr : &found->second;
+}
+
+bool lacks_standard_groups(const group_list& groups, const entity_kind& kind)
+{
+    if (kind.type == "LWPOLYLINE") {
+        // Files leave out widths and bulges that are 0; each vertex has all three.
+        const auto count = [&](int code) {
+            return std::count_if(groups.begin(), groups.end(),
+                                 [code](const group& each) { return each.code == code; });
+        };
+        const auto vertices = count(10);
+        return count(40) != vertices || count(41) != vertices || count(42) != vertices;
+    }
+    return std::any_of(kind.items.begin(), kind.items.end(), [&](const kind_item& item) {
+        return item.how == kind_item::need::standard && !find(groups, item.code);
+    });
+}
+
+std::optional<group> standard_group(const database& db, const group_list& groups, int code)
+{
+    const entity_kind* kind = kind_of(db, groups);
+    if (!kind)
+        return std::nullopt;
+    for (const kind_item& item : kind->items) {
+        if (item.how != kind_item::need::standard || item.code != code)
+            continue;
+        group_list made;
+        add_groups(db, made, std::to_string(code) + ' ' + std::string(item.value));
+        return made.front();
+    }
+    return std::nullopt;
 }
 
 bool is_common_code(int code)

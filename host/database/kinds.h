@@ -34,6 +34,11 @@ struct entity_kind {
 // By group 0 and, for POLYLINE, VERTEX, INSERT and DIMENSION, by its flags. Null: not known.
 const entity_kind* kind_of(const database& db, const group_list& groups);
 
+// Whether a group is missing that every object of the kind has.
+bool lacks_standard_groups(const group_list& groups, const entity_kind& kind);
+// What a missing group of the kind stands for; nothing when it stands for nothing.
+std::optional<group> standard_group(const database& db, const group_list& groups, int code);
+
 // Groups that any entity may have in front of its own.
 bool is_common_code(int code);
 

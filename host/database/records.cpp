@@ -35,7 +35,7 @@ group point_of(int code, std::string_view text)
     return made;
 }
 
-group group_of(database& db, int code, std::string_view value)
+group group_of(const database& db, int code, std::string_view value)
 {
     switch (kind_of_code(code)) {
     case group_kind::real:
@@ -56,7 +56,7 @@ group group_of(database& db, int code, std::string_view value)
 
 } // namespace
 
-void add_groups(database& db, group_list& groups, std::string_view text, std::string_view name)
+void add_groups(const database& db, group_list& groups, std::string_view text, std::string_view name)
 {
     while (!text.empty()) {
         const std::size_t end = std::min(text.find(';'), text.size());

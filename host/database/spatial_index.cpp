@@ -7,6 +7,7 @@
 // are told before they have changed. A change inside a block concerns every object that refers to it.
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -42,21 +43,33 @@ public:
     void put(object_id id, const box& extents)
     {
         take(id);
-        slot made{};
-        for (int i = 0; i < 2; ++i) {
-            made.box.low[i] = extents.low[i];
-            made.box.high[i] = extents.high[i];
+        if (const std::optional<item> made = item_of(id, extents)) {
+            const std::uint32_t at = place_for(made->place);
+            add(at, *made);
+            divide(at);
         }
-        const bool fits = std::all_of(made.box.low, made.box.low + 2, in_reach) &&
-                          std::all_of(made.box.high, made.box.high + 2, in_reach);
-        if (!fits) {
-            everywhere_.insert(id);
+    }
+    // The same for objects of an empty tree, with the dividing left to finish(): much quicker for
+    // many, since all of them then go down the tree together.
+    void put_later(object_id id, const box& extents)
+    {
+        if (const std::optional<item> made = item_of(id, extents)) {
+            grow_for(made->place);
+            waiting_.push_back(*made);
+        }
+    }
+    void finish()
+    {
+        if (nodes_.empty())
             return;
-        }
-        made.node = place_for(made.box);
-        nodes_[made.node].items.push_back(id);
-        slots_[id] = made;
-        divide(made.node);
+        // The steps in which the root grew are of no use any more.
+        const node grown = nodes_[root_];
+        nodes_.clear();
+        root_ = add_node(grown.x, grown.y, grown.half, grown.depth_left);
+        for (const item& each : waiting_)
+            add(root_, each);
+        waiting_ = {};
+        divide(root_);
     }
     void put_everywhere(object_id id)
     {
@@ -66,14 +79,14 @@ public:
     void take(object_id id)
     {
         everywhere_.erase(id);
-        const auto found = slots_.find(id);
-        if (found == slots_.end())
+        if (id >= node_of_.size() || node_of_[id] == NONE)
             return;
-        auto& items = nodes_[found->second.node].items;
-        const auto at = std::find(items.begin(), items.end(), id);
+        auto& items = nodes_[node_of_[id]].items;
+        const auto at =
+            std::find_if(items.begin(), items.end(), [id](const item& each) { return each.id == id; });
         *at = items.back();
         items.pop_back();
-        slots_.erase(found);
+        node_of_[id] = NONE;
     }
     void collect(const box& window, std::vector<object_id>& out) const
     {
@@ -83,31 +96,44 @@ public:
     }
 
 private:
+    struct item {
+        object_id id;
+        flat_box place;
+    };
     struct node {
         double x, y, half; // middle and half of the side
         int depth_left;
-        std::uint32_t children[4] = {NONE, NONE, NONE, NONE};
-        bool divided = false;
-        std::vector<object_id> items;
-    };
-    struct slot {
-        flat_box box;
-        std::uint32_t node;
+        bool divided;
+        std::uint32_t children[4];
+        std::vector<item> items;
     };
 
     static bool in_reach(double value) { return std::fabs(value) <= FARTHEST; }
 
+    // Nothing, and the object is taken for near everywhere, when its box is out of reach.
+    std::optional<item> item_of(object_id id, const box& extents)
+    {
+        const item made{id, {{extents.low[0], extents.low[1]}, {extents.high[0], extents.high[1]}}};
+        const bool fits = std::all_of(made.place.low, made.place.low + 2, in_reach) &&
+                          std::all_of(made.place.high, made.place.high + 2, in_reach);
+        if (!fits) {
+            everywhere_.insert(id);
+            return std::nullopt;
+        }
+        if (node_of_.size() <= id)
+            node_of_.resize(id + id / 2 + 64, NONE);
+        return made;
+    }
+
     std::uint32_t add_node(double x, double y, double half, int depth_left)
     {
-        node made{};
-        made.x = x;
-        made.y = y;
-        made.half = half;
-        made.depth_left = depth_left;
-        for (std::uint32_t& child : made.children)
-            child = NONE;
-        nodes_.push_back(std::move(made));
+        nodes_.push_back({x, y, half, depth_left, false, {NONE, NONE, NONE, NONE}, {}});
         return static_cast<std::uint32_t>(nodes_.size() - 1);
+    }
+    void add(std::uint32_t at, const item& made)
+    {
+        nodes_[at].items.push_back(made);
+        node_of_[made.id] = at;
     }
 
     static double middle(const flat_box& of, int axis) { return of.low[axis] / 2 + of.high[axis] / 2; }
@@ -124,13 +150,11 @@ private:
         if (nodes_.empty())
             root_ = add_node(middle(of, 0), middle(of, 1), std::max(of.size(), 1.0), DEEPEST);
         while (!holds(nodes_[root_], of)) {
-            const node& old = nodes_[root_];
-            const double half = old.half;
-            const double x = old.x + (middle(of, 0) >= old.x ? half : -half);
-            const double y = old.y + (middle(of, 1) >= old.y ? half : -half);
-            const int quarter = quarter_of(x, y, old.x, old.y);
-            const std::uint32_t bigger = add_node(x, y, 2 * half, old.depth_left + 1);
-            nodes_[bigger].children[quarter] = root_;
+            const double half = nodes_[root_].half, old_x = nodes_[root_].x, old_y = nodes_[root_].y;
+            const double x = old_x + (middle(of, 0) >= old_x ? half : -half);
+            const double y = old_y + (middle(of, 1) >= old_y ? half : -half);
+            const std::uint32_t bigger = add_node(x, y, 2 * half, nodes_[root_].depth_left + 1);
+            nodes_[bigger].children[quarter_of(x, y, old_x, old_y)] = root_;
             nodes_[bigger].divided = true;
             root_ = bigger;
         }
@@ -142,13 +166,12 @@ private:
 
     std::uint32_t child_for(std::uint32_t parent, const flat_box& of)
     {
-        const node& from = nodes_[parent];
-        const int quarter = quarter_of(from.x, from.y, middle(of, 0), middle(of, 1));
-        if (from.children[quarter] == NONE) {
-            const double half = from.half / 2;
-            const std::uint32_t made =
-                add_node(from.x + (quarter & 1 ? half : -half), from.y + (quarter & 2 ? half : -half), half,
-                         from.depth_left - 1);
+        const int quarter = quarter_of(nodes_[parent].x, nodes_[parent].y, middle(of, 0), middle(of, 1));
+        if (nodes_[parent].children[quarter] == NONE) {
+            const double half = nodes_[parent].half / 2;
+            const double x = nodes_[parent].x + (quarter & 1 ? half : -half);
+            const double y = nodes_[parent].y + (quarter & 2 ? half : -half);
+            const std::uint32_t made = add_node(x, y, half, nodes_[parent].depth_left - 1);
             nodes_[parent].children[quarter] = made;
         }
         return nodes_[parent].children[quarter];
@@ -168,32 +191,26 @@ private:
         if (nodes_[at].divided || nodes_[at].items.size() <= FULL || nodes_[at].depth_left <= 0)
             return;
         nodes_[at].divided = true;
-        std::vector<object_id> stay, go;
-        for (const object_id id : nodes_[at].items)
-            (slots_[id].box.size() <= nodes_[at].half ? go : stay).push_back(id);
-        nodes_[at].items = std::move(stay);
-        for (const object_id id : go) {
-            slot& moved = slots_[id];
-            moved.node = child_for(at, moved.box);
-            nodes_[moved.node].items.push_back(id);
-        }
-        for (const std::uint32_t child :
-             std::vector<std::uint32_t>(nodes_[at].children, nodes_[at].children + 4))
-            if (child != NONE)
-                divide(child);
+        const std::vector<item> all = std::move(nodes_[at].items);
+        nodes_[at].items.clear();
+        for (const item& each : all)
+            add(each.place.size() <= nodes_[at].half ? child_for(at, each.place) : at, each);
+        for (const int quarter : {0, 1, 2, 3})
+            if (nodes_[at].children[quarter] != NONE)
+                divide(nodes_[at].children[quarter]);
     }
 
     void collect(std::uint32_t at, const box& window, std::vector<object_id>& out) const
     {
         const node& from = nodes_[at];
-        // Items reach half a side beyond the node; so do those of its children, whose sides are smaller.
+        // What stands in a node or under it reaches half a side beyond the node.
         const double reach = 2 * from.half;
         if (window.low[0] > from.x + reach || window.high[0] < from.x - reach ||
             window.low[1] > from.y + reach || window.high[1] < from.y - reach)
             return;
-        for (const object_id id : from.items)
-            if (slots_.at(id).box.meets(window))
-                out.push_back(id);
+        for (const item& each : from.items)
+            if (each.place.meets(window))
+                out.push_back(each.id);
         for (const std::uint32_t child : from.children)
             if (child != NONE)
                 collect(child, window, out);
@@ -201,7 +218,8 @@ private:
 
     std::vector<node> nodes_;
     std::uint32_t root_ = 0;
-    std::unordered_map<object_id, slot> slots_;
+    std::vector<item> waiting_;          // for finish()
+    std::vector<std::uint32_t> node_of_; // by object
     std::unordered_set<object_id> everywhere_;
 };
 
@@ -228,8 +246,14 @@ public:
         if (trees_.empty())
             note_all_users();
         quadtree& made = trees_[space];
-        for (object_id at = first_entity(db_, space); at; at = next_entity(db_, at))
-            put(made, at);
+        for (object_id at = first_entity(db_, space); at; at = next_entity(db_, at)) {
+            const box extents = extents_of(db_, at);
+            if (is_endless(db_, at))
+                made.put_everywhere(at);
+            else if (!extents.is_empty())
+                made.put_later(at, extents);
+        }
+        made.finish();
         return made;
     }
 

@@ -31,7 +31,7 @@ int database::number() const
 
 // ---- texts
 
-text_id database::intern(std::string_view text)
+text_id database::intern(std::string_view text) const
 {
     const auto found = text_ids_.find(text);
     if (found != text_ids_.end())

@@ -10,6 +10,6 @@ namespace host::db
 
 // Appends groups given as "code value;code value": texts as they stand, points as "x,y" or "x,y,z", handles
 // in hexadecimal. "@" as a whole value is `name`. For the project's own tables only: nothing is checked.
-void add_groups(database& db, group_list& groups, std::string_view text, std::string_view name = {});
+void add_groups(const database& db, group_list& groups, std::string_view text, std::string_view name = {});
 
 } // namespace host::db

@@ -80,8 +80,13 @@ void check_types(interpreter& l, const char* types, arguments a)
 void check_stack()
 {
     static thread_local const std::uintptr_t floor = stack_floor();
-    if (reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) < floor)
-        interpreter_of(current_document()).fail("internal stack limit reached");
+    static thread_local bool telling = false; // the message itself is made below the floor
+    if (telling || reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) >= floor)
+        return;
+    telling = true;
+    std::string chain = interpreter_of(current_document()).backtrace();
+    telling = false;
+    throw lisp_error{failure::error, "internal stack limit reached", std::move(chain), {}};
 }
 
 const char* type_name(const value& v)

@@ -110,29 +110,38 @@ void interpreter::cancel()
     fail("Function cancelled", answers_ended() ? failure::stopped : failure::cancelled);
 }
 
+// A recursion is one line with its count; the middle of a long chain is left out.
 std::string interpreter::backtrace() const
 {
-    constexpr int innermost = 10, outermost = 2;
-    int depth = 0;
-    for (const call_frame* f = frame_; f; f = f->up)
-        ++depth;
+    constexpr std::size_t innermost = 10, outermost = 3;
+    struct entry {
+        const call_frame* frame;
+        int count;
+    };
+    std::vector<entry> calls;
+    for (const call_frame* f = frame_; f; f = f->up) {
+        const bool again = !calls.empty() && f->form->is_cell() && calls.back().frame->form->is_cell() &&
+                           f->form->as_cell() == calls.back().frame->form->as_cell();
+        if (!again)
+            calls.push_back({f, 1});
+        else if (!f->whole)
+            ++calls.back().count;
+    }
     std::string out;
-    int at = 0;
-    const cell* before = nullptr;
-    for (const call_frame* f = frame_; f; f = f->up, ++at) {
-        const cell* form = f->form->is_cell() ? f->form->as_cell() : nullptr;
-        if (form && form == before)
-            continue; // a form of a file is a call too
-        before = form;
-        if (at >= innermost && at < depth - outermost) {
-            if (at == innermost)
-                out += ";   ... " + std::to_string(depth - innermost - outermost) + " more calls\n";
-            continue;
+    for (std::size_t i = 0; i < calls.size(); ++i) {
+        if (i == innermost && calls.size() > innermost + outermost + 1) {
+            const std::size_t left_out = calls.size() - innermost - outermost;
+            out += ";   ... " + std::to_string(left_out) + " more calls\n";
+            i += left_out;
         }
+        const call_frame* f = calls[i].frame;
         out += ";   ";
-        if (f->source && form && form->line)
-            out += *f->source + ":" + std::to_string(form->line) + ": ";
-        out += short_text(*f->form, 70) + "\n";
+        if (f->source && f->form->is_cell() && f->form->as_cell()->line)
+            out += *f->source + ":" + std::to_string(f->form->as_cell()->line) + ": ";
+        out += short_text(*f->form, 70);
+        if (calls[i].count > 1)
+            out += "  [" + std::to_string(calls[i].count) + " calls]";
+        out += "\n";
     }
     return out;
 }
@@ -237,7 +246,7 @@ value interpreter::evaluate_forms(std::string_view text, const std::string& name
             e.chain = backtrace();
             throw;
         }
-        call_frame frame(*this, &form);
+        call_frame frame(*this, &form, true);
         last = eval(form);
     }
 }

@@ -144,6 +144,7 @@ public:
     [[noreturn]] void cancel();
     // To be called in every loop: ends the run on the break key or when the answers have run out.
     void poll();
+    // The calls at hand, innermost first, a line each: ";   FILE:LINE: (FORM)".
     std::string backtrace() const;
 
     // Runs something as a whole of its own: an error calls *error* or is printed, bindings are
@@ -173,7 +174,9 @@ public:
         call_frame* up;
         const value* form;
         const std::string* source;
-        call_frame(interpreter& in, const value* f) : l(in), up(in.frame_), form(f), source(in.source_)
+        bool whole; // a form of a text, which is a call of its own too
+        call_frame(interpreter& in, const value* f, bool is_whole = false)
+            : l(in), up(in.frame_), form(f), source(in.source_), whole(is_whole)
         {
             in.frame_ = this;
         }

@@ -18,9 +18,7 @@ const resbuf* take(const resbuf** at)
 const char* next_text(const resbuf** at, const char* standard)
 {
     const resbuf* node = take(at);
-    if (!node)
-        return standard;
-    return node->restype == RTSTR && node->resval.rstring ? node->resval.rstring : "";
+    return node && node->restype == RTSTR && node->resval.rstring ? node->resval.rstring : standard;
 }
 
 int next_short(const resbuf** at, int standard)

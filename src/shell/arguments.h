@@ -3,7 +3,7 @@
 //
 // Programs pass 5 where 5.0 is meant and the other way round, and have always got what the node's
 // bytes say: numbers, points and names are taken from the node whatever its type. A text is taken
-// from a text node only, any other counts as an empty text.
+// from a text node only, any other counts as missing.
 #pragma once
 
 #include "hostapi/adsdef.h"

@@ -85,8 +85,8 @@ void op_select_of_application(op_call& call)
 // Owns its chain, whose text is the path, until the save is over.
 void op_save_settings(op_call& call)
 {
-    const char* path = next_text(&call.args, nullptr);
-    if (!path)
+    const char* path = next_text(&call.args, "");
+    if (path[0] == '\0')
         return;
     resbuf* chain = call.chain;
     call.chain = nullptr;
@@ -105,8 +105,8 @@ void op_find_symbol(op_call& call)
 
 void op_remember_file(op_call& call)
 {
-    const char* file = next_text(&call.args, nullptr);
-    if (!file || next_short(&call.args, 0) == 0)
+    const char* file = next_text(&call.args, "");
+    if (file[0] == '\0' || next_short(&call.args, 0) == 0)
         return;
     char path[ADS_PATH_SIZE];
     text_set(path, file);
@@ -136,9 +136,9 @@ void op_pick_file(op_call& call)
 void op_compact_path(op_call& call)
 {
     acedRetNil();
-    if (!call.args || !call.args->rbnext)
+    const char* path = next_text(&call.args, nullptr);
+    if (!path || !call.args)
         return;
-    const char* path = next_text(&call.args, "");
     const int width = next_short(&call.args, 0);
     char compact[ADS_PATH_SIZE];
     compact_path(path, compact, width);

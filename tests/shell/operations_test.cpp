@@ -140,6 +140,21 @@ TEST(Call, WrongAndMissingArgumentsAreHarmless)
     }
 }
 
+TEST(Call, ANumberInPlaceOfATextCountsAsMissing)
+{
+    module_session session;
+    session.name_drawing();
+    const std::string dir = "\"" + session.directory() + "\"";
+    for (const char* rest :
+         {" 20 5", " 26 5", " 26 \"\"", " 40 5 1", " 40 \"\" 1", " 41 5", " 50 5 40", " 51 5"})
+        EXPECT_EQ(session.lisp("(cf:zentutil " + dir + rest + ")"), "nil") << rest;
+    EXPECT_EQ(session.printed(), "");
+    EXPECT_EQ(session.lisp("(tblsearch \"BLOCK\" \"ZENTSETV\")"), "nil");
+    EXPECT_EQ(read_text(session.directory() + "site.ini"), "<none>");
+    EXPECT_EQ(read_text(session.directory() + "temp.txt"), "<none>");
+    EXPECT_EQ(read_text(".ini"), "<none>");
+}
+
 // ---- operations of the shell ------------------------------------------------------------------------
 
 TEST(Operation14, BeepsAsAsked)

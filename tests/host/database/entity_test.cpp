@@ -415,6 +415,43 @@ TEST_F(Entities, LastIsRightAfterAnyChanges)
     }
 }
 
+TEST_F(Entities, FirstIsTheOldestThatIsNotErased)
+{
+    EXPECT_EQ(next(0), 0u);
+    const object_id a = made("0 POINT;10 1,0,0"), b = made("0 POINT;10 2,0,0");
+    EXPECT_EQ(next(0), a);
+    erase(a);
+    EXPECT_EQ(next(0), b);
+    erase(b);
+    EXPECT_EQ(next(0), 0u);
+    const object_id c = made("0 POINT;10 3,0,0");
+    EXPECT_EQ(next(0), c);
+    erase(a);
+    EXPECT_EQ(next(0), a);
+}
+
+// Files leave out what has its standard value; programs meet it all the same.
+TEST_F(Entities, GroupsThatAFileLeftOutAreGot)
+{
+    const auto from_file = [&](std::string_view list) {
+        group_list groups;
+        EXPECT_TRUE(groups_of_list(db, list_of(list).get(), groups, nullptr));
+        return db.append(db.model_space(), object_class::entity, std::move(groups));
+    };
+    EXPECT_EQ(
+        got(from_file("0 TEXT;100 AcDbEntity;8 0;100 AcDbText;10 1,2,0;40 2;1 abc;100 AcDbText")),
+        "0 TEXT;100 AcDbEntity;67 0;410 Model;8 0;100 AcDbText;10 1,2,0;40 2;1 abc;50 0;41 1;51 0;7 Standard;"
+        "71 0;72 0;11 0,0,0;210 0,0,1;100 AcDbText;73 0");
+    EXPECT_EQ(
+        got(from_file("0 LWPOLYLINE;100 AcDbEntity;8 0;100 AcDbPolyline;90 2;70 0;43 1.5;10 1,2;42 1;10 3,4")),
+        "0 LWPOLYLINE;100 AcDbEntity;67 0;410 Model;8 0;100 AcDbPolyline;90 2;70 0;43 1.5;38 0;39 0;10 1,2,0;"
+        "40 1.5;41 1.5;42 1;10 3,4,0;40 1.5;41 1.5;42 0;210 0,0,1");
+    const object_id broken = from_file("0 LINE;100 AcDbEntity;8 0;100 AcDbLine;10 1,2,3");
+    EXPECT_EQ(got(broken), "0 LINE;100 AcDbEntity;67 0;410 Model;8 0;100 AcDbLine;10 1,2,3");
+    const std::size_t stored = db.at(broken).groups.size();
+    EXPECT_EQ(stored, 5u) << "what is stored stays as the file has it";
+}
+
 // ---- changing
 
 TEST_F(Entities, ChangePutsTheListInPlaceOfTheGroups)

@@ -68,6 +68,7 @@ TEST_F(Filters, GroupsOfALine)
         {"410 Layout1", false},
         {"370 -1", true},
         {"38 0.0", true},
+        {"210 0,0,1", true},
         // relations
         {"-4 >;62 2", true},
         {"-4 >;62 3", false},
@@ -143,6 +144,17 @@ TEST_F(Filters, AnyOfSeveralGroupsOfACodeIsEnough)
     EXPECT_TRUE(fits(line, "-4 &;70 1"));
     EXPECT_TRUE(fits(line, "43 0.0"));
     EXPECT_TRUE(fits(line, "-4 >,*;10 2,0,0"));
+}
+
+TEST_F(Filters, GroupsThatAFileLeftOutHaveTheirStandardValues)
+{
+    group_list groups{db.text_group(0, "TEXT"), db.text_group(8, "0"), point_group(10, 1, 2, 0),
+                      real_group(40, 2), db.text_group(1, "abc")};
+    const object_id text = db.append(db.model_space(), object_class::entity, std::move(groups));
+    for (const char* filter : {"41 1.0", "7 standard", "72 0", "50 0.0", "210 0,0,1"})
+        EXPECT_TRUE(fits(text, filter)) << filter;
+    for (const char* filter : {"41 2.0", "7 ROMAN", "72 1", "2 TAG"})
+        EXPECT_FALSE(fits(text, filter)) << filter;
 }
 
 TEST_F(Filters, BlocksByNameAndAttributesFollowing)

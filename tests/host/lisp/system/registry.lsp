@@ -1,0 +1,13 @@
+(setq key "HKEY_CURRENT_USER\\Software\\ZentTest")
+(print (vl-registry-read key "none"))          ; expect: nil
+(print (vl-registry-write key "name" "value")) ; expect: "value"
+(print (vl-registry-read key "name"))          ; expect: "value"
+(print (vl-registry-write key "number" 258))   ; expect: 258
+(print (vl-registry-read key "number"))        ; expect: 258
+(vl-registry-write (strcat key "\\Sub") nil "default")
+(print (vl-registry-read (strcat key "\\Sub"))) ; expect: "default"
+(print (vl-registry-descendents key))          ; expect: ("Sub")
+(print (vl-registry-descendents key t))        ; expect: ("name" "number")
+(vl-registry-read 5)                           ; expect error: bad argument type: stringp 5
+(vl-registry-write key "a" 1.5)                ; expect error: bad argument type: stringp 1.5
+(vl-registry-descendents)                      ; expect error: too few arguments
