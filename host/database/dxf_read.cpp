@@ -34,7 +34,8 @@ public:
     {
         std::uint64_t head = 0, tail = 0;
         const std::size_t size = text.size();
-        std::memcpy(&head, text.data(), size < 8 ? size : 8);
+        if (size > 0) // an empty view may have no address
+            std::memcpy(&head, text.data(), size < 8 ? size : 8);
         if (size > 8)
             std::memcpy(&tail, text.data() + size - 8, 8);
         const std::uint64_t mixed = (head ^ (tail * 31) ^ size) * 0x9E3779B97F4A7C15u;

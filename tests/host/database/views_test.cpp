@@ -491,6 +491,38 @@ TEST_F(Views, ManyVerticesCostAsMuchEachAsFew)
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 
+TEST_F(Views, StoredPolylinesGrowAtTheSameCostEach)
+{
+    constexpr unsigned COUNT = 50000;
+    const auto start = std::chrono::steady_clock::now();
+    auto* light = new AcDbPolyline;
+    light->addVertexAt(0, {0, 0});
+    light = open<AcDbPolyline>(keep(light), AcDb::kForWrite);
+    for (unsigned i = 1; i < COUNT; ++i)
+        light->addVertexAt(i, {i * 1.0, 0});
+    EXPECT_EQ(light->numVerts(), COUNT);
+    light->close();
+
+    AcGePoint3dArray none;
+    auto* line = open<AcDb3dPolyline>(keep(new AcDb3dPolyline(AcDb::k3dSimplePoly, none)), AcDb::kForWrite);
+    for (unsigned i = 0; i < COUNT; ++i) {
+        auto* vertex = new AcDb3dPolylineVertex({i * 1.0, 0, 0});
+        EXPECT_EQ(line->appendVertex(vertex), Acad::eOk);
+        vertex->close();
+    }
+    double sum = 0;
+    AcDbObjectIterator* walk = line->vertexIterator();
+    for (; !walk->done(); walk->step()) {
+        auto* vertex = open<AcDb3dPolylineVertex>(walk->objectId());
+        sum += vertex->position().x;
+        vertex->close();
+    }
+    delete walk;
+    line->close();
+    EXPECT_EQ(sum, (COUNT - 1.0) * COUNT / 2);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+}
+
 // ---- polylines with vertices
 
 TEST_F(Views, A2dPolylineIsWhatASequenceOfListsMakes)
