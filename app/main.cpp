@@ -44,6 +44,7 @@ void add_run(CLI::App& program, run_options& options)
     run->add_option("-e,--eval", options.expressions, "Evaluate an expression and print its value")
         ->type_name("EXPR")
         ->expected(1)
+        ->allow_extra_args(false) // what follows the one value is a program
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     run->add_option("-i,--input", options.request.answers, "Answers to prompts (default: standard input)")
         ->type_name("FILE");
@@ -58,6 +59,7 @@ void add_run(CLI::App& program, run_options& options)
     run->add_option("--drive", options.drives, "Directory of a drive letter, as C=DIR")
         ->type_name("L=DIR")
         ->expected(1)
+        ->allow_extra_args(false) // what follows the one value is a program
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
         ->check(check_drive);
     run->add_flag("--no-module", options.no_module, "Leave the module and the product's commands out");

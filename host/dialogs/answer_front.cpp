@@ -28,11 +28,16 @@ std::string shown_lines(const tile& t)
     return out;
 }
 
+bool is_answered(const tile& t)
+{
+    return takes_input(t) || (t.about->kind == tile_kind::radio_group && !t.key.empty());
+}
+
 std::string known_keys(const dialog& dlg)
 {
     std::string out;
     for (const tile& t : dlg.tiles)
-        if (!t.key.empty() && takes_input(t))
+        if (!t.key.empty() && is_answered(t))
             out += (out.empty() ? "" : ", ") + t.key;
     return out;
 }
@@ -159,18 +164,18 @@ std::string described(const dialog& dlg)
         const tile& t = dlg.tiles[i];
         const std::string label = shown_label(t);
         const bool shows_text = t.about->kind == tile_kind::text;
-        if (i == 0 || (!takes_input(t) && !shows_text && label.empty()))
+        if (i == 0 || (!is_answered(t) && !shows_text && label.empty()))
             continue;
         std::string line = "  ";
-        if (takes_input(t))
+        if (is_answered(t))
             line += (t.key.empty() ? "-" : t.key) + " (" + kind_name(t.about->kind) + ")";
         if (!label.empty())
             line += (line.size() > 2 ? " " : "") + label;
         if (shows_text && !t.value.empty())
             line = "  " + t.value;
-        else if (!t.value.empty() && takes_input(t))
+        else if (!t.value.empty() && is_answered(t))
             line += " = " + t.value;
-        if (takes_input(t) && !is_enabled(dlg, static_cast<int>(i)))
+        if (is_answered(t) && !is_enabled(dlg, static_cast<int>(i)))
             line += " (off)";
         if (line.size() > 2)
             out += (out.empty() ? "" : "\n") + line + shown_lines(t);

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string>
 
+#include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -81,8 +82,14 @@ int host_system(const char* command)
     const std::string text = host::utf8_of(command);
     const char* const arguments[] = {"sh", "-c", text.c_str(), nullptr};
     pid_t child = 0;
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    // Answers that are waiting are the host's: only at a terminal may a program read on.
+    if (!isatty(STDIN_FILENO))
+        posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     const int failure =
-        posix_spawn(&child, "/bin/sh", nullptr, nullptr, const_cast<char* const*>(arguments), environ);
+        posix_spawn(&child, "/bin/sh", &actions, nullptr, const_cast<char* const*>(arguments), environ);
+    posix_spawn_file_actions_destroy(&actions);
     if (failure != 0) {
         host::complain("the shell can't be started: " + std::string(std::strerror(failure)));
         return answer(-1);

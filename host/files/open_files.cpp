@@ -58,23 +58,29 @@ bool parse_mode(const char* text, open_mode* mode)
     return true;
 }
 
-// Files that are open. When the host ends they are closed.
-struct open_list {
-    std::vector<host_file*> files;
-    ~open_list()
-    {
-        while (!files.empty()) {
-            const std::string path = files.front()->target.target;
-            if (file_close(files.front()) != 0)
-                host::complain(host::program_path(path) + ": can't be written");
-        }
+using open_list = std::vector<host_file*>;
+
+// The files that are open. The list outlives everything: objects that are destroyed at the very end may
+// still close their files.
+open_list& all_open();
+
+void close_what_is_left()
+{
+    while (!all_open().empty()) {
+        host_file* file = all_open().front();
+        const std::string path = file->target.target;
+        if (file_close(file) != 0)
+            host::complain(host::program_path(path) + ": can't be written");
     }
-};
+}
 
 open_list& all_open()
 {
-    static open_list list;
-    return list;
+    static open_list* const list = [] {
+        std::atexit(close_what_is_left);
+        return new open_list;
+    }();
+    return *list;
 }
 
 // Standard C wants a positioning call between reading and writing of one stream.
@@ -172,13 +178,13 @@ host_file* file_open(const char* path, const char* mode)
                                                            : open_for_writing(file.get(), real, wanted);
     if (!opened)
         return nullptr;
-    all_open().files.push_back(file.get());
+    all_open().push_back(file.get());
     return file.release();
 }
 
 int file_close(host_file* file)
 {
-    auto& files = all_open().files;
+    open_list& files = all_open();
     const auto at = std::find(files.begin(), files.end(), file);
     if (!file || at == files.end())
         return EOF; // closed before, or never a file

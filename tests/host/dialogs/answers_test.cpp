@@ -71,9 +71,9 @@ TEST_F(DialogAnswers, WhatCannotBeDoneIsTold)
     } const cases[] = {
         {"e=5", "The tile 'e' is switched off."},
         {"!e", "The tile 'e' is switched off."},
-        {"none=5", "The dialog d has no tile 'none'; it has: e, t, s, b, l, p, m, r1, r2."},
-        {"!none", "The dialog d has no tile 'none'; it has: e, t, s, b, l, p, m, r1, r2."},
-        {"!", "The dialog d has no tile ''; it has: e, t, s, b, l, p, m, r1, r2."},
+        {"none=5", "The dialog d has no tile 'none'; it has: e, t, s, b, l, p, m, r, r1, r2."},
+        {"!none", "The dialog d has no tile 'none'; it has: e, t, s, b, l, p, m, r, r1, r2."},
+        {"!", "The dialog d has no tile ''; it has: e, t, s, b, l, p, m, r, r1, r2."},
         {"t=yes", "The tile 't' takes 0 or 1."},
         {"s=0", "The tile 's' takes a whole number from 1 to 9."},
         {"s=x", "The tile 's' takes a whole number from 1 to 9."},

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include "host/core/trace.h"
 #include "hostapi/windows.h"
 #include "tests/host/files/temporary_directory.h"
@@ -14,6 +17,24 @@ TEST(Shell, RunsACommandAndTellsItsStatus)
     EXPECT_EQ(tmp.read("out"), "H\xC3\xB6he\n");
     EXPECT_EQ(host_system("kill -9 $$"), 128 + 9);
     EXPECT_EQ(host_system(nullptr), -1);
+}
+
+TEST(Shell, LeavesTheAnswersOnStandardInputAlone)
+{
+    temporary_directory tmp;
+    tmp.write("answers", "first\nsecond\n");
+    const int kept = dup(STDIN_FILENO);
+    const int answers = open("answers", O_RDONLY);
+    ASSERT_GE(answers, 0);
+    dup2(answers, STDIN_FILENO);
+    EXPECT_EQ(host_system("cat > taken"), 0);
+    char byte = 0;
+    EXPECT_EQ(read(STDIN_FILENO, &byte, 1), 1);
+    EXPECT_EQ(byte, 'f');
+    dup2(kept, STDIN_FILENO);
+    close(kept);
+    close(answers);
+    EXPECT_EQ(tmp.read("taken"), "");
 }
 
 TEST(Shell, IsRefusedWhenTheRunForbidsIt)

@@ -1,0 +1,3 @@
+damaged : dialog {
+  label = "No end;
+}

@@ -1,0 +1,26 @@
+(defun ask-more ()
+  (new_dialog "more" id)
+  (action_tile "step" "(setq step (atoi $value))")
+  (setq more (start_dialog)))
+
+(defun check-name ()
+  (if (= (get_tile "name") "")
+    (set_tile "error" "A job wants a name.")
+    (progn
+      (setq result (list (get_tile "name") (get_tile "metric") (get_tile "form") (get_tile "layers")))
+      (done_dialog 1))))
+
+(setq id (load_dialog "job"))
+(new_dialog "job" id)
+(start_list "layers")
+(foreach layer '("0" "LOTS" "ROADS") (add_list layer))
+(end_list)
+(action_tile "more" "(ask-more)")
+(action_tile "accept" "(check-name)")
+(print (start_dialog))
+(print result)
+(print (list more step note))
+(unload_dialog id)
+
+(print (load_dialog "damaged"))
+(princ)

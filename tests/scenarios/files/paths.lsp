@@ -1,0 +1,20 @@
+; The files of a job, named as on the platform that the program was written for.
+(setq out (open "C:\\JOBS\\Site\\LIST.TXT" "w"))
+(foreach line '("one" "two" "three") (write-line line out))
+(close out)
+(setq out (open "c:/jobs/site/list.txt" "a"))
+(write-line "four" out)
+(close out)
+(setq in (open "C:\\Jobs\\SITE\\list.TXT" "r"))
+(while (setq line (read-line in)) (princ (strcat line ".")))
+(close in)
+(print (null (findfile "C:\\jobs\\site\\LIST.txt")))
+(print (findfile "C:\\jobs\\none.txt"))
+; line ends of any kind
+(setq in (open "D:mixed.txt" "r"))
+(while (setq line (read-line in)) (print line))
+(close in)
+; a file that can't be written, and one that nobody closes
+(print (open "C:\\nowhere\\x.txt" "w"))
+(write-line "kept" (open "C:\\left.txt" "w"))
+(princ)
