@@ -20,7 +20,8 @@ void run_typed(document& doc, std::string_view name);
 void run_session(document& doc);
 // Whether QUIT or END was given.
 bool quit_requested();
-// To be called when a LISP expression at the top has ended: a command that it has left open is cancelled.
+// To be called when a LISP expression at the top has ended: a command that it has left open is cancelled,
+// and drawings that it closed go.
 void expression_ended(document& doc);
 std::vector<std::string> command_names();
 

@@ -90,7 +90,12 @@ task<> arc_about(command_io& io, point3 center, point3 start)
         question turn(want::angle, "\nSpecify included angle: ");
         turn.with(RSG_NONULL | RSG_NOZERO).from(center);
         const answer included = co_await io.ask(std::move(turn));
-        arc.end = arc.start + included.real;
+        arc.end = arc.start + included.turn;
+        if (included.turn < 0.0) { // clockwise
+            std::swap(arc.start, arc.end);
+            make_arc(io, arc, false);
+            co_return;
+        }
     } else if (end.is("Length")) {
         question chord(want::distance, "\nSpecify length of chord: ");
         chord.with(RSG_NONULL | RSG_NOZERO).from(start);
@@ -120,7 +125,7 @@ task<> arc_between(command_io& io, point3 start, point3 end)
         question turn(want::angle, "\nSpecify included angle: ");
         turn.with(RSG_NONULL | RSG_NOZERO).from(start);
         const answer included = co_await io.ask(std::move(turn));
-        bulge = std::tan(included.real / 4.0);
+        bulge = std::tan(included.turn / 4.0);
     } else if (given.is("Direction")) {
         question along(want::orientation, "\nSpecify tangent direction for the start point of arc: ");
         along.with(RSG_NONULL).from(start);

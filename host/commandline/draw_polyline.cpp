@@ -159,10 +159,8 @@ task<> polyline_drawing::arc_by_word(std::string word)
         question q(want::angle, "\nSpecify included angle: ");
         q.with(RSG_NONULL | RSG_NOZERO);
         const answer included = co_await io_.ask(std::move(q));
-        const double turn =
-            included.real > std::numbers::pi ? included.real - 2 * std::numbers::pi : included.real;
         const point3 end = co_await arc_end("\nSpecify endpoint of arc: ");
-        arc_to(end, std::tan(turn / 4.0));
+        arc_to(end, std::tan(included.turn / 4.0));
     } else if (word == "CEnter") {
         const point3 center = co_await arc_end("\nSpecify center point of arc: ");
         const point3 toward = co_await arc_end("\nSpecify endpoint of arc: ");

@@ -23,7 +23,7 @@ constexpr int DEEPEST_NEST = 32;  // block references that contain themselves en
 
 answer ask_object(const char* prompt)
 {
-    question what(want::object, prompt ? prompt : "\nSelect object: ");
+    question what(want::object, prompt && *prompt ? prompt : "\nSelect object: ");
     apply_pending_rules(what);
     const answer given = ask_user(current_document(), what);
     note_input(given);

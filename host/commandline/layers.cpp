@@ -1,7 +1,6 @@
 // layers.cpp: LAYER. Each option asks what it needs and works at once; an empty answer ends the command.
 #include <algorithm>
 #include <cmath>
-#include <functional>
 
 #include "host/commandline/drawing_parts.h"
 #include "host/commandline/edit_commands.h"
@@ -90,8 +89,7 @@ std::vector<db::object_id> layers_of(command_io& io, std::string_view list)
     return found;
 }
 
-task<> each_layer(command_io& io, std::string prompt, std::function<void(db::object_id)> change,
-                  bool or_current)
+task<std::vector<db::object_id>> ask_layers(command_io& io, std::string prompt, bool or_current)
 {
     if (or_current)
         prompt = with_default(prompt, current_layer(io));
@@ -99,10 +97,8 @@ task<> each_layer(command_io& io, std::string prompt, std::function<void(db::obj
         prompt += ": ";
     const answer list = co_await io.ask(ask_text(prompt));
     if (list.none() && !or_current)
-        co_return;
-    const std::string names = list.none() ? current_layer(io) : list.text;
-    for (const db::object_id layer : layers_of(io, names))
-        change(layer);
+        co_return {};
+    co_return layers_of(io, list.none() ? current_layer(io) : list.text);
 }
 
 task<> list_layers(command_io& io)
@@ -221,9 +217,9 @@ task<> color_layers(command_io& io)
         if (color < 1 || color > 255)
             io.say("A color number from 1 to 255 or a standard color name is required.");
     }
-    co_await each_layer(
-        io, "\nEnter name list of layer(s) for color " + color_text(color),
-        [&io, color](db::object_id layer) { set_color(io.data(), layer, color); }, true);
+    const std::string prompt = "\nEnter name list of layer(s) for color " + color_text(color);
+    for (const db::object_id layer : co_await ask_layers(io, prompt, true))
+        set_color(io.data(), layer, color);
 }
 
 void put_text_group(db::database& db, db::object_id id, int code, std::string_view value)
@@ -247,9 +243,9 @@ task<> linetype_layers(command_io& io)
             continue;
         }
         const std::string found(io.data().text_of(io.data().at(linetype).groups, 2));
-        co_await each_layer(
-            io, "\nEnter name list of layer(s) for linetype \"" + found + "\"",
-            [&io, found](db::object_id layer) { put_text_group(io.data(), layer, 6, found); }, true);
+        const std::string prompt = "\nEnter name list of layer(s) for linetype \"" + found + "\"";
+        for (const db::object_id layer : co_await ask_layers(io, prompt, true))
+            put_text_group(io.data(), layer, 6, found);
         co_return;
     }
 }
@@ -270,9 +266,9 @@ task<> lineweight_layers(command_io& io)
     const answer given = co_await io.ask(std::move(q));
     constexpr int DEFAULT = -3;
     const int weight = given.ok() ? static_cast<int>(std::lround(given.real * 100.0)) : DEFAULT;
-    co_await each_layer(
-        io, "\nEnter name list of layer(s) for this lineweight",
-        [&io, weight](db::object_id layer) { put_int_group(io.data(), layer, 370, weight); }, true);
+    for (const db::object_id layer :
+         co_await ask_layers(io, "\nEnter name list of layer(s) for this lineweight", true))
+        put_int_group(io.data(), layer, 370, weight);
 }
 
 task<> plot_layers(command_io& io)
@@ -281,30 +277,25 @@ task<> plot_layers(command_io& io)
     q.keys("Plot No");
     const answer given = co_await io.ask(std::move(q));
     const int plots = given.ok() && given.text == "No" ? 0 : 1;
-    co_await each_layer(
-        io, "\nEnter layer name(s) for this plot preference",
-        [&io, plots](db::object_id layer) { put_int_group(io.data(), layer, 290, plots); }, true);
+    for (const db::object_id layer :
+         co_await ask_layers(io, "\nEnter layer name(s) for this plot preference", true))
+        put_int_group(io.data(), layer, 290, plots);
 }
 
 task<> flag_layers(command_io& io, std::string what, int bit, bool on)
 {
-    co_await each_layer(
-        io, "\nEnter name list of layer(s) to " + what,
-        [&io, bit, on](db::object_id layer) {
-            if (bit == FROZEN && on && is_current(io, layer))
-                io.say("Cannot freeze layer \"" + name_of(io.data(), layer) +
-                       "\". This layer is the CURRENT layer.");
-            else
-                set_flag(io.data(), layer, bit, on);
-        },
-        false);
+    for (const db::object_id layer : co_await ask_layers(io, "\nEnter name list of layer(s) to " + what, false))
+        if (bit == FROZEN && on && is_current(io, layer))
+            io.say("Cannot freeze layer \"" + name_of(io.data(), layer) +
+                   "\". This layer is the CURRENT layer.");
+        else
+            set_flag(io.data(), layer, bit, on);
 }
 
 task<> turn_on(command_io& io)
 {
-    co_await each_layer(
-        io, "\nEnter name list of layer(s) to turn on",
-        [&io](db::object_id layer) { set_on(io.data(), layer, true); }, false);
+    for (const db::object_id layer : co_await ask_layers(io, "\nEnter name list of layer(s) to turn on", false))
+        set_on(io.data(), layer, true);
 }
 task<> freeze(command_io& io)
 {

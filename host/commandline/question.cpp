@@ -258,11 +258,9 @@ bool asker::take_plain(std::string_view text)
     case want::angle:
     case want::orientation:
         if (const std::optional<typed_angle> value = first_ ? std::nullopt : parse_angle(text, rules)) {
-            result.real = normal_angle(question_.kind == want::angle ? relative_angle(*value, rules)
-                                                                     : absolute_angle(*value, rules));
-            if (result.real == 0.0 && question_.rules & RSG_NOZERO)
-                return refuse("Value must be nonzero.");
-            return finish(RTNORM);
+            const bool from_base = question_.kind == want::angle;
+            return take_turn(from_base ? relative_angle(*value, rules) : absolute_angle(*value, rules),
+                             value->radians);
         }
         break;
     default:
@@ -287,19 +285,36 @@ bool asker::take_text(std::string_view text)
     return finish(text.empty() ? RTNONE : RTNORM);
 }
 
+// What the bits say of the sign and of zero; nothing: the value may be.
+std::string_view asker::refusal_of_value(double value) const
+{
+    const bool zero = question_.rules & RSG_NOZERO && value == 0.0;
+    const bool below = question_.rules & RSG_NONEG && value < 0.0;
+    if (!zero && !below)
+        return {};
+    const bool both = question_.rules & RSG_NOZERO && question_.rules & RSG_NONEG;
+    return both   ? "Value must be positive and nonzero."
+           : zero ? "Value must be nonzero."
+                  : "Value must be positive.";
+}
+
+// `typed`: the number that the bits are about.
+bool asker::take_turn(double radians, double typed)
+{
+    if (const std::string_view why = refusal_of_value(result.has_point ? radians : typed); !why.empty())
+        return refuse(why);
+    result.turn = radians;
+    result.real = normal_angle(radians);
+    return finish(RTNORM);
+}
+
 bool asker::take_number(double value, bool whole)
 {
     if (question_.kind == want::integer && (!whole || value < -32768.0 || value > 32767.0))
         return refuse(whole ? "Requires an integer between -32768 and 32767."
                             : refusal_of(want::integer).plain);
-    const bool zero = question_.rules & RSG_NOZERO && value == 0.0;
-    const bool below = question_.rules & RSG_NONEG && value < 0.0;
-    if (zero || below) {
-        const bool both = question_.rules & RSG_NOZERO && question_.rules & RSG_NONEG;
-        return refuse(both   ? "Value must be positive and nonzero."
-                      : zero ? "Value must be nonzero."
-                             : "Value must be positive.");
-    }
+    if (const std::string_view why = refusal_of_value(value); !why.empty())
+        return refuse(why);
     result.real = value;
     result.integer = static_cast<int>(value);
     return finish(RTNORM);
@@ -327,8 +342,7 @@ bool asker::take_point(const point3& point)
     }
     const double direction = std::atan2(point.y - start->y, point.x - start->x);
     const double zero = question_.kind == want::angle ? db::real_variable(*doc_, "ANGBASE") : 0.0;
-    result.real = normal_angle(direction - zero);
-    return finish(RTNORM);
+    return take_turn(normal_angle(direction - zero), 0.0);
 }
 
 bool asker::take_pick(const point3& point)
@@ -427,8 +441,7 @@ bool asker::feed_value(const resbuf* atoms)
         return wrong();
     if ((atoms->restype == RTANG || atoms->restype == RTORINT) && !first_ &&
         (question_.kind == want::angle || question_.kind == want::orientation)) {
-        result.real = normal_angle(*number);
-        return finish(RTNORM);
+        return take_turn(*number, *number);
     }
     if (question_.kind == want::distance || question_.kind == want::real || question_.kind == want::integer)
         return first_ ? wrong() : take_number(*number, is_whole(*atoms) || *number == std::floor(*number));

@@ -58,7 +58,8 @@ struct question {
 struct answer {
     int status = RTCAN;
     point3 point;      // also where an object was picked
-    double real = 0.0; // distance, angle (radians), real
+    double real = 0.0; // distance, angle (radians, 0 to two pi), real
+    double turn = 0.0; // an angle with the sign and the turns that were typed
     int integer = 0;
     std::string text;                   // key word or text
     db::object_id object = 0;           // of a pick
@@ -103,6 +104,8 @@ private:
     bool feed_text(std::string_view text);
     bool feed_value(const resbuf* atoms);
     bool take_key_word(std::string_view text);
+    std::string_view refusal_of_value(double value) const;
+    bool take_turn(double radians, double typed);
     bool take_number(double value, bool whole);
     bool take_point(const point3& point);
     bool take_pick(const point3& point);

@@ -5,6 +5,7 @@
 #include <deque>
 #include <memory>
 
+#include "host/commandline/closing.h"
 #include "host/commandline/command_io.h"
 #include "host/commandline/commands.h"
 #include "host/commandline/settings.h"
@@ -263,6 +264,7 @@ void run_typed(document& doc, std::string_view name)
 void expression_ended(document& doc)
 {
     cancel_open(doc);
+    close_waiting_drawings();
 }
 
 void run_session(document& first)
@@ -278,7 +280,7 @@ void run_session(document& first)
         if (same_text(text, "^C")) {
             history_line("*Cancel*");
         } else if (text.starts_with('(') || text.starts_with('!')) {
-            const lisp::outcome out = lisp::evaluate_typed(doc, text);
+            const lisp::outcome out = lisp::evaluate_typed(doc, text.front() == '!' ? text.substr(1) : text);
             if (out.how == lisp::ending::done && !out.printed.empty())
                 history_line(out.printed);
             // A command that the expression has left open goes on with the user's answers.
@@ -286,6 +288,7 @@ void run_session(document& first)
                 open_in(current_document())->io.hand_to_user();
                 go_on(current_document());
             }
+            close_waiting_drawings();
         } else if (text.empty()) {
             const std::string again = doc.part<open_command>().last_typed;
             if (!again.empty())

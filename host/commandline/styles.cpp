@@ -188,7 +188,7 @@ task<> style_command(command_io& io)
                      with_default("\nSpecify obliquing angle", angle_text(io.doc(), style.oblique)));
     const answer slant = co_await io.ask(std::move(oblique));
     if (slant.ok())
-        style.oblique = slant.real;
+        style.oblique = slant.turn;
     const bool back = co_await yes_or_no(io, "\nDisplay text backwards?", style.generation & BACKWARDS);
     const bool upside = co_await yes_or_no(io, "\nDisplay text upside-down?", style.generation & UPSIDE_DOWN);
     style.generation = (back ? BACKWARDS : 0) | (upside ? UPSIDE_DOWN : 0);
