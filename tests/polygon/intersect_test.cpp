@@ -136,6 +136,17 @@ TEST(SegmentIntersection, InLineWithinAMillionth)
         EXPECT_EQ(cross({0, 0, 0}, {0, 10, 0}, {c.offset, 2, 0}, {c.offset, 3, 0}).size(), c.count) << c.offset;
 }
 
+TEST(SegmentIntersection, EitherEndOnTheToleranceIsNotInLine)
+{
+    // Such a segment crosses nothing either.
+    for (const double side : {1e-6, -1e-6}) {
+        EXPECT_EQ(cross({0, 0, 0}, {0, 10, 0}, {side, 2, 0}, {0, 3, 0}).size(), 0u) << side;
+        EXPECT_EQ(cross({0, 0, 0}, {0, 10, 0}, {0, 2, 0}, {side, 3, 0}).size(), 0u) << side;
+    }
+    EXPECT_EQ(cross({0, 0, 0}, {0, 10, 0}, {0.9e-6, 2, 0}, {0, 3, 0}).size(), 2u);
+    EXPECT_EQ(cross({0, 0, 0}, {0, 10, 0}, {1.1e-6, 2, 0}, {0, 3, 0}).size(), 1u); // crossing
+}
+
 struct overlap_case {
     const char* name;
     double from, to; // of the second along x; the first goes from 0 to 10
