@@ -54,7 +54,7 @@ void add_run(CLI::App& program, run_options& options)
         ->type_name("FILE");
     run->add_option("--break-after", settings.break_after, "The N-th break poll answers yes")
         ->type_name("N")
-        ->check(CLI::PositiveNumber);
+        ->check(CLI::Range(1, 1000000000));
     run->add_option("--clock", settings.clock, "Fixed date and time, YYYYMMDD.HHMMSS")->check(check_clock);
     run->add_option("--drive", options.drives, "Directory of a drive letter, as C=DIR")
         ->type_name("L=DIR")

@@ -61,7 +61,7 @@ int run_step(const step& s)
         host::complain("the answers ran out at the prompt: " + host::answers_ended_at());
         return status_no_answers;
     }
-    return result.how == ending::error ? status_failed : status_done;
+    return result.how == ending::error || result.how == ending::stopped ? status_failed : status_done;
 }
 
 int finish(const run_request& request, int status)

@@ -1,10 +1,13 @@
 // Writing: sections in their order, objects in the order of their sequences, so that the same drawing
 // gives the same bytes each time.
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
+#include <cstring>
 #include <utility>
 
 #include "host/core/console.h"
+#include "host/core/session.h"
 #include "host/core/text.h"
 #include "host/database/dxf.h"
 #include "host/database/dxf_downgrade.h"
@@ -364,6 +367,18 @@ std::string backup_of(const std::string& path)
     return path.substr(0, dot != std::string::npos && path[dot] == '.' ? dot : path.size()) + ".bak";
 }
 
+std::string with_carriage_returns(const std::string& text)
+{
+    std::string out;
+    out.reserve(text.size() + text.size() / 4);
+    for (const char c : text) {
+        if (c == '\n')
+            out += '\r';
+        out += c;
+    }
+    return out;
+}
+
 } // namespace
 
 std::string dxf_text(database& db, dxf_version version)
@@ -374,11 +389,10 @@ std::string dxf_text(database& db, dxf_version version)
 bool write_dxf(database& db, const std::string& path, dxf_version version, bool keep_backup, dxf_error* error)
 {
     writer to(db, version);
-    const std::string text = to.text();
-    std::string why;
-    if (!replace_file(path, text, keep_backup ? backup_of(path) : std::string(), &why)) {
+    const std::string text = run_settings().crlf ? with_carriage_returns(to.text()) : to.text();
+    if (!replace_file(path, text, keep_backup ? backup_of(path) : std::string(), nullptr)) {
         if (error)
-            *error = {path, 0, why};
+            *error = {path, 0, std::strerror(errno)};
         return false;
     }
     if (const std::string lost = to.lost(); !lost.empty())

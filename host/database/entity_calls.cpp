@@ -156,8 +156,12 @@ int acdbEntMod(const resbuf* list)
         return line.status(RTERROR);
     database& db = current_database();
     group_list groups;
+    const bool is_record = db.at(id).family == object_class::record;
+    const std::string old_name(is_record ? db.text_of(db.at(id).groups, 2) : std::string_view());
     const bool done =
         groups_of_list(db, list, groups, nullptr) && change_entity(db, id, std::move(groups), nullptr);
+    if (done && is_record)
+        carry_new_name(db, id, old_name);
     return line.status(done ? RTNORM : RTERROR);
 }
 

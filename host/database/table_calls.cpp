@@ -142,13 +142,15 @@ extern "C" {
 
 int acdbRegApp(const char* name)
 {
+    trace_line line("acdbRegApp");
+    line.text(name);
     // No name of a table may hold these.
     if (!name || !*name || std::strpbrk(name, "<>/\\\":;?*|,=`") || !has_document())
-        return RTERROR;
+        return line.status(RTERROR);
     database& db = current_database();
     if (db.record("APPID", name))
-        return RTERROR;
-    return add_record(db, "APPID", name) ? RTNORM : RTERROR;
+        return line.status(RTERROR);
+    return line.status(add_record(db, "APPID", name) ? RTNORM : RTERROR);
 }
 
 resbuf* acdbTblSearch(const char* table, const char* name, int set_next)

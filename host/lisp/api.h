@@ -14,7 +14,12 @@ class document;
 namespace host::lisp
 {
 
-enum class ending { done, error, stopped }; // stopped: (exit), (quit), answers ran out, the break key
+enum class ending {
+    done,
+    error,
+    quit,    // (exit), (quit)
+    stopped, // answers ran out, the break key
+};
 
 struct outcome {
     ending how = ending::done;

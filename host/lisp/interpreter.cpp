@@ -176,10 +176,15 @@ void print_error(const lisp_error& e)
 } // namespace
 
 // Calls the program's *error* function, with the bindings still as they were where it failed, or prints.
+static ending ending_of(failure how)
+{
+    return how == failure::quit ? ending::quit : how == failure::stopped ? ending::stopped : ending::error;
+}
+
 outcome interpreter::conclude(lisp_error& e)
 {
     outcome result;
-    result.how = e.how == failure::error || e.how == failure::cancelled ? ending::error : ending::stopped;
+    result.how = ending_of(e.how);
     result.message = e.place.empty() ? e.message : e.place + ": " + e.message;
     const value handler = error_->bound;
     if (catching || !is_function(handler)) {
@@ -194,7 +199,7 @@ outcome interpreter::conclude(lisp_error& e)
         if (second.how == failure::error || second.how == failure::cancelled)
             print_error(second);
         else
-            result.how = ending::stopped;
+            result.how = ending_of(second.how);
     }
     catching = false;
     return result;
@@ -223,7 +228,7 @@ outcome interpreter::run(const std::function<value()>& work)
         result = conclude(e);
     }
     put_back();
-    if (result.how == ending::stopped && frame_ && !catching)
+    if ((result.how == ending::stopped || result.how == ending::quit) && frame_ && !catching)
         keep_stop({failure::stopped, "Function cancelled", {}, {}});
     return result;
 }

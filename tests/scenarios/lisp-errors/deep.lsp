@@ -1,0 +1,12 @@
+; Recursion without an end is an error that a program can catch, and the session goes on.
+(defun down (n) (1+ (down (1+ n))))
+(setq result (vl-catch-all-apply 'down '(0)))
+(print (vl-catch-all-error-message result))
+(setq nested nil)
+(repeat 200000 (setq nested (list nested)))
+(setq result (vl-catch-all-apply 'vl-prin1-to-string (list nested)))
+(print (if (vl-catch-all-error-p result) (vl-catch-all-error-message result) "printed"))
+(print (equal nested nested))
+(setq nested nil)
+(print "still here")
+(princ)

@@ -1,0 +1,3 @@
+(princ "one bracket too many")
+(setq a 1))
+(princ "never printed")

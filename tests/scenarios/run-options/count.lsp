@@ -1,0 +1,1 @@
+(princ "a is ") (princ a) (terpri) (princ)

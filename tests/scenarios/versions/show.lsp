@@ -1,0 +1,11 @@
+(setq entity (entnext))
+(while entity
+  (setq groups (entget entity '("*")))
+  (princ (cdr (assoc 0 groups)))
+  (foreach code '(8 1 10 40 38 42 62 70 -3)
+    (if (assoc code groups) (progn (princ " ") (prin1 (assoc code groups)))))
+  (terpri)
+  (setq entity (entnext entity)))
+(princ (cdr (assoc 62 (tblsearch "LAYER" "geh÷lz"))))
+(terpri)
+(princ)

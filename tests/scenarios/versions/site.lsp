@@ -1,0 +1,8 @@
+(entmake '((0 . "LAYER") (100 . "AcDbSymbolTableRecord") (100 . "AcDbLayerTableRecord") (2 . "Gehölz") (70 . 0) (62 . 3)))
+(entmake '((0 . "LWPOLYLINE") (100 . "AcDbEntity") (8 . "Gehölz") (100 . "AcDbPolyline") (90 . 3) (70 . 1) (38 . 5.5)
+           (10 0.0 0.0) (42 . 0.5) (10 10.0 0.0) (10 10.0 10.0)))
+(entmake '((0 . "TEXT") (8 . "Gehölz") (10 1.0 2.0 3.0) (40 . 2.5) (1 . "Straße 12 €")))
+(entmake '((0 . "POINT") (10 0.1 0.2 0.3)))
+(regapp "ZT")
+(entmake '((0 . "CIRCLE") (10 5.0 5.0 0.0) (40 . 2.0) (62 . 1) (-3 ("ZT" (1000 . "note") (1010 1.0 2.0 3.0) (1071 . 70000)))))
+(princ)
