@@ -116,6 +116,31 @@ object_id behind(const database& db, object_id id)
     return next ? next : next_entity(db, owner);
 }
 
+// The record whose name a list for `id` may change; 0: none. The BLOCK that begins a definition names it.
+object_id record_named_by(const database& db, object_id id)
+{
+    return db.at(id).family == object_class::record ? id : db.is(id, "BLOCK") ? db.at(id).owner : 0;
+}
+
+// Whether a BLOCK would get the name of another definition.
+bool names_another(const database& db, object_id record, object_id id, const group_list& groups)
+{
+    const object_id named = record && record != id ? db.record("BLOCK_RECORD", db.text_of(groups, 2)) : 0;
+    return named && named != record;
+}
+
+void name_as_block(database& db, object_id record, object_id block)
+{
+    const group* wanted = find(db.at(block).groups, 2);
+    const group* held = find(db.at(record).groups, 2);
+    if (!wanted || !held || wanted->text == held->text)
+        return;
+    const text_id name = wanted->text;
+    for (group& each : db.modify(record))
+        if (each.code == 2)
+            each.text = name;
+}
+
 } // namespace
 
 } // namespace host::db
@@ -156,12 +181,15 @@ int acdbEntMod(const resbuf* list)
         return line.status(RTERROR);
     database& db = current_database();
     group_list groups;
-    const bool is_record = db.at(id).family == object_class::record;
-    const std::string old_name(is_record ? db.text_of(db.at(id).groups, 2) : std::string_view());
-    const bool done =
-        groups_of_list(db, list, groups, nullptr) && change_entity(db, id, std::move(groups), nullptr);
-    if (done && is_record)
-        carry_new_name(db, id, old_name);
+    const object_id record = record_named_by(db, id);
+    const std::string old_name(record ? db.text_of(db.at(record).groups, 2) : std::string_view());
+    const bool done = groups_of_list(db, list, groups, nullptr) && !names_another(db, record, id, groups) &&
+                      change_entity(db, id, std::move(groups), nullptr);
+    if (done && record) {
+        if (record != id)
+            name_as_block(db, record, id);
+        carry_new_name(db, record, old_name);
+    }
     return line.status(done ? RTNORM : RTERROR);
 }
 
