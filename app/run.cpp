@@ -44,6 +44,8 @@ int prepare(const run_request& request)
 int run_step(const step& s)
 {
     using host::lisp::ending;
+    if (!host::has_document())
+        return failed("no drawing is open for: " + host::cp1252_with_escapes(s.text));
     host::document& doc = host::current_document();
     host::lisp::outcome result;
     if (s.is_program) {
@@ -51,9 +53,10 @@ int run_step(const step& s)
         result = host::lisp::load_program(doc, path);
     } else {
         result = host::lisp::evaluate_typed(doc, host::cp1252_with_escapes(s.text));
-        if (result.how == ending::done)
+        if (result.how == ending::done && !result.printed.empty()) // (princ) shows nothing
             host::history_line(result.printed);
     }
+    host::commandline::expression_ended(doc);
     if (host::answers_ended()) {
         host::complain("the answers ran out at the prompt: " + host::answers_ended_at());
         return status_no_answers;
@@ -79,7 +82,8 @@ int finish(const run_request& request, int status)
 int run(const run_request& request)
 {
     int status = prepare(request);
-    for (std::size_t i = 0; i < request.steps.size() && status == status_done; ++i)
+    for (std::size_t i = 0;
+         i < request.steps.size() && status == status_done && !host::commandline::quit_requested(); ++i)
         status = run_step(request.steps[i]);
     if (host::has_document())
         status = finish(request, status);

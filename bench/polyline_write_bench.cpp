@@ -10,6 +10,7 @@
 #include "drawing/write.h"
 #include "host/core/console.h"
 #include "host/core/document.h"
+#include "host/lisp/api.h"
 #include "hostapi/ads.h"
 #include "interchange/polyline_file.h"
 
@@ -41,7 +42,8 @@ void draw_polylines(long count)
 void write_polylines(benchmark::State& state)
 {
     host::close_all_documents();
-    host::open_document();
+    // Picks aren't remembered: the drawing has no directory of its own for its settings file.
+    host::lisp::evaluate_text(host::open_document(), "(setq do_ini 0)", "bench");
     draw_polylines(state.range(0));
     const auto file = std::filesystem::temp_directory_path() / "zent_polyline_write_bench.lf";
     const std::string answers = "Dtm\n!new\n" + file.string() + "\nall\n\n";

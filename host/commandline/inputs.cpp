@@ -181,8 +181,7 @@ int acedGetString(int with_blanks, const char* prompt, char* text)
 
 int acedGetInput(char* word)
 {
-    trace_line t("acedGetInput");
     copy_text(word, last_input);
-    return t.status(RTNORM);
+    return RTNORM;
 }
 }

@@ -25,6 +25,7 @@ struct module {
     module_entry entry = nullptr;
     void* library = nullptr;
     bool locked = true;
+    int running = 0; // messages that it is working on
 };
 
 struct call_frame {
@@ -52,7 +53,9 @@ int send(module& m, int message)
 {
     module* const before = entered;
     entered = &m;
+    ++m.running;
     const int answer = m.entry(message, &m);
+    --m.running;
     entered = before;
     return answer;
 }
@@ -127,7 +130,8 @@ bool unload_module(std::string_view name)
     const auto place = std::find_if(modules.begin(), modules.end(), [&](const auto& m) {
         return same_text(m->name, name) || same_text(m->name.substr(0, m->name.rfind('.')), name);
     });
-    if (place == modules.end() || (*place)->locked)
+    // Programs that a module runs may ask for its unloading: its code must outlive the call.
+    if (place == modules.end() || (*place)->locked || (*place)->running > 0)
         return false;
     send(**place, AcRx::kUnloadAppMsg);
     for (const auto& doc : documents())
@@ -143,7 +147,8 @@ void unload_all_modules()
 {
     while (!modules.empty()) {
         modules.back()->locked = false;
-        unload_module(std::string(modules.back()->name));
+        if (!unload_module(std::string(modules.back()->name)))
+            return;
     }
 }
 

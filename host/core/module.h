@@ -18,7 +18,7 @@ using module_entry = int (*)(int message, void* packet);
 // complaint, when it can't be loaded.
 bool load_module(const std::string& path);
 bool load_module(module_entry entry, const std::string& name);
-// False when it isn't loaded or is locked.
+// False when it isn't loaded, is locked or is at work.
 bool unload_module(std::string_view name);
 void unload_all_modules();
 std::vector<std::string> loaded_modules();

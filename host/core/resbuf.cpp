@@ -4,6 +4,8 @@
 #include <cstdarg>
 #include <cstring>
 
+#include "host/core/text.h"
+
 namespace host
 {
 
@@ -76,6 +78,25 @@ value_type type_of_code(int code)
         if (code <= r.last)
             return r.type;
     return value_type::none;
+}
+
+flat_points flat_points_of(const resbuf* list)
+{
+    struct kind {
+        std::string_view type;
+        flat_points codes;
+    };
+    static constexpr kind kinds[] = {{"LWPOLYLINE", {10, 10}},
+                                     {"VPORT", {10, 15}},
+                                     {"VIEW", {10, 10}},
+                                     {"VIEWPORT", {12, 15}},
+                                     {"HATCH", {11, 18}}};
+    const resbuf* type = rb_find_code(list, 0);
+    if (type && type->resval.rstring)
+        for (const kind& k : kinds)
+            if (same_text(k.type, type->resval.rstring))
+                return k.codes;
+    return {0, -1};
 }
 
 resbuf* rb_new(int restype)

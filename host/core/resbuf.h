@@ -19,6 +19,14 @@ using list_ptr = std::unique_ptr<resbuf, list_release>;
 enum class value_type { none, real, point, int16, int32, text, name, binary };
 value_type type_of_code(int restype);
 
+// Group codes of a kind of object whose points have no z, so that programs see two numbers. By the
+// kind in group 0 of a list; none for other kinds.
+struct flat_points {
+    int first, last;
+    bool has(int code) const { return code >= first && code <= last; }
+};
+flat_points flat_points_of(const resbuf* list);
+
 // Nodes; a text in them is a new string.
 resbuf* rb_new(int restype);
 resbuf* rb_text(int restype, std::string_view text);

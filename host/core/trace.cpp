@@ -38,6 +38,7 @@ std::string printed_groups(const resbuf* node)
 {
     std::string out = "(";
     bool in_data = false, in_application = false;
+    const flat_points flat = flat_points_of(node);
     for (; node; node = node->rbnext) {
         if (out.size() > 1)
             out += ' ';
@@ -53,7 +54,9 @@ std::string printed_groups(const resbuf* node)
             in_application = true;
         } else {
             const bool is_point = type_of_code(node->restype) == value_type::point;
-            const std::string value = printed_value(*node);
+            const std::string value = is_point
+                                          ? lisp_point(node->resval.rpoint, flat.has(node->restype) ? 2 : 3)
+                                          : printed_value(*node);
             out +=
                 "(" + std::to_string(node->restype) + (is_point ? " " + value.substr(1) : " . " + value + ")");
         }

@@ -219,30 +219,11 @@ void add_groups(interpreter& l, const value& list, host::list_builder& out)
     }
 }
 
-// Kinds of objects whose points of some codes are kept without z, so that programs see two numbers.
-struct flat_points {
-    const char* type;
-    int first, last;
-};
-constexpr flat_points FLAT[] = {
-    {"LWPOLYLINE", 10, 10}, {"VPORT", 10, 15}, {"VIEW", 10, 10}, {"VIEWPORT", 12, 15}, {"HATCH", 11, 18}};
-
-const flat_points* flat_points_of(const resbuf* list)
-{
-    const resbuf* type = rb_find_code(list, 0);
-    if (type && type->resval.rstring)
-        for (const flat_points& f : FLAT)
-            if (same_text(f.type, type->resval.rstring))
-                return &f;
-    return nullptr;
-}
-
-value group_value(interpreter& l, const resbuf& node, const flat_points* flat)
+value group_value(interpreter& l, const resbuf& node, const flat_points& flat)
 {
     const value code = value::integer(node.restype);
     if (type_of_code(node.restype) == value_type::point) {
-        const bool two = flat && node.restype >= flat->first && node.restype <= flat->last;
-        return cons(code, point_value(node.resval.rpoint, two ? 2 : 3));
+        return cons(code, point_value(node.resval.rpoint, flat.has(node.restype) ? 2 : 3));
     }
     return cons(code, value_of_node(l, node));
 }
@@ -341,7 +322,7 @@ resbuf* groups_of(interpreter& l, const value& list)
 
 value value_of_groups(interpreter& l, const resbuf* list)
 {
-    const flat_points* flat = flat_points_of(list);
+    const flat_points flat = flat_points_of(list);
     list_maker out;
     const resbuf* node = list;
     for (; node && node->restype != XDATA; node = node->rbnext)
@@ -355,7 +336,7 @@ value value_of_groups(interpreter& l, const resbuf* list)
         list_maker application;
         application.add(value::text(node->resval.rstring ? node->resval.rstring : ""));
         for (node = node->rbnext; node && node->restype != APPLICATION; node = node->rbnext)
-            application.add(group_value(l, *node, nullptr));
+            application.add(group_value(l, *node, {0, -1}));
         extended.add(application.take());
     }
     out.add(extended.take());

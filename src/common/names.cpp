@@ -24,7 +24,7 @@ int name_clean(char* text)
     str_trim(text);
     if (text[0] == '\0')
         return 0;
-    while (char* bad = std::strpbrk(text, FORBIDDEN_IN_NAMES))
+    for (char* bad = text; (bad = std::strpbrk(bad, FORBIDDEN_IN_NAMES)) != nullptr;)
         *bad = '_';
     return 1;
 }

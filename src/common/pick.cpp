@@ -37,6 +37,7 @@ int check_type(const char* types, const ads_name name)
     resbuf* type = rb_find(list, TYPE_GROUP);
     int status = RTERROR;
     if (type && type->resval.rstring) {
+        str_trim(type->resval.rstring);
         str_upper(type->resval.rstring);
         status = is_listed(types, type->resval.rstring) ? RTNORM : RTNONE;
     }

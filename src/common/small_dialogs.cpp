@@ -65,7 +65,8 @@ struct button {
     const char* key;
     int answer;
 };
-constexpr button YES_NO_ALL[] = {{"yes", 1}, {"yesall", 2}, {"no", 3}, {"noall", 4}};
+constexpr int NO_TO_ALL = 4;
+constexpr button YES_NO_ALL[] = {{"yes", 1}, {"yesall", 2}, {"no", 3}, {"noall", NO_TO_ALL}};
 
 void press_yes_no_all(ads_callback_packet* packet)
 {
@@ -80,13 +81,13 @@ void press_yes_no_all(ads_callback_packet* packet)
 
 void zent_alert_box(const char* text)
 {
-    char directory[256];
-    lisp_get_text(directory, "lspdir$");
-    if (std::strchr(text, '\n') || std::strlen(text) > LONGEST_ALERT || directory[0] == '\0') {
+    if (std::strchr(text, '\n') || std::strlen(text) > LONGEST_ALERT) {
         acedAlert(text);
         return;
     }
-    const open_dialog dialog = make_dialog(directory, "zent_alert");
+    char directory[256];
+    lisp_get_text(directory, "lspdir$");
+    const open_dialog dialog = directory[0] ? make_dialog(directory, "zent_alert") : open_dialog{-1, 0};
     if (!dialog.handle) {
         acedAlert(text);
         return;
@@ -128,9 +129,8 @@ int zent_yes_no_all(const char* prompt)
     ads_set_tile(dialog.handle, "prompt", prompt);
     for (const button& b : YES_NO_ALL)
         ads_action_tile(dialog.handle, b.key, press_yes_no_all);
-    int result = 0;
+    int result = DLGCANCEL;
     ads_start_dialog(dialog.handle, &result);
-    // The file stays loaded: a run of questions doesn't read it again for each, and the host drops
-    // it with the drawing.
-    return result;
+    // Known behaviour: the file stays loaded, unlike those of the other two.
+    return result == DLGCANCEL ? NO_TO_ALL : result;
 }

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <climits>
-#include <cstdlib>
 #include <cstring>
 
 #include "hostapi/ads.h"
@@ -11,16 +9,24 @@
 namespace
 {
 
+constexpr const char* DIGITS = "0123456789";
+
 bool is_digit(char c)
 {
     return c >= '0' && c <= '9';
 }
 
-// As atoi, with a defined value for numbers that have no place in an int.
-int leading_number(const char* text)
+// Order of the whole numbers at the head of two texts, -1, 0 or 1. By their digits, so that a number of
+// any length has its place.
+int compare_numbers(const char* a, const char* b)
 {
-    const long value = std::strtol(text, nullptr, 10);
-    return static_cast<int>(std::clamp(value, static_cast<long>(INT_MIN), static_cast<long>(INT_MAX)));
+    a += std::strspn(a, "0");
+    b += std::strspn(b, "0");
+    const std::size_t left = std::strspn(a, DIGITS), right = std::strspn(b, DIGITS);
+    if (left != right)
+        return left < right ? -1 : 1;
+    const int order = std::memcmp(a, b, left);
+    return order < 0 ? -1 : order > 0 ? 1 : 0;
 }
 
 } // namespace
@@ -87,9 +93,8 @@ int str_compare_numeric(const char* a, const char* b)
     const std::size_t shorter = std::min(std::strlen(a), std::strlen(b));
     for (std::size_t i = 0; i < shorter; ++i) {
         if (is_digit(a[i]) && is_digit(b[i])) {
-            const int left = leading_number(a + i), right = leading_number(b + i);
-            if (left != right)
-                return left < right ? -1 : 1;
+            if (const int order = compare_numbers(a + i, b + i))
+                return order;
         } else if (a[i] != b[i]) {
             return std::strcmp(a + i, b + i);
         }

@@ -24,20 +24,22 @@ const char* next_text(const resbuf** at, const char* standard)
 int next_short(const resbuf** at, int standard)
 {
     const resbuf* node = take(at);
-    return node ? short_of(*node) : standard;
+    return node && node->restype != RTSTR ? short_of(*node) : standard;
 }
 
 bool next_name(const resbuf** at, ads_name name)
 {
     const resbuf* node = take(at);
-    if (node)
-        std::memcpy(name, &node->resval, sizeof(ads_name));
-    return node != nullptr;
+    if (!node || node->restype == RTSTR)
+        return false;
+    std::memcpy(name, &node->resval, sizeof(ads_name));
+    return true;
 }
 
 int short_of(const resbuf& node)
 {
     short value = 0;
-    std::memcpy(&value, &node.resval, sizeof value);
+    if (node.restype != RTSTR)
+        std::memcpy(&value, &node.resval, sizeof value);
     return value;
 }

@@ -82,16 +82,11 @@ void op_select_of_application(op_call& call)
     select_of_application(call, nullptr);
 }
 
-// Owns its chain, whose text is the path, until the save is over.
 void op_save_settings(op_call& call)
 {
     const char* path = next_text(&call.args, "");
-    if (path[0] == '\0')
-        return;
-    resbuf* chain = call.chain;
-    call.chain = nullptr;
-    save_drawing_settings(path);
-    acutRelRb(chain);
+    if (path[0] != '\0')
+        save_drawing_settings(path);
 }
 
 void op_find_symbol(op_call& call)

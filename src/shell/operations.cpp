@@ -61,13 +61,11 @@ const operation OPERATIONS[] = {
 namespace
 {
 
-void run_operation(const operation& op, resbuf* chain, const resbuf* args)
+void run_operation(const operation& op, const resbuf* args)
 {
-    op_call call{args, chain};
+    op_call call{args};
     if (op.run)
         op.run(call);
-    if (call.chain)
-        acutRelRb(call.chain);
 }
 
 } // namespace
@@ -85,17 +83,14 @@ int op_dispatch()
 {
     resbuf* chain = acedGetArgs();
     if (!chain) {
-        run_operation(OPERATIONS[0], nullptr, nullptr);
+        run_operation(OPERATIONS[0], nullptr);
         return RTNORM;
     }
     if (chain->restype == RTSTR && chain->resval.rstring)
         text_set(data_dir, chain->resval.rstring);
-    const resbuf* number = chain->rbnext;
-    if (!number) {
-        // A directory alone only sets data_dir.
-        acutRelRb(chain);
-        return RTNORM;
-    }
-    run_operation(find_operation(*number), chain, number->rbnext);
+    // A directory alone only sets data_dir.
+    if (const resbuf* number = chain->rbnext)
+        run_operation(find_operation(*number), number->rbnext);
+    acutRelRb(chain);
     return RTNORM;
 }

@@ -5,8 +5,7 @@
 
 // A call of an operation, for its handler.
 struct op_call {
-    const resbuf* args; // the nodes behind the operation number
-    resbuf* chain;      // all of the call's nodes; a handler that takes them over sets this to null
+    const resbuf* args; // the nodes behind the operation number, released when the handler has returned
 };
 
 struct operation {

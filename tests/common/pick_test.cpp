@@ -23,6 +23,7 @@ TEST(PickOfType, AsksUntilAPickFitsOrSomethingElseEndsIt)
         {"listed", {{5100, 0, "POLYLINE"}}, 5100, 1, ""},
         {"listed second", {{5100, 0, "LWPOLYLINE"}}, 5100, 1, ""},
         {"lower case in the drawing", {{5100, 0, "lwpolyline"}}, 5100, 1, ""},
+        {"blanks around the type", {{5100, 0, " POLYLINE "}}, 5100, 1, ""},
         {"part of a listed name",
          {{5100, 0, "LINE"}, {5100, 0, "POLYLINE"}},
          5100,

@@ -122,11 +122,11 @@ TEST(YesNoAll, EachButtonHasItsNumber)
     }
 }
 
-TEST(YesNoAll, ClosedWithoutAButtonIsNoneOfThem)
+TEST(YesNoAll, ClosedWithoutAButtonIsNoToAll)
 {
     host_session session;
     give_dialogs();
-    EXPECT_EQ(zent_yes_no_all("Copy it?"), 0);
+    EXPECT_EQ(zent_yes_no_all("Copy it?"), 4);
 }
 
 TEST(YesNoAll, MissingDialogIsToldAndCountsAsYes)
@@ -135,6 +135,9 @@ TEST(YesNoAll, MissingDialogIsToldAndCountsAsYes)
     fake.lisp["lspdir$"] = text_value("C:\\LSP\\");
     EXPECT_EQ(zent_yes_no_all("Copy it?"), 1);
     EXPECT_EQ(session.printed, "Error loading dialog");
+    fake.dialogs["C:\\LSP\\zentfile.dcl"] = {"another"};
+    EXPECT_EQ(zent_yes_no_all("Copy it?"), 1);
+    EXPECT_EQ(fake.loaded_files, 0);
 }
 
 } // namespace

@@ -152,7 +152,10 @@ TEST(CompareNumeric, NumbersGoByValueAndTheRestByBytes)
         {"A01", "A1", -1},                 // equal values go on: then the whole texts decide
         {"A1B2", "A1B10", -1},             // the second number counts too
         {"99999999999", "9", 1},           // beyond an int
-        {"99999999999", "88888888888", 1}, // both beyond: digit by digit
+        {"99999999999", "88888888888", 1}, // both beyond
+        {"10000000000", "9999999999", 1},  // both beyond, of other lengths
+        {"PT1B", "PT01A", 1},              // equal values: then character by character
+        {"PT00", "PT0", 1},
     };
     for (const order& c : cases)
         EXPECT_EQ(sign_of(str_compare_numeric(c.a, c.b)), c.sign) << c.a << " " << c.b;

@@ -20,6 +20,9 @@ protected:
     module_session session;
     std::size_t views = host::live_views();
 
+    // Picks aren't remembered: the settings file of an unnamed drawing would lie beside the test.
+    PolylineFiles() { session.lisp("(setq do_ini 0)"); }
+
     void TearDown() override { EXPECT_EQ(host::live_views(), views) << "views left open"; }
 
     std::string path(const std::string& name) const { return session.directory() + name; }

@@ -45,7 +45,7 @@ TEST(DeliveredDialogs, YesNoAllHasItsFourButtons)
 {
     dialogs_session session;
     const std::pair<const char*, int> cases[] = {
-        {"!yes\n", 1}, {"!yesall\n", 2}, {"!no\n", 3}, {"!noall\n", 4}};
+        {"!yes\n", 1}, {"!yesall\n", 2}, {"!no\n", 3}, {"!noall\n", 4}, {"^C\n", 4}};
     for (const auto& [answer, number] : cases) {
         host::answers_from_text(answer);
         EXPECT_EQ(zent_yes_no_all("Copy it?"), number) << answer;

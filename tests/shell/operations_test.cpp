@@ -16,6 +16,7 @@
 #include "host/core/session.h"
 #include "host/core/trace.h"
 #include "hostapi/ads.h"
+#include "shell/arguments.h"
 #include "shell/operations.h"
 #include "tests/shell/module_session.h"
 
@@ -70,6 +71,64 @@ TEST(OperationTable, TypeOfTheNumberCountsForTwoOperationsOnly)
     resbuf real = node(RTREAL);
     real.resval.rreal = 45.0;
     EXPECT_EQ(find_operation(real).number, 0);
+    real.resval.rint = 46;
+    EXPECT_EQ(find_operation(real).number, 0);
+    real.resval.rint = 47;
+    EXPECT_EQ(find_operation(real).number, 47);
+}
+
+// The node holds an address, which says nothing about an operation.
+TEST(OperationTable, TextForANumberRunsOperation0)
+{
+    resbuf text = node(RTSTR);
+    std::int32_t low = 19;
+    std::memcpy(&text.resval, &low, sizeof low);
+    EXPECT_EQ(find_operation(text).number, 0);
+}
+
+// ---- arguments -------------------------------------------------------------------------------------
+
+TEST(Arguments, AreTakenInOrderAndTheMissingOnesAreStandard)
+{
+    resbuf* const list = acutBuildList(RTSTR, "text", RTSHORT, -7, RTSTR, "last", 0);
+    const resbuf* at = list;
+    EXPECT_STREQ(next_text(&at, "standard"), "text");
+    EXPECT_EQ(next_short(&at, 1), -7);
+    EXPECT_STREQ(next_text(&at, "standard"), "last");
+    EXPECT_EQ(at, nullptr);
+    ads_name name = {3, 4};
+    EXPECT_STREQ(next_text(&at, "standard"), "standard");
+    EXPECT_EQ(next_short(&at, 1), 1);
+    EXPECT_FALSE(next_name(&at, name));
+    EXPECT_EQ(name[0], 3);
+    acutRelRb(list);
+}
+
+TEST(Arguments, NumbersAndNamesAreReadFromNodesOfOtherTypes)
+{
+    const ads_name set = {41, 42};
+    resbuf* const list = acutBuildList(RTLONG, 70000L, RTREAL, 1.0, RTPICKS, set, RTENAME, set, 0);
+    const resbuf* at = list;
+    EXPECT_EQ(next_short(&at, 1), 70000 - 65536);
+    EXPECT_EQ(next_short(&at, 1), 0);
+    EXPECT_EQ(next_short(&at, 1), 41);
+    ads_name name = {0, 0};
+    EXPECT_TRUE(next_name(&at, name));
+    EXPECT_EQ(name[1], 42);
+    acutRelRb(list);
+}
+
+TEST(Arguments, TextAndTheOthersDoNotMix)
+{
+    resbuf* const list = acutBuildList(RTSTR, "1", RTSTR, "2", RTSHORT, 3, RTSHORT, 4, 0);
+    const resbuf* at = list;
+    ads_name name = {3, 4};
+    EXPECT_EQ(next_short(&at, 9), 9);
+    EXPECT_FALSE(next_name(&at, name));
+    EXPECT_EQ(name[0], 3);
+    EXPECT_STREQ(next_text(&at, "standard"), "standard");
+    EXPECT_EQ(next_short(&at, 9), 4); // the node that didn't fit was passed over
+    acutRelRb(list);
 }
 
 // ---- the frame of a call -------------------------------------------------------------------------
@@ -124,20 +183,40 @@ TEST(Call, OperationsThatHaveNothingToRunAnswerNilAndPrintNothing)
     }
 }
 
-// What a program passes by mistake must not take the host down: every operation of the shell's own with
-// missing arguments and with arguments of other types.
+// What a program passes by mistake must not take the host down: every operation with missing arguments
+// and with arguments of other types.
 TEST(Call, WrongAndMissingArgumentsAreHarmless)
 {
     module_session session;
     host::run_settings().no_shell = true;
-    for (const int number : {14, 20, 21, 26, 39, 40, 41, 50, 51}) {
-        EXPECT_EQ(blocks_left_by(acutBuildList(RTSTR, "", RTSHORT, number, 0)), 0u) << number;
-        EXPECT_EQ(blocks_left_by(acutBuildList(RTSTR, "", RTSHORT, number, RTSHORT, 5, 0)), 0u) << number;
-        EXPECT_EQ(blocks_left_by(acutBuildList(RTSTR, "", RTSHORT, number, RTREAL, 1e300, RTREAL, -1.5, 0)), 0u)
-            << number;
-        EXPECT_EQ(blocks_left_by(acutBuildList(RTSTR, "", RTSHORT, number, RTLB, RTLE, RTNIL, RTT, 0)), 0u)
-            << number;
+    const std::string dir = session.directory();
+    const char* const d = dir.c_str();
+    const auto is_harmless = [](int number, resbuf* arguments) {
+        host::answers_from_text("");
+        EXPECT_EQ(blocks_left_by(arguments), 0u) << number;
+    };
+    for (const operation* op = OPERATIONS; op->number >= 0; ++op) {
+        const int n = op->number;
+        is_harmless(n, acutBuildList(RTSTR, d, RTSHORT, n, 0));
+        is_harmless(n, acutBuildList(RTSTR, d, RTSHORT, n, RTSHORT, 5, 0));
+        is_harmless(n, acutBuildList(RTSTR, d, RTSHORT, n, RTREAL, 1e300, RTREAL, -1.5, 0));
+        is_harmless(n, acutBuildList(RTSTR, d, RTSHORT, n, RTLB, RTLE, RTNIL, RTT, 0));
+        is_harmless(n, acutBuildList(RTSTR, d, RTSHORT, n, RTSTR, "a", RTSTR, "b", RTSTR, "c", RTSTR, "d", 0));
+        is_harmless(n, acutBuildList(RTSHORT, 1, RTSHORT, n, RTSTR, "", 0));
     }
+}
+
+// What the two calls ask, change and answer is the same, line by line.
+TEST(Call, WithoutArgumentsOrOfAnUnlistedNumberRunsOperation0)
+{
+    module_session session;
+    const std::string first = session.traced("(cf:zentutil \"\" 0)");
+    for (const char* call : {"(cf:zentutil)", "(cf:zentutil \"\" 52)", "(cf:zentutil \"\" 7)",
+                             "(cf:zentutil \"\" 45.0 \"text\")", "(cf:zentutil \"\" \"14\" 440 100)"})
+        EXPECT_EQ(session.traced(call), first) << call;
+    text_set(data_dir, "C:\\DATA\\");
+    EXPECT_EQ(session.lisp("(cf:zentutil)"), "nil");
+    EXPECT_STREQ(data_dir, "C:\\DATA\\");
 }
 
 TEST(Call, ANumberInPlaceOfATextCountsAsMissing)
@@ -195,6 +274,16 @@ TEST(Operation20, UnknownApplicationIsRegisteredAndSelectsNothing)
     EXPECT_EQ(session.lisp("(cf:zentutil \"\" 20 \"OTHER\")"), "nil");
     EXPECT_NE(session.lisp("(tblsearch \"APPID\" \"OTHER\")"), "nil");
     EXPECT_EQ(session.lisp("(cf:zentutil \"\" 20)"), "nil");
+}
+
+TEST(Operation20, SelectsEvenWhenTheNameCannotBeRegistered)
+{
+    module_session session;
+    EXPECT_EQ(session.lisp("(cf:zentutil \"\" 20 \"A*B\")"), "nil");
+    EXPECT_EQ(session.printed(), "\nError: unable to register A*B.");
+    const std::string trace = session.traced("(cf:zentutil \"\" 20 \"A*B\")");
+    EXPECT_NE(trace.find("acedSSGet \"X\""), std::string::npos) << trace;
+    EXPECT_NE(trace.find("((-3 (\"A*B\")))"), std::string::npos) << trace;
 }
 
 TEST(Operation24, AsksTheUserAndKeepsWhatTheApplicationMarked)
@@ -350,6 +439,8 @@ TEST(Operation50, CompactsAPath)
 TEST(Operation50, WithoutAPathOrAWidthAnswersNil)
 {
     module_session session;
+    const std::string trace = session.traced("(cf:zentutil \"\" 50 \"c:/jobs/site.dwg\" 40)");
+    EXPECT_LT(trace.find("acedRetNil"), trace.find("acedRetStr")) << trace;
     EXPECT_EQ(session.lisp("(cf:zentutil \"\" 50 \"c:/jobs/site.dwg\")"), "nil");
     EXPECT_EQ(session.lisp("(cf:zentutil \"\" 50)"), "nil");
 }

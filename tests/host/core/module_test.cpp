@@ -12,6 +12,7 @@ namespace
 {
 
 std::string told;
+bool left_during_call = false;
 
 int call()
 {
@@ -30,6 +31,9 @@ int call()
         acedRetList(result);
         acutRelRb(inner);
         acutRelRb(result);
+    } else if (code == 4) {
+        left_during_call = host::unload_module("guest");
+        host::unload_all_modules();
     }
     acutRelRb(arguments);
     return 0;
@@ -46,6 +50,7 @@ int guest(int message, void* packet)
         acedDefun("G:SUM", 1);
         acedDefun("g:nested", 2);
         acedDefun("g:quiet", 3);
+        acedDefun("g:unload", 4);
         break;
     case AcRx::kUnloadDwgMsg:
         acedUndef("g:sum", 1);
@@ -115,6 +120,15 @@ TEST_F(Modules, UnloadTakesTheFunctionsAway)
     EXPECT_FALSE(host::is_external("g:sum"));
     EXPECT_TRUE(host::loaded_modules().empty());
     EXPECT_FALSE(host::unload_module("guest"));
+}
+
+TEST_F(Modules, StayUntilTheirCallHasEnded)
+{
+    left_during_call = true;
+    EXPECT_EQ(host::call_external("g:unload", nullptr)->restype, RTNIL);
+    EXPECT_FALSE(left_during_call);
+    EXPECT_TRUE(host::is_external("g:sum"));
+    EXPECT_TRUE(host::unload_module("guest"));
 }
 
 TEST_F(Modules, MissingSharedObjectIsRefused)
