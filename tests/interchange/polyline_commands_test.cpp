@@ -444,6 +444,7 @@ TEST_F(PolylineFiles, ManyPolylinesTakeTimeInProportion)
             text += "2\n" + std::to_string(i) + ",1,2\n" + std::to_string(i) + ",3,4\n" + std::to_string(i) +
                     ",9,4\nEND\n";
         write_text(path("in.lf"), text);
+        std::filesystem::remove(path("out.lf"));
         session.lisp("(while (entlast) (entdel (entlast)))");
         run(27, "Dtm\n" + path("in.lf") + "\n");
         const std::string back = written("Dtm\n!new\n" + path("out.lf") + "\nall\n\n", "out.lf");
