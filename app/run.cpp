@@ -53,7 +53,7 @@ int run_step(const step& s)
         result = host::lisp::load_program(doc, path);
     } else {
         result = host::lisp::evaluate_typed(doc, host::cp1252_with_escapes(s.text));
-        if (result.how == ending::done)
+        if (result.how == ending::done && !result.printed.empty()) // (princ) shows nothing
             host::history_line(result.printed);
     }
     host::commandline::expression_ended(doc);

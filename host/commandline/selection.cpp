@@ -81,23 +81,24 @@ bool is_on_frozen_layer(const db::database& db, db::object_id id)
 class growing_set
 {
 public:
-    // How many of `found` were not in the set.
-    std::size_t add(const object_list& found)
+    // Those of `found` that were not in the set.
+    object_list add(const object_list& found)
     {
-        std::size_t added = 0;
+        object_list added;
         for (const db::object_id id : found)
-            if (members_.insert(id).second) {
-                order_.push_back(id);
-                ++added;
-            }
+            if (members_.insert(id).second)
+                added.push_back(id);
+        order_.insert(order_.end(), added.begin(), added.end());
         return added;
     }
-    std::size_t remove(const object_list& found)
+    // Those of `found` that were in the set.
+    object_list remove(const object_list& found)
     {
-        std::size_t removed = 0;
+        object_list removed;
         for (const db::object_id id : found)
-            removed += members_.erase(id);
-        if (removed)
+            if (members_.erase(id))
+                removed.push_back(id);
+        if (!removed.empty())
             std::erase_if(order_, [&](db::object_id id) { return !members_.contains(id); });
         return removed;
     }
@@ -151,7 +152,11 @@ private:
     selection_rules rules_;
     std::string prompt_;
     growing_set set_;
-    std::vector<object_list> history_; // what each answer added, for Undo
+    struct change {
+        bool removed;
+        object_list objects;
+    };
+    std::vector<change> history_; // what each answer did to the set, for Undo
     bool removing_ = false;
     bool single_ = false;
     bool answered_ = false; // something was found
@@ -162,9 +167,10 @@ void dialogue::take(const object_list& found, bool filtered)
 {
     const object_list admitted_now = filtered ? admitted(io_.data(), found, rules_) : found;
     const std::size_t held = set_.size();
-    const std::size_t count = removing_ ? set_.remove(admitted_now) : set_.add(admitted_now);
+    object_list changed = removing_ ? set_.remove(admitted_now) : set_.add(admitted_now);
+    const std::size_t count = changed.size();
     if (!admitted_now.empty()) {
-        history_.push_back(admitted_now);
+        history_.push_back({removing_, std::move(changed)});
         answered_ = true;
     }
     std::string message = std::to_string(found.size()) + " found";
@@ -272,7 +278,11 @@ task<> dialogue::take_word(selection_word said)
     } else if (word == "SIngle") {
         single_ = true;
     } else if (word == "Undo" && !history_.empty()) {
-        set_.remove(history_.back());
+        const change& last = history_.back();
+        if (last.removed)
+            set_.add(last.objects);
+        else
+            set_.remove(last.objects);
         history_.pop_back();
     } else if (word.empty()) {
         io_.say("*Invalid selection*");

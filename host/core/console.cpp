@@ -165,7 +165,7 @@ std::optional<std::string> next_answer(std::string_view prompt)
             history("\n");
             complain("the answer '" + cp1252_with_escapes(*read) +
                      "' has a character without a place in Windows-1252");
-            history(prompt);
+            history(prompt.substr(prompt.find_first_not_of('\n') == 1 ? 1 : 0));
             continue;
         }
         history(*inside);

@@ -378,7 +378,7 @@ bool write_dxf(database& db, const std::string& path, dxf_version version, bool 
     std::string why;
     if (!replace_file(path, text, keep_backup ? backup_of(path) : std::string(), &why)) {
         if (error)
-            *error = {path, 0, why};
+            *error = {path, 0, "the file can't be written: " + why};
         return false;
     }
     if (const std::string lost = to.lost(); !lost.empty())

@@ -44,6 +44,14 @@ bool entity_maker::check(group_list groups, std::string* error)
     return complete_entity(db_, groups, error);
 }
 
+// Programs leave the layer out of their lists where they mean the current one.
+void entity_maker::put_on_current_layer(group_list& groups) const
+{
+    const group_list* current = find(groups, 8) ? nullptr : db_.header_value("$CLAYER");
+    if (const group* layer = current ? find(*current, 8) : nullptr)
+        groups.insert(groups.begin() + 1, *layer);
+}
+
 entity_maker::made entity_maker::take(group_list groups)
 {
     const std::string type = upper(db_.text_of(groups, 0));
@@ -64,6 +72,7 @@ entity_maker::made entity_maker::take(group_list groups)
         if (type == "DICTIONARY" || type == "XRECORD")
             return take_object(std::move(groups));
     }
+    put_on_current_layer(groups);
     std::string error;
     if (begins_sequence(groups, type)) {
         if (!check(groups, &error))

@@ -39,6 +39,7 @@ private:
     made finish(sequence whole);
     made fail(std::string error);
     bool check(group_list groups, std::string* error);
+    void put_on_current_layer(group_list& groups) const;
     object_id block_record_for(const std::string& name);
     std::string anonymous_name(std::string_view asked) const;
 

@@ -8,6 +8,7 @@
 #include "host/core/heap.h"
 #include "host/database/entities.h"
 #include "host/database/templates.h"
+#include "host/database/transform.h"
 #include "hostapi/ads.h"
 
 using namespace host::db;
@@ -205,6 +206,15 @@ Acad::ErrorStatus put_bits(AcDbObjectBody* body, const section& where, int code,
 {
     const int before = int_in(body, where, code, 0);
     return put_behind(body, where, int_group(code, on ? before | bits : before & ~bits));
+}
+
+AcGePoint3d in_world(const AcGePoint3d& at, const group* normal)
+{
+    if (!normal)
+        return at;
+    const transform plane = plane_of({normal->point[0], normal->point[1], normal->point[2]});
+    const vec place = plane.point({at.x, at.y, at.z});
+    return {place.x, place.y, place.z};
 }
 
 char* new_string(std::string_view text)

@@ -7,6 +7,7 @@
 #include "host/core/text.h"
 #include "host/core/trace.h"
 #include "hostapi/ads.h"
+#include "hostapi/files.h"
 #include "hostapi/windows.h"
 
 namespace
@@ -79,6 +80,11 @@ void start_line(const std::string& text)
     host::history(text);
 }
 
+bool names_a_file(const char* path)
+{
+    return path && *path && !std::strchr("/\\:", path[std::strlen(path) - 1]) && !file_is_directory(path);
+}
+
 int ask_box(const std::string& text, const std::string& title, unsigned style)
 {
     const box_style& box = style_of(style);
@@ -136,9 +142,8 @@ int acedGetFileD(const char* title, const char* default_path, const char* extens
     const auto answer = host::next_answer(prompt);
     std::string path = answer ? *answer : "^C";
     // Enter takes the name that the dialog offers, if it offers a name.
-    const std::string offered = default_path ? default_path : "";
-    if (path.empty() && !offered.empty() && !std::strchr("/\\:", offered.back()))
-        path = offered;
+    if (path.empty() && names_a_file(default_path))
+        path = default_path;
     if (path.empty() || host::same_text(host::trimmed(path), "^C"))
         return line.status(RTCAN);
     result->rbnext = nullptr;

@@ -35,7 +35,7 @@ std::string file_name_of(std::string_view path);
 // Whole contents; nothing with errno set when it can't be read.
 std::optional<std::string> read_whole(const std::string& path);
 // Writes beside the file, flushes to disk and renames; the previous file stays as `backup` when that
-// isn't empty. False with `error` when anything fails: then the file is as it was.
+// isn't empty. False with the reason in `error` when anything fails: then the file is as it was.
 bool replace_file(const std::string& path, std::string_view bytes, const std::string& backup,
                   std::string* error);
 

@@ -50,6 +50,7 @@ bool answer_value(document& doc, std::string_view text, list_ptr* result)
     const outcome o = l.run([&] {
         const value v = l.evaluate_forms(text, "");
         result->reset(v.is_nil() ? nullptr : plain_of(v));
+        l.last_answer = v;
         return v;
     });
     return o.how == ending::done;

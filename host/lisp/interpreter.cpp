@@ -34,7 +34,7 @@ interpreter::interpreter(document& owner) : owner_(owner)
 interpreter::~interpreter()
 {
     unbind_to(0);
-    gripped[0] = gripped[1] = value::nil();
+    gripped[0] = gripped[1] = last_answer = value::nil();
     for (symbol& s : all_symbols_)
         s.bound = value();
     for (auto& [number, set] : picksets_)

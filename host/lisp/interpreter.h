@@ -166,6 +166,7 @@ public:
     std::vector<std::unique_ptr<dialog_record>> dialogs; // the innermost last
     value gripped[2] = {value::nil(), value::nil()};     // sssetfirst
     std::string typed_ahead;                             // rest of a line for read-char
+    value last_answer = value::nil();                    // keeps a selection set that answers a prompt
     bool catching = false;                               // in the body of an *error* function
 
     // The call at hand and those around it, on the stack of this thread.

@@ -11,11 +11,11 @@ namespace
 
 constexpr int ARC_PIECES = 21; // chords of an arc, whatever its size
 
-// Puts the inner points of the arc from a to its next vertex between the two; the last of them, or a.
+// Puts the inner points of the arc from a to its next vertex between the two.
 // The points are worked out from the chord and not from the centre, which for a flat arc lies so far off
 // that no digits are left: with the signed angle A of the whole arc, the point at share f of it lies from
 // a at sin(f A / 2) / sin(A / 2) of the chord, turned by (f - 1) A / 2.
-pl_vertex* insert_arc_points(pl_vertex* a)
+void insert_arc_points(pl_vertex* a)
 {
     pl_vertex* b = a->next;
     const double dx = b->x - a->x, dy = b->y - a->y, dz = b->z - a->z;
@@ -33,7 +33,6 @@ pl_vertex* insert_arc_points(pl_vertex* a)
         last->next = inner;
         last = inner;
     }
-    return last;
 }
 
 // b of a -> b -> c lies off the line from a to c by less than the root of `tolerance`.

@@ -11,8 +11,6 @@
 namespace
 {
 
-constexpr const char* CURRENT_LAYER = "CLAYER";
-
 bool has_layer(const pline_props& props)
 {
     return props.layer[0] != '\0' && std::strcmp(props.layer, CURRENT_LAYER) != 0;

@@ -40,9 +40,9 @@ int ask_polyline_format(int* format)
     if (status == RTCAN)
         return RTCAN;
     *format = POLYLINE_FORMAT_OWN;
-    if (status == RTNORM && std::strcmp(word, "Microstation") == 0)
+    if (std::strcmp(word, "Microstation") == 0)
         *format = POLYLINE_FORMAT_MICROSTATION;
-    else if (status == RTNORM && std::strcmp(word, "Dtm") == 0)
+    else if (std::strcmp(word, "Dtm") == 0)
         *format = POLYLINE_FORMAT_DTM;
     return RTNORM;
 }

@@ -18,7 +18,7 @@ std::string_view without_leading_blanks(std::string_view text)
 {
     const std::size_t start = text.find_first_not_of(" \t\r\n\v\f");
     text.remove_prefix(start == std::string_view::npos ? text.size() : start);
-    if (!text.empty() && text[0] == '+')
+    if (text.size() > 1 && text[0] == '+' && text[1] != '-')
         text.remove_prefix(1);
     return text;
 }

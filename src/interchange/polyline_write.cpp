@@ -164,7 +164,7 @@ int ask_with_z(bool* with_z)
     const int status = acedGetKword("\nInclude Z coordinate in polyline file (Yes/<No>)? ", word);
     if (status == RTCAN)
         return RTCAN;
-    *with_z = status == RTNORM && std::strcmp(word, "Yes") == 0;
+    *with_z = std::strcmp(word, "Yes") == 0;
     return RTNORM;
 }
 

@@ -14,5 +14,6 @@ void pg_arc_from_bulge(const double* a, const double* b, double bulge, double* c
 double pg_arc_bulge(const double* a, const double* b, const double* centre);
 
 // Whether the direction from the centre to `point` lies on the arc, its ends with 1e-6 of arc length
-// around them counted in. With PG_NO_VALUE as radius the test is exact and the ends are outside.
+// around them counted in, also across angle 0. With PG_NO_VALUE as radius the test is exact and the ends
+// are outside.
 bool pg_arc_contains(const double* centre, const double* point, double start, double end, double radius);

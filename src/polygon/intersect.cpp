@@ -45,10 +45,12 @@ void copy_point(const double* from, double* to)
     std::copy(from, from + 3, to);
 }
 
-int overlap(const framed_segment& a, double s1, double s2, double* out1, double* out2)
+// `s1` and `s2` are b's ends along a, `past` is by how much the nearer of them lies behind a's end. It is
+// measured from that end, so that segments which share it meet whatever the last bits of a's length are.
+int overlap(const framed_segment& a, double s1, double s2, double past, double* out1, double* out2)
 {
     double lo = std::min(s1, s2), hi = std::max(s1, s2);
-    if (hi < 0.0 || lo > a.length)
+    if (hi < 0.0 || past > 0.0)
         return 0;
     if (lo < PG_LENGTH_TOL)
         lo = 0.0;
@@ -77,7 +79,9 @@ int pg_seg_intersect(const double* a1, const double* a2, const double* b1, const
         // In line; but a segment that just touches the tolerance is neither in line nor crossing.
         if (t1 >= PG_LENGTH_TOL || t2 >= PG_LENGTH_TOL)
             return 0;
-        return overlap(a, p1.along, p2.along, out1, out2);
+        const framed_segment beyond{a2, {a.u[0], a.u[1], a.u[2]}, a.length};
+        const double past = std::min(place_in(beyond, b1).along, place_in(beyond, b2).along);
+        return overlap(a, p1.along, p2.along, past, out1, out2);
     }
     const double share = p1.left / (p1.left - p2.left); // of b, from b1 to the crossing
     const double s = share * (p2.along - p1.along) + p1.along;

@@ -4,8 +4,9 @@
 // each). Points on arcs have z 0. Arcs are as in arcs.h.
 #pragma once
 
-// Two straight segments; two points where they overlap in line. z is that of the first segment. Both
-// must have a length.
+// Two straight segments; two points where they overlap in line, in the order of travel along the first.
+// z is that of the first segment. A segment without length meets nothing, but for a point of b on a.
+// Unless their heights reject them, the z of both outputs is cleared even where there is no point.
 int pg_seg_intersect(const double* a1, const double* a2, const double* b1, const double* b2, double* out1,
                      double* out2);
 

@@ -29,7 +29,7 @@ struct pg_ring {
 // ---- making. Null when the heap is exhausted.
 // A lone node at a point (x, y, z): bulge 0, mark 1, keep 1.
 pg_node* pg_node_new(const double* point);
-// A new node in front of `next`; the new head.
+// A new node in front of `next`; the new head. On null `next` is still the caller's.
 pg_node* pg_node_push(const double* point, pg_node* next, double bulge);
 // A new chain with the same positions, marks, bulges and second values; keep is 1 throughout. A node
 // for which there is no room is left out.
@@ -40,10 +40,11 @@ pg_ring* pg_ring_new();
 // ---- asking
 int pg_count(const pg_node* chain);
 // The node behind `node`, going round to the head, or to the node behind the head when the last node
-// lies on the head.
+// lies on the head. A lone node is followed by itself.
 pg_node* pg_next_wrapped(pg_node* node, pg_node* head);
 const pg_node* pg_next_wrapped(const pg_node* node, const pg_node* head);
-// -1 counter-clockwise, 1 clockwise, 0 when it can't be told. Bulges are ignored.
+// -1 counter-clockwise, 1 clockwise, 0 when it can't be told; by the corner at the lowest node, the first
+// of several. Bulges are ignored.
 int pg_orientation(const pg_node* chain);
 // 1 inside or within 1e-6 of the boundary along x, else 0. The outline is closed by its last edge;
 // bulges are ignored. Horizontal edges don't count as boundary.

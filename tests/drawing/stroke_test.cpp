@@ -139,6 +139,16 @@ TEST(StrokeArcs, HalfCircleThinnedByATenthOfASquareUnit)
     EXPECT_EQ(count_of(small.get()), 2) << "nothing of it is 0.3 off";
 }
 
+TEST(StrokeArcs, ArcOfAnySizeGetsTwentyInnerPoints)
+{
+    for (const double radius : {1e-6, 0.001, 0.1, 3.0, 7.7, 1e5, 1e9})
+        for (const double bulge : {0.01, 0.3, -0.414, 0.999, -2.0, 30.0}) {
+            const auto chain = make_vertices({{0, 0, 0, bulge}, {2 * radius, 0}});
+            chain_stroke_arcs(chain.get(), 0.0);
+            EXPECT_EQ(count_of(chain.get()), 22) << radius << " " << bulge;
+        }
+}
+
 TEST(StrokeArcs, ChordBelowAMillionthVanishesWithItsEnd)
 {
     const auto before = host::heap_live_blocks();

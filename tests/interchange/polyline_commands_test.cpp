@@ -286,8 +286,21 @@ TEST_F(PolylineFiles, FileThatDoesNotOpenIsTold)
 {
     lw(LINE);
     const std::string bad = session.directory() + "none/a.lf";
-    const std::string told = run(15, "Dtm\n!new\n" + bad + "\nall\n\n");
-    EXPECT_TRUE(told.ends_with("\nError: failed to open file> " + bad)) << told;
+    for (const char* mode : {"!new", "!append"}) {
+        const std::string told = run(15, std::string("Dtm\n") + mode + "\n" + bad + "\nall\n\n");
+        EXPECT_TRUE(told.ends_with("\nError: failed to open file> " + bad)) << told;
+        host::answers_from_text(std::string("Dtm\n") + mode + "\n" + bad + "\nall\n\n");
+        EXPECT_NE(session.traced(call(15)).find("acedSSFree"), std::string::npos) << "the set is given back";
+    }
+}
+
+TEST_F(PolylineFiles, FileThatTakesNoMoreIsTold)
+{
+    if (!std::filesystem::exists("/dev/full"))
+        GTEST_SKIP() << "no device that is always full";
+    lw(LINE);
+    const std::string told = run(15, "Dtm\n!append\n/dev/full\nall\n\n");
+    EXPECT_TRUE(told.ends_with("\nError: failed to write file> /dev/full")) << told;
 }
 
 TEST_F(PolylineFiles, LongLayerNameIsToldAndCutWhereItIsLookedUp)
@@ -311,6 +324,9 @@ TEST_F(PolylineFiles, StringsSetTheDirectories)
     session.lisp("(cf:zentutil \"/u/\" 27 \"C:\\\\JOBS\\\\site.pln\" \"/d/\")");
     EXPECT_STREQ(data_dir, "C:\\JOBS\\");
     EXPECT_STREQ(lsp_dir, "/d/");
+    host::answers_from_text("^C\n");
+    session.lisp("(cf:zentutil \"/v/\" 27 \"site.pln\" \"/d/\")");
+    EXPECT_STREQ(data_dir, "/v/") << "a name without a directory says nothing";
     host::answers_from_text("^C\n");
     session.lisp("(cf:zentutil \"/u/\" 27 \"\" \"\")");
     EXPECT_STREQ(data_dir, "/u/") << "that of the call itself";
@@ -352,6 +368,8 @@ TEST_F(PolylineFiles, ReadingDrawsBackwardsInReverseFileOrder)
          "((\"LWPOLYLINE\" 2 0 0.0 (7.0 8.0) (5.0 6.0)) (\"LWPOLYLINE\" 1 0 5.0 (3.0 4.0) (1.0 2.0)))"},
         {"own, no colour is by block", "Zentrik", "POLYLINE\n1,2\n3,4\n",
          "((\"LWPOLYLINE\" 0 0 0.0 (3.0 4.0) (1.0 2.0)))"},
+        {"own, a layer that was off is by layer", "Zentrik", "POLYLINE,-3\n1,2\n3,4\n",
+         "((\"LWPOLYLINE\" nil 0 0.0 (3.0 4.0) (1.0 2.0)))"},
         {"DTM", "Dtm", "2\n1,2,5\n3,4,5\nEND\n", "((\"LWPOLYLINE\" 0 0 5.0 (3.0 4.0) (1.0 2.0)))"},
         {"DTM, z differs", "Dtm", "2\n1,2,5\n3,4,6\nEND\n",
          "((\"POLYLINE\" 0 8 (0.0 0.0 0.0)) (\"VERTEX\" (3.0 4.0 6.0)) (\"VERTEX\" (1.0 2.0 5.0)) "

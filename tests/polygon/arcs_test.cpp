@@ -183,6 +183,14 @@ TEST(Arcs, ContainsByDirection)
     }
 }
 
+TEST(Arcs, ContainsLeavesOutADirectionOnTheLimitOfItsSlack)
+{
+    const double centre[3] = {}, point[3] = {1, 0, 0}; // direction 0, a millionth before the start
+    EXPECT_FALSE(pg_arc_contains(centre, point, 1e-6, 1, 1));
+    EXPECT_TRUE(pg_arc_contains(centre, point, 0.9e-6, 1, 1));
+    EXPECT_FALSE(pg_arc_contains(centre, point, 1e-9, 1, PG_NO_VALUE));
+}
+
 TEST(Arcs, ContainsCountsAMillionthOfArcLengthAroundTheEnds)
 {
     const double centre[3] = {};

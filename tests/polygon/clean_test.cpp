@@ -108,6 +108,7 @@ TEST(Clean, ToleranceIsAMillionthOfPlanarDistance)
         return pg_count(chain.get());
     };
     EXPECT_EQ(count(0.9e-6), 1);
+    EXPECT_EQ(count(1e-6), 2); // its square is the limit itself
     EXPECT_EQ(count(1.1e-6), 2);
     const auto spike = [](double gap) {
         const auto chain = make_chain({{0, 0}, {5, 5}, {gap, 0}, {9, 0}});
@@ -115,6 +116,7 @@ TEST(Clean, ToleranceIsAMillionthOfPlanarDistance)
         return pg_count(chain.get());
     };
     EXPECT_EQ(spike(0.9e-6), 2);
+    EXPECT_EQ(spike(1e-6), 4);
     EXPECT_EQ(spike(1.1e-6), 4);
 }
 

@@ -92,6 +92,14 @@ TEST(SegmentIntersection, Cases)
         {"end to end in front", {0, 0, 3}, {10, 0, 10}, {-5, 0, 0}, {0, 0, 0}, {{0, 0, 3}}},
         {"in line, behind", {0, 0, 0}, {10, 0, 0}, {11, 0, 0}, {15, 0, 0}, {}},
         {"in line, in front", {0, 0, 0}, {10, 0, 0}, {-15, 0, 0}, {-1, 0, 0}, {}},
+        {"touching at the upper end", {0, 0, 0}, {5, 10, 10}, {5, 10, 0}, {9, 20, 0}, {{5, 10, 10}}},
+        {"touching at the lower end", {0, 0, 4}, {5, 10, 10}, {0, 0, 0}, {9, -20, 0}, {{0, 0, 4}}},
+        {"one end on a level with the first, crossing beyond it",
+         {0, 0, 0},
+         {10, 0, 0},
+         {12, 0, 0},
+         {15, 5, 0},
+         {}},
         {"in line, upright", {0, 0, 0}, {0, 10, 10}, {0, 4, 0}, {0, 6, 0}, {{0, 4, 4}, {0, 6, 6}}},
     };
     for (const place& p : PLACES)
@@ -128,6 +136,53 @@ TEST(SegmentIntersection, InLineWithinAMillionth)
         EXPECT_EQ(cross({0, 0, 0}, {0, 10, 0}, {c.offset, 2, 0}, {c.offset, 3, 0}).size(), c.count) << c.offset;
 }
 
+TEST(SegmentIntersection, EitherEndOnTheToleranceIsNotInLine)
+{
+    // Such a segment crosses nothing either.
+    for (const double side : {1e-6, -1e-6}) {
+        EXPECT_EQ(cross({0, 0, 0}, {0, 10, 0}, {side, 2, 0}, {0, 3, 0}).size(), 0u) << side;
+        EXPECT_EQ(cross({0, 0, 0}, {0, 10, 0}, {0, 2, 0}, {side, 3, 0}).size(), 0u) << side;
+    }
+    EXPECT_EQ(cross({0, 0, 0}, {0, 10, 0}, {0.9e-6, 2, 0}, {0, 3, 0}).size(), 2u);
+    EXPECT_EQ(cross({0, 0, 0}, {0, 10, 0}, {1.1e-6, 2, 0}, {0, 3, 0}).size(), 1u); // crossing
+}
+
+struct overlap_case {
+    const char* name;
+    double from, to; // of the second along x; the first goes from 0 to 10
+    std::vector<double> expected;
+};
+
+TEST(SegmentIntersection, OverlapIsClampedAtItsLimits)
+{
+    const overlap_case cases[] = {
+        {"up to the start", -5, 0, {0}},
+        {"a hair short of the start", -5, -1e-9, {}},
+        {"from the end", 10, 15, {10}},
+        {"a hair behind the end", 10 + 1e-9, 15, {}},
+        {"start snapped", 0.9e-6, 5, {0, 5}},
+        {"start at the limit, not snapped", 1e-6, 5, {1e-6, 5}},
+        {"end snapped", 5, 10 - 0.9e-6, {5, 10}},
+        {"end not snapped", 5, 10 - 1.1e-6, {5, 10 - 1.1e-6}},
+        {"both ends in one place", 4, 4 + 0.9e-6, {4}},
+        {"both ends at the limit of one place", 0, 1e-6, {0}},
+        {"both ends just apart", 4, 4 + 1.1e-6, {4, 4 + 1.1e-6}},
+        {"a segment without length", 4, 4, {4}},
+        {"a segment without length at the end", 10, 10, {10}},
+        {"a segment without length beside the first", 11, 11, {}},
+    };
+    for (const overlap_case& c : cases)
+        for (const bool turned : {false, true}) {
+            const auto found = turned ? cross({0, 0, 0}, {10, 0, 10}, {c.to, 0, 7}, {c.from, 0, 7})
+                                      : cross({0, 0, 0}, {10, 0, 10}, {c.from, 0, 7}, {c.to, 0, 7});
+            ASSERT_EQ(found.size(), c.expected.size()) << c.name;
+            for (std::size_t i = 0; i < found.size(); ++i) {
+                EXPECT_NEAR(found[i][0], c.expected[i], 1e-14) << c.name;
+                EXPECT_NEAR(found[i][2], c.expected[i], 1e-14) << c.name << ", z";
+            }
+        }
+}
+
 TEST(SegmentIntersection, CrossingMayLieAMillionthOutsideTheFirst)
 {
     for (const offset_case& c : {offset_case{0.9e-6, 1}, {1.1e-6, 0}}) {
@@ -140,6 +195,7 @@ TEST(SegmentIntersection, SnapsToAnEndWithinAMillionth)
 {
     EXPECT_EQ(cross({0, 0, 0}, {10, 0, 0}, {0.9e-6, -1, 0}, {0.9e-6, 1, 0}).at(0)[0], 0.0);
     EXPECT_NEAR(cross({0, 0, 0}, {10, 0, 0}, {1.1e-6, -1, 0}, {1.1e-6, 1, 0}).at(0)[0], 1.1e-6, 1e-12);
+    EXPECT_EQ(cross({0, 0, 0}, {10, 0, 0}, {1e-6, -1, 0}, {1e-6, 1, 0}).at(0)[0], 1e-6);
     EXPECT_EQ(cross({0, 0, 0}, {10, 0, 0}, {10 - 0.9e-6, -1, 0}, {10 - 0.9e-6, 1, 0}).at(0)[0], 10.0);
     EXPECT_NEAR(cross({0, 0, 0}, {10, 0, 0}, {10 - 1.1e-6, -1, 0}, {10 - 1.1e-6, 1, 0}).at(0)[0], 10 - 1.1e-6,
                 1e-12);
@@ -248,6 +304,35 @@ TEST(LineArcIntersection, TangentWithinAMillionth)
     EXPECT_EQ(cross({-20, 10 + 1.1e-6, 0}, {20, 10 + 1.1e-6, 0}, upper).size(), 0u);
 }
 
+TEST(LineArcIntersection, TangentOnTheTolerance)
+{
+    // Circles so small that their distances come out to the last bit.
+    EXPECT_EQ(cross({-5, 0, 0}, {5, 0, 0}, {{0, 0, 0}, 1e-6, 0, 2 * PI}).size(), 1u);
+    EXPECT_EQ(cross({-5, 2e-6, 0}, {5, 2e-6, 0}, {{0, 0, 0}, 1e-6, 0, 2 * PI}).size(), 1u);
+    EXPECT_EQ(cross({-5, 0, 0}, {5, 0, 0}, {{0, 0, 0}, 1.1e-6, 0, 2 * PI}).size(), 2u);
+}
+
+TEST(LineArcIntersection, SecondPointAloneComesFirst)
+{
+    point p1{7, 7, 7}, p2{7, 7, 7};
+    const point a{-20, 0, 0}, b{20, 0, 0}, centre{};
+    EXPECT_EQ(
+        pg_line_arc_intersect(a.data(), b.data(), centre.data(), 10, -PI / 2, PI / 2, p1.data(), p2.data()), 1);
+    EXPECT_NEAR(p1[0], 10, 1e-12);
+    EXPECT_EQ(p2, (point{7, 7, 7}));
+}
+
+TEST(LineArcIntersection, EndOfTheArcAtAngleZeroCountsFromBothSides)
+{
+    for (const double y : {-0.9e-6, -1e-9, 0.0, 1e-9}) {
+        EXPECT_EQ(cross({5, y, 0}, {15, y, 0}, {{0, 0, 0}, 10, 0, PI / 2}).size(), 1u) << y;
+        EXPECT_EQ(cross({5, -y, 0}, {15, -y, 0}, {{0, 0, 0}, 10, 3 * PI / 2, 2 * PI}).size(), 1u) << y;
+        EXPECT_EQ(cross({5, -y, 0}, {15, -y, 0}, {{0, 0, 0}, 10, 3 * PI / 2, 0}).size(), 1u) << y;
+    }
+    EXPECT_EQ(cross({5, -1.1e-6, 0}, {15, -1.1e-6, 0}, {{0, 0, 0}, 10, 0, PI / 2}).size(), 0u);
+    EXPECT_EQ(cross({5, 1.1e-6, 0}, {15, 1.1e-6, 0}, {{0, 0, 0}, 10, 3 * PI / 2, 2 * PI}).size(), 0u);
+}
+
 TEST(LineArcIntersection, SegmentMayFallShortByAMillionth)
 {
     const test_arc whole{{0, 0, 0}, 10, 0, 2 * PI};
@@ -312,14 +397,12 @@ TEST(ArcArcIntersection, Cases)
         {"one centre, two radii", {{0, 0, 0}, 5, 0, PI}, {{0, 0, 0}, 6, 0, PI}, {}},
     };
     for (const place& p : PLACES)
-        for (test_arc a : {test_arc{}})
-            for (const arc_arc_case& c : cases) {
-                a = c.a;
-                test_arc b = c.b;
-                a.centre = moved(a.centre, p);
-                b.centre = moved(b.centre, p);
-                expect_points(cross(a, b), c.expected, p, 1e-8, c.name);
-            }
+        for (const arc_arc_case& c : cases) {
+            test_arc a = c.a, b = c.b;
+            a.centre = moved(a.centre, p);
+            b.centre = moved(b.centre, p);
+            expect_points(cross(a, b), c.expected, p, 1e-8, c.name);
+        }
 }
 
 TEST(ArcArcIntersection, TouchingWithinAMillionth)
@@ -336,6 +419,15 @@ TEST(ArcArcIntersection, TouchingWithinAMillionth)
     };
     EXPECT_EQ(inside(1.1e-6), 0u);
     EXPECT_EQ(inside(-1e-4), 2u);
+}
+
+TEST(ArcArcIntersection, CentresAMillionthApartAreTwoCircles)
+{
+    const test_arc a{{0, 0, 0}, 5, 0, 2 * PI};
+    const auto apart = cross(a, {{1e-6, 0, 0}, 5, 0, 2 * PI});
+    expect_points(apart, {{0, 5, 0}, {0, -5, 0}}, PLACES[0], 1e-6, "apart");
+    const auto as_one = cross(a, {{0.9e-6, 0, 0}, 5, 0, 2 * PI}); // the ends of the first
+    expect_points(as_one, {{5, 0, 0}, {5, 0, 0}}, PLACES[0], 1e-6, "as one");
 }
 
 TEST(ArcArcIntersection, NearlyEqualCirclesGiveNumbersOrNothing)

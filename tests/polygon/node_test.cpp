@@ -146,6 +146,10 @@ TEST(Nodes, Join)
         {"just apart in x", {{5, 0}}, {{5 + 1.1e-6, 0}}, {{5, 0}, {5 + 1.1e-6, 0}}},
         {"just apart in y", {{5, 0}}, {{5, 1.1e-6}}, {{5, 0}, {5, 1.1e-6}}},
         {"a single meeting node", {{0, 0}, {5, 0}}, {{5, 0, 4}}, {{0, 0}, {5, 0, 4}}},
+        {"meeting, the last has the negative zero of a chain turned round",
+         {{0, 0}, {5, 0, -0.0}},
+         {{5, 0, 2}, {6, 0}},
+         {{0, 0}, {5, 0, 2}, {6, 0}}},
     };
     for (const join_case& c : cases) {
         const int before = test_heap::live_blocks();
@@ -179,6 +183,8 @@ TEST(Nodes, NextWrappedDoesNotRepeatTheFirstNodeOfAClosedChain)
     EXPECT_EQ(pg_next_wrapped(last(open.get()), open.get()), open.get());
     EXPECT_EQ(pg_next_wrapped(last(closed.get()), closed.get()), closed->next);
     EXPECT_EQ(pg_next_wrapped(last(nearly.get()), nearly.get()), nearly.get());
+    const auto lone = make_chain({{0, 0}});
+    EXPECT_EQ(pg_next_wrapped(lone.get(), lone.get()), lone.get());
 }
 
 struct shape_case {
@@ -197,7 +203,11 @@ TEST(Nodes, Orientation)
         {"lowest in the middle", {{4, 4}, {0, 4}, {2, 0}}, -1},
         {"lowest at the end", {{0, 4}, {4, 4}, {2, 0}}, 1},
         {"closed a hair below its head", {{0, 0}, {4, 0}, {4, 4}, {0, 4}, {0, -5e-7}}, -1},
-        {"first of two lowest", {{4, 4}, {0, 0}, {4, 0}}, -1},
+        {"figure of eight, its left corner first", {{0, 0}, {10, 4}, {10, 0}, {0, 4}}, -1},
+        {"figure of eight, its right corner first", {{10, 0}, {0, 4}, {0, 0}, {10, 4}}, 1},
+        {"double node at the lowest, amid the chain", {{4, 4}, {0, 4}, {2, 1e-7}, {2, 0}, {3, 3}}, -1},
+        {"the same clockwise", {{3, 3}, {2, 1e-7}, {2, 0}, {0, 4}, {4, 4}}, 1},
+        {"both neighbours in one line", {{0, 0}, {2, 2}, {4, 4}}, -1},
         {"spur at the lowest node", {{0, 0}, {4, 4}, {0, 0}, {-4, 4}}, -1},
         {"bulges are ignored", {{0, 0, -5}, {4, 0, -5}, {4, 4, -5}}, -1},
         {"double node behind the lowest", {{0, 0}, {0, 0}, {4, 0}, {4, 4}}, -1},
@@ -259,6 +269,7 @@ TEST(Nodes, PointInside)
         {"on the left edge", 0, 2, 1},
         {"on the right edge", 10, 2, 1},
         {"a hair outside the left edge", -0.9e-6, 2, 1},
+        {"a hair outside, on the limit", -1e-6, 2, 1},
         {"outside it", -1.1e-6, 2, 0},
         {"on the lower edge, within", 5, 0, 1},
         {"on the upper edge", 1, 10, 0},

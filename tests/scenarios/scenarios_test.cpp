@@ -127,8 +127,15 @@ TEST_P(Scenario, RunsAsExpected)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Sessions, Scenario, testing::ValuesIn(scenario_names()),
-                         [](const auto& scenario) { return scenario.param; });
+// Names of tests have no dashes.
+std::string test_name(const testing::TestParamInfo<std::string>& scenario)
+{
+    std::string name = scenario.param;
+    std::replace(name.begin(), name.end(), '-', '_');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Sessions, Scenario, testing::ValuesIn(scenario_names()), test_name);
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(Scenario);
 
 } // namespace

@@ -1,6 +1,7 @@
 // The legacy program's directory in lines 3 and 4 of config.pik.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
 #include "settings/config_directory.h"
@@ -88,6 +89,17 @@ TEST(ConfigDirectory, OnlyATextOf123BytesAtMostNamesTheInstallation)
         set_config_directory("C:\\A");
         EXPECT_EQ(read_text(session.config), c.found ? "1\n2\nC:\n\\A\n" : "1\n2\n3\n4\n") << c.length;
     }
+}
+
+TEST(ConfigDirectory, NothingWithoutItsTemporaryFile)
+{
+    installed session;
+    write_text(session.config, "1\n2\n3\n4\n");
+    std::filesystem::create_directory(session.scratch); // can't be opened for writing
+    set_config_directory("C:\\A");
+    EXPECT_EQ(read_text(session.config), "1\n2\n3\n4\n");
+    EXPECT_EQ(session.printed, "");
+    EXPECT_TRUE(session.heap_is_as_before());
 }
 
 TEST(ConfigDirectory, NothingWithoutAnInstallationOrItsFile)

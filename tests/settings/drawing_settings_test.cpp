@@ -274,6 +274,15 @@ TEST(SaveSettings, NoScratchFileLosesTheProjectLines)
     EXPECT_EQ(read_text(session.settings), "clfil=new\n");
 }
 
+TEST(SaveSettings, DrawingWithoutAnExtensionWritesBesideTheDottedDirectory)
+{
+    job session;
+    fake.lisp["low_elev"] = real_value(1.0); // an option: in the block, not in the file
+    fake.lisp["clfil"] = real_value(1.0);
+    save_drawing_settings((session.directory() + "B.C/NAME").c_str());
+    EXPECT_EQ(read_text(session.directory() + "B.ini"), "clfil=1.000000\n");
+}
+
 TEST(SaveSettings, UnwritableFileIsToldAndTheBlockIsMade)
 {
     job session;

@@ -1,6 +1,7 @@
 // The memory of picked files in the drawing's settings file.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
 #include "common/directories.h"
@@ -139,6 +140,37 @@ TEST(RememberFile, WithoutAScratchFileOnlyTheNewLineIsLeft)
     text_set(data_dir, session.directory() + "none/");
     remember("C:\\X.PLN");
     EXPECT_EQ(read_text(session.settings), "PROJECT=C:\\X.PLN\n");
+}
+
+TEST(RememberFile, ScratchFileThatIsNotToBeWrittenComesInAsItIs)
+{
+    job session;
+    write_text(session.settings, "clfil=a\n");
+    // Nobody may make files there, so that it can be read and not be replaced.
+    const std::string protected_file = "/proc/sys/kernel/ostype";
+    std::filesystem::create_symlink(protected_file, session.scratch);
+    remember("C:\\X.PLN");
+    EXPECT_EQ(read_text(session.settings), "PROJECT=C:\\X.PLN\n" + read_text(protected_file));
+}
+
+TEST(RememberFile, SettingsThatCannotBeWrittenAreNoMatter)
+{
+    job session;
+    fake.variables["DWGPREFIX"] = text_value(session.directory() + "none/");
+    EXPECT_EQ(remember("C:\\X.PLN"), "PROJECT=C:\\X.PLN");
+    EXPECT_EQ(remembered("pln"), "");
+    EXPECT_EQ(session.printed, "");
+    EXPECT_TRUE(session.heap_is_as_before());
+}
+
+TEST(RememberFile, OtherLinesAreReadInPiecesOf122Characters)
+{
+    job session;
+    const std::string fits = "a=" + std::string(119, 'x'), longer = "b=" + std::string(121, 'y');
+    write_text(session.settings, fits + "\n" + longer + "\n");
+    remember("C:\\X.PLN");
+    EXPECT_EQ(read_text(session.settings),
+              "PROJECT=C:\\X.PLN\n" + fits + "\n" + longer.substr(0, 122) + "\ny\n");
 }
 
 TEST(RememberFile, LongPathIsCutToTheBuffer)

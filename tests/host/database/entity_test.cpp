@@ -212,6 +212,20 @@ TEST_F(Entities, PartsCannotBeErasedAlone)
     EXPECT_EQ(last(), 0u);
 }
 
+TEST_F(Entities, ListWithoutALayerGoesOnTheCurrentOne)
+{
+    make("0 LAYER;2 FENCE;70 0");
+    db.set_header("$CLAYER", {db.text_group(8, "FENCE")});
+    const auto layer = [&](object_id id) { return std::string(db.text_of(db.at(id).groups, 8)); };
+    EXPECT_EQ(layer(made("0 LINE;10 0,0,0;11 1,1,1")), "FENCE");
+    EXPECT_EQ(layer(made("0 LINE;8 HEDGE;10 0,0,0;11 1,1,1")), "HEDGE");
+    for (const char* list : {"0 POLYLINE;8 HEDGE", "0 VERTEX;10 0,0,0", "0 SEQEND",
+                             "0 BLOCK;2 TREE;70 0;10 0,0,0", "0 POINT;10 0,0,0", "0 ENDBLK"})
+        EXPECT_EQ(make(list), RTNORM) << list;
+    EXPECT_EQ(layer(next(last())), "HEDGE") << "a part follows what it belongs to";
+    EXPECT_EQ(layer(first_entity(db, db.record("BLOCK_RECORD", "TREE"))), "FENCE");
+}
+
 TEST_F(Entities, WrongSequenceFailsAndDropsWhatIsPending)
 {
     const struct {

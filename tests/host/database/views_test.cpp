@@ -700,6 +700,36 @@ TEST_F(Views, VerticesOfATurnedPolylineArePlacedInTheWorld)
     line->close();
 }
 
+TEST_F(Views, VerticesOfATurnedLightweightPolylineArePlacedInTheWorld)
+{
+    auto* line = new AcDbPolyline;
+    line->setElevation(5);
+    line->addVertexAt(0, {2, 3});
+    line->addVertexAt(1, {4, 6}, 0.5);
+    const AcDbObjectId id = keep(line);
+    group* normal = find(drawing().modify(id.index), 210);
+    ASSERT_TRUE(normal);
+    const group behind = *normal;
+    for (const bool in_front : {false, true}) {
+        group_list& groups = drawing().modify(id.index);
+        std::erase_if(groups, [](const group& g) { return g.code == 210; });
+        group seen_from_below = behind;
+        seen_from_below.point[2] = -1; // what mirroring leaves
+        if (in_front)
+            groups.insert(groups.begin() + (find(groups, 10) - groups.data()), seen_from_below);
+        else
+            groups.push_back(seen_from_below);
+        line = open<AcDbPolyline>(id);
+        AcGePoint3d at;
+        ASSERT_EQ(line->getPointAt(1, at), Acad::eOk);
+        EXPECT_EQ(at.x, -4.0) << in_front;
+        EXPECT_EQ(at.y, 6.0) << in_front;
+        EXPECT_EQ(at.z, -5.0) << in_front;
+        EXPECT_EQ(line->elevation(), 5.0);
+        line->close();
+    }
+}
+
 // ---- tables
 
 TEST_F(Views, ALayerIsAddedWithAllThatALayerHas)

@@ -89,6 +89,7 @@ TEST_F(Questions, FileDialogsHandTheAnswerOnAsTyped)
     EXPECT_EQ(file("^C", "x.txt"), "RTCAN");
     EXPECT_EQ(file("\n", "C:\\JOBS\\x.txt"), "RTNORM C:\\JOBS\\x.txt") << "Enter takes what is offered";
     EXPECT_EQ(file("\n", "C:\\JOBS\\"), "RTCAN") << "a directory is no file";
+    EXPECT_EQ(file("\n", "/usr"), "RTCAN") << "with no separator behind it neither";
     EXPECT_EQ(file("\n", nullptr), "RTCAN");
     EXPECT_EQ(file("", "x.txt"), "RTCAN") << "the answers have ended";
     EXPECT_EQ(host::answers_ended_at(), "[file] Pick");

@@ -1,0 +1,1 @@
+zentrik run --input answers.txt questions.lsp

@@ -1,0 +1,5 @@
+job : dialog {
+    label = "Job";
+    : edit_box { key = "name"; label = "Name"; }
+    ok_cancel;
+}

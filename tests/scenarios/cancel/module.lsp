@@ -1,0 +1,13 @@
+; A cancel at a prompt of the module ends what the module does; the program goes on.
+(defun *error* (message) (princ "\n*error* was called: ") (princ message))
+(print (cf:zentutil usrdir$ 15 tmpdir$ lspdir$))
+(princ "\ngoing on after the format")
+(print (cf:zentutil usrdir$ 15 tmpdir$ lspdir$))
+(princ "\ngoing on after the dialog")
+(print (cf:zentutil usrdir$ 15 tmpdir$ lspdir$))
+(princ "\ngoing on after the file")
+(print (cf:zentutil usrdir$ 15 tmpdir$ lspdir$))
+(princ "\ngoing on after the selection")
+(print (findfile "never.pln"))
+(setq *error* nil)
+(princ)

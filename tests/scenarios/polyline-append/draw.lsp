@@ -1,0 +1,7 @@
+(defun lw (color flags vertices)
+  (entmake (append (list '(0 . "LWPOLYLINE") '(100 . "AcDbEntity") '(8 . "0") (cons 62 color) '(100 . "AcDbPolyline")
+                         (cons 90 (length vertices)) (cons 70 flags) '(38 . 1.5))
+                   (mapcar '(lambda (v) (cons 10 v)) vertices))))
+(lw 1 0 '((0 0) (1 2)))
+(lw 2 1 '((5 5) (6 5) (6 6)))
+(princ)

@@ -1,0 +1,1 @@
+zentrik run -i read.answers read.lsp

@@ -1,0 +1,25 @@
+; Prints the polylines of the drawing, oldest first, and erases them: kind, layer, colour, then the vertices.
+(defun at (code groups) (cdr (assoc code groups)))
+(defun point-text (p)
+  (strcat " " (rtos (car p) 2 2) "," (rtos (cadr p) 2 2) "," (rtos (caddr p) 2 2)))
+(defun light-points (groups / text)
+  (setq text "")
+  (foreach g groups
+    (if (= (car g) 10) (setq text (strcat text (point-text (list (cadr g) (caddr g) (at 38 groups)))))))
+  text)
+(defun old-points (e / text)
+  (setq text "")
+  (while (= (at 0 (entget (setq e (entnext e)))) "VERTEX")
+    (setq text (strcat text (point-text (at 10 (entget e))))))
+  text)
+(defun show (title / e groups kind)
+  (princ (strcat "\n-- " title))
+  (setq e (entnext))
+  (while e
+    (setq groups (entget e) kind (at 0 groups))
+    (if (member kind '("LWPOLYLINE" "POLYLINE"))
+      (princ (strcat "\n" kind " " (at 8 groups) " " (if (at 62 groups) (itoa (at 62 groups)) "by layer") " flags "
+                     (itoa (at 70 groups)) ":" (if (= kind "POLYLINE") (old-points e) (light-points groups)))))
+    (setq e (entnext e)))
+  (while (setq e (entlast)) (entdel e))
+  (terpri))

@@ -1,0 +1,1 @@
+../polyline-write-own/draw.lsp

@@ -1,0 +1,1 @@
+zentrik run -i lines.answers draw.lsp -e '(c:plwrite)'

@@ -1,0 +1,11 @@
+(defun show-file (name / in line)
+  (princ (strcat "\n" name ":"))
+  (if (setq in (open name "r"))
+    (progn
+      (while (setq line (read-line in)) (princ (strcat "\n  [" line "]")))
+      (close in))
+    (princ " none"))
+  (princ "\n"))
+(defun operation (arguments)
+  (prin1 (apply 'cf:zentutil (cons "C:\\JOB\\user\\" arguments)))
+  (princ))

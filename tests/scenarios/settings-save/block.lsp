@@ -1,0 +1,23 @@
+; What the drawing holds of its settings: the block's head and each attribute's tag and value.
+(defun settings-block (/ block entity groups out)
+  (setq block (tblsearch "BLOCK" "ZENTSETV")
+        entity (cdr (assoc -2 block)))
+  (while entity
+    (setq groups (entget entity)
+          out (cons (list (cdr (assoc 0 groups)) (cdr (assoc 2 groups)) (cdr (assoc 1 groups))
+                          (cdr (assoc 3 groups)) (cdr (assoc 70 groups)) (cdr (assoc 40 groups)))
+                    out)
+          entity (entnext entity)))
+  (list (cdr (assoc 70 block)) (cdr (assoc 10 block)) (reverse out)))
+(defun show-file (name / in line)
+  (princ (strcat "\n" name ":"))
+  (if (setq in (open name "r"))
+    (progn
+      (while (setq line (read-line in)) (princ (strcat "\n  [" line "]")))
+      (close in))
+    (princ " none")))
+(princ "\nblock: ")
+(princ (if (tblsearch "BLOCK" "ZENTSETV") (settings-block)))
+(princ "\nreferences: ")
+(princ (ssget "X" '((0 . "INSERT") (2 . "ZENTSETV"))))
+(princ)

@@ -1,0 +1,38 @@
+; A job's settings, saved by the product's programs: twice with other values, and while saving is off.
+(load "block.lsp")
+(setq drawing (strcat (getvar "DWGPREFIX") (getvar "DWGNAME")))
+(defun save () (cf:zentutil "C:\\JOB\\user\\" 26 drawing))
+
+(setq clfil " C:\\JOB\\MAIN.CL \r\n" crdfile "C:\\JOB\\SITE.CRD" file1 7 file2 2.5 finalf '(1 2) fname 70000
+      tplfil "C:\\JOB\\LAST.TPL" bearoraz "A" sv:sm 20.0 is_metric 1 pnl "" low_elev -1.5)
+(princ "\n--- first save: ")
+(princ (save))
+(show-file "C:\\JOB\\SITE.ini")
+(show-file "C:\\JOB\\user\\temp.txt")
+(princ "\nblock: ")
+(princ (settings-block))
+(princ "\nclfil is still ")
+(prin1 clfil)
+
+(setq clfil nil crdfile "D:\\SITE.CRD" file1 1e20 bearoraz nil pnl "SRVPNO2" high_elev 300)
+(princ "\n--- second save: ")
+(princ (save))
+(show-file "C:\\JOB\\SITE.ini")
+(princ "\nblock: ")
+(princ (settings-block))
+
+(princ "\n--- saving is off: ")
+(setq do_ini 0 crdfile "E:\\SITE.CRD" pnl "SRVPNO3")
+(princ (save))
+(show-file "C:\\JOB\\SITE.ini")
+(princ "\npnl: ")
+(princ (nth 10 (caddr (settings-block))))
+
+(princ "\n--- a file that can't be written: ")
+(setq do_ini 1)
+(princ (cf:zentutil "C:\\JOB\\user\\" 26 "C:\\NOWHERE\\SITE.DWG"))
+(princ "\npnl: ")
+(princ (nth 10 (caddr (settings-block))))
+(princ "\n--- no path: ")
+(princ (cf:zentutil "C:\\JOB\\user\\" 26))
+(princ)
