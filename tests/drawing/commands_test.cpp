@@ -224,6 +224,24 @@ TEST_F(Asking, MissingLayerDialogIsToldWithAPause)
     EXPECT_NE(told.find("\nLoad Dialog Error in zentfile.dcl"), std::string::npos) << told;
     EXPECT_NE(told.find("\nPress ENTER to continue."), std::string::npos) << told;
     EXPECT_NE(trace.find("ads_unload_dialog"), std::string::npos) << trace;
+
+    // A name that nobody could mend is refused, and no other value of the call becomes a layer.
+    trace = layer_commands("a:b", 5, "\n");
+    EXPECT_NE(trace.find("(\"_.LAYER\" \"_M\" \"A:B\" \"_C\" 5 \"A:B\" \"\") -> RTERROR"), std::string::npos)
+        << trace;
+    EXPECT_EQ(
+        session.lisp("(list (getvar \"CLAYER\") (cdr (assoc 2 (tblnext \"LAYER\" t))) (tblnext \"LAYER\"))"),
+        "(\"0\" \"0\" nil)");
+}
+
+TEST_F(Asking, ColourThatIsNoLayersLeavesNoCommandOpen)
+{
+    const std::string trace = layer_commands("fence", 256);
+    EXPECT_NE(trace.find("\"_C\" 256 \"FENCE\" \"\") -> RTERROR"), std::string::npos) << trace;
+    EXPECT_EQ(session.lisp("(list (getvar \"CLAYER\") (cdr (assoc 62 (tblsearch \"LAYER\" \"FENCE\"))))"),
+              "(\"FENCE\" 7)");
+    layer_commands("0", 7);
+    EXPECT_EQ(session.lisp("(getvar \"CLAYER\")"), "\"0\"");
 }
 
 } // namespace
