@@ -17,7 +17,7 @@
 namespace
 {
 
-constexpr int VERTICES = 8;
+constexpr int VERTICES = 10;
 
 // Lightweight polylines on a survey grid; one of ten has an arc.
 void draw_polylines(long count)

@@ -89,6 +89,20 @@ std::vector<db::object_id> layers_of(command_io& io, std::string_view list)
     return found;
 }
 
+// Tells what is wrong with an answer. A user is asked again; a program's next value was meant for another
+// prompt, so the command ends.
+void refuse(command_io& io, const std::string& message)
+{
+    if (!io.is_typed())
+        throw command_failed{"LAYER: " + message};
+    io.say(message);
+}
+
+void refuse_name(command_io& io, std::string_view name)
+{
+    refuse(io, "Invalid layer name \"" + std::string(name) + "\".");
+}
+
 task<std::vector<db::object_id>> ask_layers(command_io& io, std::string prompt, bool or_current)
 {
     if (or_current)
@@ -137,7 +151,7 @@ task<> make_layer(command_io& io)
             co_return;
         db::object_id layer = io.data().record("LAYER", trimmed(given.text));
         if (!layer && !is_symbol_name(trimmed(given.text))) {
-            io.say("Invalid layer name.");
+            refuse_name(io, given.text);
             continue;
         }
         if (!layer)
@@ -158,13 +172,11 @@ task<> set_layer(command_io& io)
             co_return;
         const db::object_id layer = io.data().record("LAYER", trimmed(given.text));
         if (!layer) {
-            io.say("Cannot find layer \"" + given.text + "\".");
-            if (!io.is_typed())
-                throw command_failed{"LAYER: there is no layer \"" + given.text + "\"."};
+            refuse(io, "Cannot find layer \"" + given.text + "\".");
             continue;
         }
         if (db::int_of(io.data().at(layer).groups, 70, 0) & FROZEN) {
-            io.say("Cannot set a frozen layer current.");
+            refuse(io, "Cannot set a frozen layer current.");
             continue;
         }
         make_current(io, layer);
@@ -177,15 +189,19 @@ task<> new_layers(command_io& io)
     const answer given = co_await io.ask(ask_text("\nEnter name list for new layer(s): "));
     if (given.none())
         co_return;
+    std::vector<std::string_view> wanted;
     for (const std::string_view part : split_commas(given.text)) {
         const std::string_view name = trimmed(part);
         if (io.data().record("LAYER", name))
             io.say("Layer \"" + std::string(name) + "\" already exists.");
         else if (!is_symbol_name(name))
-            io.say("Invalid layer name.");
+            refuse_name(io, name);
         else
-            new_layer(io, name);
+            wanted.push_back(name);
     }
+    for (const std::string_view name : wanted)
+        if (!io.data().record("LAYER", name)) // it may stand in the list twice
+            new_layer(io, name);
 }
 
 task<> turn_off(command_io& io)
@@ -215,7 +231,7 @@ task<> color_layers(command_io& io)
             co_return;
         color = color_of_text(given.text);
         if (color < 1 || color > 255)
-            io.say("A color number from 1 to 255 or a standard color name is required.");
+            refuse(io, "A color number from 1 to 255 or a standard color name is required.");
     }
     const std::string prompt = "\nEnter name list of layer(s) for color " + color_text(color);
     for (const db::object_id layer : co_await ask_layers(io, prompt, true))

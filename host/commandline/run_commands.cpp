@@ -204,10 +204,10 @@ int run_values(std::deque<input> values)
                 failed = true;
             }
         }
-        failed = failed || how == ending::failed;
-        if (how == ending::cancelled) {
+        // The rest was meant for that command: it must not act as names of others.
+        if (how == ending::cancelled || how == ending::failed) {
             sent.waiting.clear();
-            return RTCAN;
+            return how == ending::cancelled ? RTCAN : RTERROR;
         }
     }
     return failed || sent.refused ? RTERROR : RTNORM;

@@ -90,7 +90,7 @@ constexpr way WAYS[] = {
     {"ALL", 0, [](const search& s) { return all_objects(s.data); }},
     {"L", 0, last_alone},
     {"P", 0, [](const search& s) { return previous_selection(s.doc); }},
-    {"I", 0, [](const search&) { return object_list(); }}, // nothing is ever picked before a command here
+    {"I", 0, [](const search& s) { return db::chosen(s.data); }},
     {"W", 2, [](const search& s) { return objects_in_window(s.data, s.a(), s.b(), region::inside); }},
     {"C", 2, [](const search& s) { return objects_in_window(s.data, s.a(), s.b(), region::crossing); }},
     {"WP", 1, [](const search& s) { return objects_in_polygon(s.data, points_of(s.first), region::inside); }},

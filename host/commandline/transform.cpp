@@ -10,17 +10,13 @@
 #include <vector>
 
 #include "host/database/entities.h"
+#include "host/database/transform.h"
 
 namespace host::commandline
 {
 
 namespace
 {
-
-point3 cross(const point3& a, const point3& b)
-{
-    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-}
 
 double dot(const point3& a, const point3& b)
 {
@@ -300,16 +296,11 @@ void mapping::to_matrix(double out[4][4]) const
     out[3][3] = 1.0;
 }
 
-// An extrusion direction close to the world's z takes the world's y to find its x, any other the world's z.
 plane_axes axes_of(const point3& extrusion)
 {
-    constexpr double CLOSE = 1.0 / 64.0;
-    plane_axes axes;
-    axes.z = unit(extrusion);
-    const bool close = std::abs(axes.z.x) < CLOSE && std::abs(axes.z.y) < CLOSE;
-    axes.x = unit(cross(close ? point3{0, 1, 0} : point3{0, 0, 1}, axes.z));
-    axes.y = cross(axes.z, axes.x);
-    return axes;
+    const db::transform plane = db::plane_of({extrusion.x, extrusion.y, extrusion.z});
+    const auto axis = [](const db::vec& v) { return point3{v.x, v.y, v.z}; };
+    return {axis(plane.ex), axis(plane.ey), axis(plane.ez)};
 }
 
 point3 plane_axes::to_world(const point3& p) const

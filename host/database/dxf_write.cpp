@@ -392,7 +392,7 @@ bool write_dxf(database& db, const std::string& path, dxf_version version, bool 
     const std::string text = run_settings().crlf ? with_carriage_returns(to.text()) : to.text();
     if (!replace_file(path, text, keep_backup ? backup_of(path) : std::string(), nullptr)) {
         if (error)
-            *error = {path, 0, std::strerror(errno)};
+            *error = {path, 0, std::string("the file can't be written: ") + std::strerror(errno)};
         return false;
     }
     if (const std::string lost = to.lost(); !lost.empty())

@@ -61,6 +61,7 @@ struct selection_set {
 
 struct set_table {
     std::map<std::int32_t, selection_set> sets;
+    std::vector<object_id> chosen;
     explicit set_table(database&) {}
     set_table(const set_table&) = delete;
     set_table& operator=(const set_table&) = delete;
@@ -117,6 +118,18 @@ std::vector<object_id> set_members(database& db, const std::int32_t* name)
         if (id && !is_erased(db, id))
             members.push_back(id);
     return members;
+}
+
+void set_chosen(database& db, std::vector<object_id> ids)
+{
+    db.part<set_table>().chosen = std::move(ids);
+}
+
+std::vector<object_id> chosen(database& db)
+{
+    std::vector<object_id> there = db.part<set_table>().chosen;
+    std::erase_if(there, [&db](object_id id) { return is_erased(db, id); });
+    return there;
 }
 
 bool is_set(database& db, const std::int32_t* name)

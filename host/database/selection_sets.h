@@ -16,6 +16,9 @@ void make_set(database& db, const std::vector<object_id>& ids, std::int32_t* nam
 // What the set holds, in its order, objects that have been erased since left out.
 std::vector<object_id> set_members(database& db, const std::int32_t* name);
 bool is_set(database& db, const std::int32_t* name);
+// Objects picked before a command is given, which selection mode I answers with.
+void set_chosen(database& db, std::vector<object_id> ids);
+std::vector<object_id> chosen(database& db);
 // Sets made and not yet freed, in all open drawings.
 std::size_t live_sets();
 

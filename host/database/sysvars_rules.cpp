@@ -15,6 +15,7 @@
 #include "host/database/entities.h"
 #include "host/database/geometry.h"
 #include "host/database/sysvars_table.h"
+#include "host/database/transform.h"
 #include "host/files/paths.h"
 
 namespace host::db
@@ -199,45 +200,25 @@ set_result set_viewport(document& doc, const resbuf& value)
 namespace
 {
 
-using vector = std::array<double, 3>;
-
-vector cross(const vector& a, const vector& b)
-{
-    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
-vector unit(const vector& v)
-{
-    const double length = std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]);
-    return length > 0 ? vector{v[0] / length, v[1] / length, v[2] / length} : vector{0, 0, 1};
-}
-
 struct active_view {
     double center[2] = {6, 4.5};
     double height = 9, aspect = 4.0 / 3.0, twist = 0;
-    vector direction = {0, 0, 1}, target = {0, 0, 0};
+    vec direction{0, 0, 1}, target{};
 
     // A place of the view's plane, seen from its centre, in the drawing.
-    vector world(double right, double up) const
+    vec world(double right, double up) const
     {
-        constexpr double NEARLY_UPRIGHT = 1.0 / 64.0; // the drawing's rule for arbitrary axes
-        const vector z = unit(direction);
-        const bool upright = std::fabs(z[0]) < NEARLY_UPRIGHT && std::fabs(z[1]) < NEARLY_UPRIGHT;
-        const vector x = unit(cross(upright ? vector{0, 1, 0} : vector{0, 0, 1}, z));
-        const vector y = cross(z, x);
+        const transform plane = plane_of(direction);
         const double c = std::cos(twist), s = std::sin(twist);
         const double px = center[0] + right, py = center[1] + up;
-        const double along = c * px + s * py, across = c * py - s * px;
-        vector out{};
-        for (std::size_t i = 0; i < 3; ++i)
-            out[i] = target[i] + along * x[i] + across * y[i];
-        return out;
+        return target + plane.ex * (c * px + s * py) + plane.ey * (c * py - s * px);
     }
 };
 
-vector point_of(const group_list& groups, int code, const vector& otherwise)
+vec point_of(const group_list& groups, int code, const vec& otherwise)
 {
     const group* found = find(groups, code);
-    return found ? vector{found->point[0], found->point[1], found->point[2]} : otherwise;
+    return found ? vec{found->point[0], found->point[1], found->point[2]} : otherwise;
 }
 
 active_view view_of(document& doc)
@@ -248,9 +229,9 @@ active_view view_of(document& doc)
     if (!record)
         return view;
     const group_list& groups = db.at(record).groups;
-    const vector center = point_of(groups, 12, {view.center[0], view.center[1], 0});
-    view.center[0] = center[0];
-    view.center[1] = center[1];
+    const vec center = point_of(groups, 12, {view.center[0], view.center[1], 0});
+    view.center[0] = center.x;
+    view.center[1] = center.y;
     view.height = real_of(groups, 40, view.height);
     view.aspect = real_of(groups, 41, view.aspect);
     view.twist = real_of(groups, 51, 0);
@@ -259,9 +240,9 @@ active_view view_of(document& doc)
     return view;
 }
 
-list_ptr place_of(const vector& at)
+list_ptr place_of(const vec& at)
 {
-    return place(at[0], at[1], at[2]);
+    return place(at.x, at.y, at.z);
 }
 
 } // namespace
@@ -331,7 +312,7 @@ list_ptr get_extents_high(document& doc)
 
 list_ptr get_world_ucs(document& doc)
 {
-    constexpr std::array<vector, 3> WORLD = {{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}};
+    constexpr double WORLD[3][3] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
     constexpr std::array<const char*, 3> NAMES = {"UCSORG", "UCSXDIR", "UCSYDIR"};
     for (std::size_t i = 0; i < 3; ++i) {
         const list_ptr value = get_variable(doc, NAMES[i]);

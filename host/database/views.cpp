@@ -8,6 +8,7 @@
 #include "host/core/heap.h"
 #include "host/database/entities.h"
 #include "host/database/templates.h"
+#include "host/database/transform.h"
 #include "hostapi/ads.h"
 
 using namespace host::db;
@@ -207,9 +208,18 @@ Acad::ErrorStatus put_bits(AcDbObjectBody* body, const section& where, int code,
     return put_behind(body, where, int_group(code, on ? before | bits : before & ~bits));
 }
 
+AcGePoint3d in_world(const AcGePoint3d& at, const group* normal)
+{
+    if (!normal)
+        return at;
+    const transform plane = plane_of({normal->point[0], normal->point[1], normal->point[2]});
+    const vec place = plane.point({at.x, at.y, at.z});
+    return {place.x, place.y, place.z};
+}
+
 char* new_string(std::string_view text)
 {
-    auto* copy = static_cast<char*>(acad_malloc(text.size() + 1));
+    auto* copy = static_cast<char*>(heap_take(text.size() + 1));
     if (!copy)
         return nullptr;
     if (!text.empty())

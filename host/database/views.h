@@ -86,6 +86,9 @@ Acad::ErrorStatus put_or_leave_out(AcDbObjectBody* body, const section& where, c
 // Sets or clears bits of an integer group.
 Acad::ErrorStatus put_bits(AcDbObjectBody* body, const section& where, int code, int bits, bool on);
 
+// A place of an object's plane in the world; null for no normal is the world's own plane.
+AcGePoint3d in_world(const AcGePoint3d& at, const group* normal);
+
 // A new string of the program's heap.
 char* new_string(std::string_view text);
 

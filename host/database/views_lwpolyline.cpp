@@ -17,7 +17,9 @@ namespace
 {
 
 constexpr int CLOSED = 1, LINETYPE_GENERATION = 128;
-constexpr int POSITION = 10, START_WIDTH = 40, END_WIDTH = 41, BULGE = 42, CONSTANT_WIDTH = 43, COUNT = 90;
+constexpr int FIRST_EXTENDED = 1000;
+constexpr int POSITION = 10, START_WIDTH = 40, END_WIDTH = 41, BULGE = 42, CONSTANT_WIDTH = 43, COUNT = 90,
+              NORMAL = 210;
 const section HEAD = {"AcDbPolyline", {90, 70, 43, 38, 39}, POSITION};
 
 bool of_vertex(int code)
@@ -74,6 +76,20 @@ void put_in_vertex(AcDbObjectBody* body, group_list& groups, unsigned index, int
            groups[place].code < code)
         ++place;
     groups.insert(groups.begin() + static_cast<std::ptrdiff_t>(place), real_group(code, value));
+}
+
+// Of the object's plane; it stands behind the vertices, in some files in front of them.
+const group* normal_of(const AcDbObjectBody* body, const group_list& groups)
+{
+    const database* db = database_behind(body);
+    if (const group* in_head = db ? find_in(*db, groups, HEAD, NORMAL) : nullptr)
+        return in_head;
+    const auto& places = vertices_of(body, groups);
+    for (std::size_t i = places.empty() ? groups.size() : places.back() + 1;
+         i < groups.size() && groups[i].code < FIRST_EXTENDED; ++i)
+        if (groups[i].code == NORMAL)
+            return &groups[i];
+    return nullptr;
 }
 
 struct widths {
@@ -144,7 +160,7 @@ Acad::ErrorStatus AcDbPolyline::getPointAt(unsigned index, AcGePoint3d& point) c
     const group* begin = vertex_begin(body_, groups, index);
     if (!begin)
         return Acad::eInvalidIndex;
-    point = {begin->point[0], begin->point[1], elevation()};
+    point = in_world({begin->point[0], begin->point[1], elevation()}, normal_of(body_, groups));
     return Acad::eOk;
 }
 
@@ -209,7 +225,7 @@ Acad::ErrorStatus AcDbPolyline::addVertexAt(unsigned index, const AcGePoint2d& p
         for (at = places.back() + 1; at < groups->size() && of_vertex((*groups)[at].code); ++at) {
         }
     else
-        while (at > 0 && ((*groups)[at - 1].code >= 1000 || (*groups)[at - 1].code == 210))
+        while (at > 0 && ((*groups)[at - 1].code >= FIRST_EXTENDED || (*groups)[at - 1].code == NORMAL))
             --at;
     const group made[] = {point_group(POSITION, point.x, point.y), real_group(START_WIDTH, wanted.start),
                           real_group(END_WIDTH, wanted.end), real_group(BULGE, bulge)};

@@ -1,6 +1,4 @@
 // views_polyline.cpp: old-style polylines, 2D and 3D, with their vertices.
-#include <cmath>
-
 #include "host/database/entities.h"
 #include "host/database/views.h"
 
@@ -10,7 +8,7 @@ namespace
 {
 
 constexpr int CLOSED = 1, CURVE_FIT = 2, SPLINE_FIT = 4, LINETYPE_GENERATION = 128;
-constexpr int QUADRATIC = 5, CUBIC = 6;
+constexpr int QUADRATIC = 5, CUBIC = 6, NORMAL = 210;
 constexpr int FIT_VERTEX = 1, SPLINE_VERTEX = 8, CONTROL_VERTEX = 16;
 
 const section PLANE_POLYLINE = {"AcDb2dPolyline", {66, 39, 10, 70, 40, 41, 210, 71, 72, 73, 74, 75}};
@@ -119,28 +117,6 @@ AcDbObjectBody* space_polyline_body(AcDb::Poly3dType type, bool closed)
     groups.push_back(int_group(70, IN_SPACE | kind.flags | (closed ? CLOSED : 0)));
     groups.push_back(int_group(75, kind.smoothing));
     return body;
-}
-
-// A place of an object's plane in the world, by the drawing's rule for the axes of a normal.
-AcGePoint3d in_world(const AcGePoint3d& at, const group* normal)
-{
-    constexpr double NEARLY_UPRIGHT = 1.0 / 64.0;
-    if (!normal || (normal->point[0] == 0.0 && normal->point[1] == 0.0 && normal->point[2] > 0.0))
-        return at;
-    const double length = std::sqrt(normal->point[0] * normal->point[0] + normal->point[1] * normal->point[1] +
-                                    normal->point[2] * normal->point[2]);
-    if (!(length > 0.0))
-        return at;
-    const double z[3] = {normal->point[0] / length, normal->point[1] / length, normal->point[2] / length};
-    const bool upright = std::fabs(z[0]) < NEARLY_UPRIGHT && std::fabs(z[1]) < NEARLY_UPRIGHT;
-    // The world's y axis, or its z axis, crossed with the normal.
-    double x[3] = {upright ? z[2] : -z[1], upright ? 0.0 : z[0], upright ? -z[0] : 0.0};
-    const double x_length = std::sqrt(x[0] * x[0] + x[1] * x[1] + x[2] * x[2]);
-    for (double& part : x)
-        part /= x_length;
-    const double y[3] = {z[1] * x[2] - z[2] * x[1], z[2] * x[0] - z[0] * x[2], z[0] * x[1] - z[1] * x[0]};
-    return {at.x * x[0] + at.y * y[0] + at.z * z[0], at.x * x[1] + at.y * y[1] + at.z * z[1],
-            at.x * x[2] + at.y * y[2] + at.z * z[2]};
 }
 
 } // namespace
@@ -272,7 +248,7 @@ AcGePoint3d AcDb2dPolyline::vertexPosition(const AcDb2dVertex& vertex) const
     const database* db = database_behind(body_);
     AcGePoint3d at = vertex.position();
     at.z = elevation(); // a vertex's own z means nothing: the polyline is flat
-    return db ? in_world(at, find_in(*db, groups_behind(body_), PLANE_POLYLINE, 210)) : at;
+    return db ? in_world(at, find_in(*db, groups_behind(body_), PLANE_POLYLINE, NORMAL)) : at;
 }
 
 Acad::ErrorStatus AcDb2dPolyline::appendVertex(AcDb2dVertex* vertex)

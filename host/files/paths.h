@@ -20,6 +20,8 @@ std::optional<std::string> existing_path(std::string_view path);
 // The file for a drawing's name: NAME.DWG stands for NAME.dxf where only that is there, or where
 // neither is there (a new one is written as DXF). No extension: as with .dwg.
 std::string drawing_path(std::string_view path);
+// The file of a drawing that is to be read: as above, but where that isn't there, a file of just that name.
+std::string drawing_to_read(std::string_view path);
 // What files.h opens: a name that ends in .dwg goes by drawing_path, any other by real_path.
 std::string file_path(std::string_view path);
 // A path of this file system as programs hold it: Windows-1252, other characters as \U+XXXX.
@@ -35,7 +37,7 @@ std::string file_name_of(std::string_view path);
 // Whole contents; nothing with errno set when it can't be read.
 std::optional<std::string> read_whole(const std::string& path);
 // Writes beside the file, flushes to disk and renames; the previous file stays as `backup` when that
-// isn't empty. False with `error` when anything fails: then the file is as it was.
+// isn't empty. False with the reason in `error` when anything fails: then the file is as it was.
 bool replace_file(const std::string& path, std::string_view bytes, const std::string& backup,
                   std::string* error);
 

@@ -545,6 +545,8 @@ bool set_registry_value(std::string_view path, registry_value value, std::string
     std::error_code ignored; // the writing tells what is wrong
     std::filesystem::create_directories(directory_of(file), ignored);
     if (!replace_file(file, registry_text(*root), {}, error)) {
+        if (error)
+            error->insert(0, program_path(file) + ": ");
         loaded = {}; // what could not be written is not to be seen either
         return false;
     }

@@ -226,7 +226,7 @@ bool replace_file(const std::string& path, std::string_view bytes, const std::st
         }
     }
     if (!done && error)
-        *error = program_path(path) + ": " + std::strerror(errno);
+        *error = std::strerror(errno);
     return done;
 }
 

@@ -1,6 +1,8 @@
 // evaluator.cpp: evaluation and calls.
 #include <pthread.h>
 
+#include <optional>
+
 #include "host/core/console.h"
 #include "host/core/module.h"
 #include "host/core/session.h"
@@ -75,7 +77,33 @@ void check_types(interpreter& l, const char* types, arguments a)
     }
 }
 
+// Apart from the functions that evaluate, whose frames are to be small because they nest. `form` becomes a
+// call of its own in the chain; null: what fails is the call at hand.
+[[noreturn]] void fail_about(interpreter& l, const value* form, const char* what, const value& about)
+{
+    std::optional<interpreter::call_frame> frame;
+    if (form)
+        frame.emplace(l, form);
+    l.fail(what + (about.is(kind::symbol) ? about.as_symbol()->name : short_text(about, 60)));
+}
+
+void check_count(interpreter& l, int count, int minimum, int maximum)
+{
+    if (count < minimum)
+        l.fail("too few arguments");
+    if (maximum >= 0 && count > maximum)
+        l.fail("too many arguments");
+}
+
 } // namespace
+
+void argument_list::add_to_many(value v)
+{
+    if (count_ == few)
+        for (value& moved : small_)
+            many_.push_back(std::move(moved));
+    many_.push_back(std::move(v));
+}
 
 void check_stack()
 {
@@ -150,36 +178,31 @@ void interpreter::evaluate_arguments(const value& forms, argument_list* into)
     for (; p->is_cell(); p = &p->cdr())
         into->add(eval(p->car()));
     if (p->is_true())
-        fail("bad argument list: " + short_text(forms, 60));
+        fail_about(*this, nullptr, "bad argument list: ", forms);
+}
+
+value interpreter::called_by(const value& form)
+{
+    const value& head = form.car();
+    if (head.is(kind::symbol)) {
+        if (!head.as_symbol()->bound.is_nil())
+            return head.as_symbol()->bound;
+        if (!is_external(head.as_symbol()->name))
+            fail_about(*this, &form, "no function definition: ", head);
+        return value::external(head.as_symbol());
+    }
+    if (!head.is_cell())
+        fail_about(*this, &form, "bad function: ", head);
+    return head.car().is(kind::symbol) && head.car().as_symbol() == lambda_ ? callable(head) : eval(head);
 }
 
 value interpreter::eval_call(const value& form)
 {
     check_stack();
     const value held = form; // a program may redefine the function that it stands in
-    const value& head = held.car();
-    value function;
-    if (head.is(kind::symbol)) {
-        function = head.as_symbol()->bound;
-        if (function.is(kind::special)) {
-            return function.as_special()->run(*this, held.cdr());
-        }
-        if (function.is_nil()) {
-            if (!is_external(head.as_symbol()->name)) {
-                call_frame frame(*this, &held);
-                fail("no function definition: " + head.as_symbol()->name);
-            }
-            function = value::external(head.as_symbol());
-        }
-    } else if (head.is_cell()) {
-        function =
-            head.car().is(kind::symbol) && head.car().as_symbol() == lambda_ ? callable(head) : eval(head);
-        if (function.is(kind::special))
-            return function.as_special()->run(*this, held.cdr());
-    } else {
-        call_frame frame(*this, &held);
-        fail("bad function: " + short_text(head, 60));
-    }
+    const value function = called_by(held);
+    if (function.is(kind::special))
+        return function.as_special()->run(*this, held.cdr());
     argument_list list;
     evaluate_arguments(held.cdr(), &list);
     call_frame frame(*this, &held);
@@ -210,7 +233,7 @@ value interpreter::apply(const value& function, arguments a)
         if (held.is_nil()) {
             if (is_external(function.as_symbol()->name))
                 return call_external(function.as_symbol(), a);
-            fail("no function definition: " + function.as_symbol()->name);
+            fail_about(*this, nullptr, "no function definition: ", function);
         }
         if (!held.is(kind::symbol))
             return apply(held, a);
@@ -219,7 +242,7 @@ value interpreter::apply(const value& function, arguments a)
     default:
         break;
     }
-    fail("bad function: " + short_text(function, 60));
+    fail_about(*this, nullptr, "bad function: ", function);
 }
 
 value interpreter::call(const value& function, std::initializer_list<value> values)
@@ -288,20 +311,15 @@ value interpreter::make_function(symbol* name, const value& parameters, const va
 
 value interpreter::call_builtin(const builtin& b, arguments a)
 {
-    if (a.count < b.minimum)
-        fail("too few arguments");
-    if (b.maximum >= 0 && a.count > b.maximum)
-        fail("too many arguments");
+    check_count(*this, a.count, b.minimum, b.maximum);
     check_types(*this, b.types, a);
     return b.run(*this, a);
 }
 
 value interpreter::call_function(function_object* f, arguments a)
 {
-    if (a.count < static_cast<int>(f->parameters.size()))
-        fail("too few arguments");
-    if (a.count > static_cast<int>(f->parameters.size()))
-        fail("too many arguments");
+    const int wanted = static_cast<int>(f->parameters.size());
+    check_count(*this, a.count, wanted, wanted);
     poll();
     check_stack();
     struct source_guard {

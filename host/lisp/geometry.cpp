@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "host/core/text.h"
+#include "host/database/transform.h"
 #include "host/lisp/builtins.h"
 #include "host/lisp/convert.h"
 #include "host/lisp/variables.h"
@@ -81,16 +82,11 @@ vector unit(const vector& v)
     return length > 0 ? vector{v[0] / length, v[1] / length, v[2] / length} : vector{0, 0, 1};
 }
 
-// The arbitrary axis rule: x of a normal near the z axis comes from the world's y, else from its z.
 axes axes_of_normal(const vector& normal)
 {
-    constexpr double near_z = 1.0 / 64.0;
-    axes out;
-    out.z = unit(normal);
-    const bool steep = std::fabs(out.z[0]) < near_z && std::fabs(out.z[1]) < near_z;
-    out.x = unit(cross(steep ? vector{0, 1, 0} : vector{0, 0, 1}, out.z));
-    out.y = cross(out.z, out.x);
-    return out;
+    const db::transform plane = db::plane_of({normal[0], normal[1], normal[2]});
+    const auto axis = [](const db::vec& v) { return vector{v.x, v.y, v.z}; };
+    return {{0, 0, 0}, axis(plane.ex), axis(plane.ey), axis(plane.ez)};
 }
 
 axes user_axes()

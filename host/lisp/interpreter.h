@@ -81,19 +81,16 @@ class argument_list
 public:
     void add(value v)
     {
-        if (count_ < few) {
+        if (count_ < few)
             small_[count_] = std::move(v);
-        } else {
-            if (count_ == few)
-                for (value& moved : small_)
-                    many_.push_back(std::move(moved));
-            many_.push_back(std::move(v));
-        }
+        else
+            add_to_many(std::move(v));
         ++count_;
     }
     arguments all() { return {count_ > few ? many_.data() : small_, count_}; }
 
 private:
+    void add_to_many(value v);
     static constexpr int few = 6;
     value small_[few];
     std::vector<value> many_;
@@ -198,6 +195,7 @@ private:
 
     void define_all();
     value eval_call(const value& form);
+    value called_by(const value& form); // what stands at the head of a call
     value call_builtin(const builtin& b, arguments a);
     value call_function(function_object* f, arguments a);
     value call_external(symbol* name, arguments a);

@@ -1,5 +1,6 @@
 // selection.cpp: selection sets.
 #include "host/core/text.h"
+#include "host/database/selection_sets.h"
 #include "host/lisp/builtins.h"
 #include "host/lisp/convert.h"
 
@@ -67,35 +68,9 @@ request request_of(interpreter& l, arguments a)
     return r;
 }
 
-// What sssetfirst has chosen, as far as it passes the filter.
-value preselected(interpreter& l, const request& r)
-{
-    const value chosen = l.gripped[1];
-    if (!r.filter)
-        return chosen;
-    ads_name all = {0, 0}, out = {0, 0};
-    if (acedSSGet("X", nullptr, nullptr, r.filter.get(), all) != RTNORM)
-        return value::nil();
-    const value fitting = l.pickset(all);
-    acedSSAdd(nullptr, nullptr, out);
-    const value result = l.pickset(out);
-    std::int32_t count = 0, kept = 0;
-    acedSSLength(chosen.as_pickset()->name, &count);
-    for (std::int32_t i = 0; i < count; ++i) {
-        ads_name entity, ignored;
-        if (acedSSName(chosen.as_pickset()->name, i, entity) == RTNORM && acedSSMemb(entity, all) == RTNORM) {
-            acedSSAdd(entity, out, ignored);
-            ++kept;
-        }
-    }
-    return kept ? result : value::nil();
-}
-
 value get(interpreter& l, arguments a)
 {
     const request r = request_of(l, a);
-    if (r.mode == "I" && l.gripped[1].is(kind::pickset))
-        return preselected(l, r);
     ads_name set = {0, 0};
     const int status = acedSSGet(r.mode_text(), r.first(), r.second(), r.filter.get(), set);
     l.throw_kept_stop();
@@ -169,6 +144,10 @@ value set_chosen(interpreter& l, arguments a)
 {
     l.gripped[0] = a[0];
     l.gripped[1] = a.count > 1 ? a[1] : value::nil();
+    db::database& drawing = db::current_database();
+    const bool any = l.gripped[1].is(kind::pickset);
+    db::set_chosen(drawing, any ? db::set_members(drawing, l.gripped[1].as_pickset()->name)
+                                : std::vector<db::object_id>());
     return cons(l.gripped[0], cons(l.gripped[1], value::nil()));
 }
 

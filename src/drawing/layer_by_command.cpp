@@ -23,10 +23,10 @@ void pause_for_enter()
     acedGetString(0, "\nPress ENTER to continue.", answer);
 }
 
-void show_bad_name(ads_hdlg dialog, const char* name)
+void show_bad_name(ads_hdlg dialog, const char* name, const char* offered)
 {
     ads_set_tile(dialog, "badnam", (std::string("Invalid Layer Name - ") + name).c_str());
-    ads_set_tile(dialog, "newnam", name);
+    ads_set_tile(dialog, "newnam", offered);
 }
 
 // The dialog stays until the name is one that the host can keep.
@@ -38,7 +38,7 @@ void check_new_name(ads_callback_packet* packet)
         ads_done_dialog(packet->dialog, DLGOK);
         return;
     }
-    show_bad_name(packet->dialog, name);
+    show_bad_name(packet->dialog, name, name);
     ads_mode_tile(packet->dialog, "newnam", MODE_SETFOCUS);
     ads_mode_tile(packet->dialog, "newnam", MODE_SETSEL);
 }
@@ -48,8 +48,8 @@ void show_help(ads_callback_packet*)
     invoke_help();
 }
 
-// Puts a bad name to the user. False: there is to be no layer.
-bool mend_name(char (&name)[LAYER_NAME_SIZE])
+// Puts a bad name to the user, as it was before it was trimmed. False: there is to be no layer.
+bool mend_name(char (&name)[LAYER_NAME_SIZE], const char* untrimmed)
 {
     char file[LAYER_NAME_SIZE];
     lisp_get_text(file, "lspdir$");
@@ -71,7 +71,7 @@ bool mend_name(char (&name)[LAYER_NAME_SIZE])
     }
     char edited[EDITED_NAME_SIZE];
     text_set(edited, name);
-    show_bad_name(dialog, name);
+    show_bad_name(dialog, name, untrimmed);
     ads_action_tile(dialog, "ok", check_new_name);
     ads_client_data_tile(dialog, "ok", edited);
     ads_action_tile(dialog, "help", show_help);
@@ -110,9 +110,10 @@ void layer_by_command(const char* name, int color)
     char layer[LAYER_NAME_SIZE];
     text_set(layer, name);
     str_upper(layer);
-    if (std::strcmp(layer, "CLAYER") == 0)
+    if (std::strcmp(layer, CURRENT_LAYER) == 0)
         return;
-    if (name_is_bad(layer) != 0 && !mend_name(layer))
+    const std::string untrimmed(layer);
+    if (name_is_bad(layer) != 0 && !mend_name(layer, untrimmed.c_str()))
         return;
     if (layer_exists(layer))
         acedCommand(RTSTR, "_.LAYER", RTSTR, "_T", RTSTR, layer, RTSTR, "_S", RTSTR, layer, RTSTR, "", RTNONE);

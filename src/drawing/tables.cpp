@@ -12,7 +12,6 @@
 namespace
 {
 
-constexpr const char* CURRENT_LAYER = "CLAYER";
 constexpr const char* CURRENT_STYLE = "CSTYLE";
 constexpr int NEW_LAYER_COLOR = 7; // white, where a new layer is asked for "by layer"
 
@@ -28,13 +27,19 @@ std::string upper_case(const char* text)
     return upper;
 }
 
+// Opens a record of a table for write, and tells its id.
+template <class Table, class Record>
+Acad::ErrorStatus open_record(const Table& table, const char* name, AcDbObjectId& id, Record*& record)
+{
+    record = nullptr;
+    const Acad::ErrorStatus found = table.getAt(name, id);
+    return found == Acad::eOk ? object_open(record, id, AcDb::kForWrite) : found;
+}
+
 Acad::ErrorStatus free_layer(AcDbLayerTable& table, const char* name, AcDbObjectId& id)
 {
-    const Acad::ErrorStatus found = table.getAt(name, id);
-    if (found != Acad::eOk)
-        return found;
     AcDbLayerTableRecord* record = nullptr;
-    const Acad::ErrorStatus status = object_open(record, id, AcDb::kForWrite);
+    const Acad::ErrorStatus status = open_record(table, name, id, record);
     if (status != Acad::eOk)
         return status;
     record->setIsFrozen(false);
@@ -56,9 +61,11 @@ Acad::ErrorStatus add_layer(AcDbLayerTable& table, const char* name, int color, 
     index.setColorIndex(static_cast<std::uint16_t>(color == COLOR_BY_LAYER ? NEW_LAYER_COLOR : color));
     record->setColor(index);
     AcDbObjectId continuous;
-    if (const auto linetypes = opened_table<AcDbLinetypeTable>(AcDb::kForRead))
-        if (linetypes->getAt("CONTINUOUS", continuous) == Acad::eOk)
-            record->setLinetypeObjectId(continuous);
+    const auto linetypes = opened_table<AcDbLinetypeTable>(AcDb::kForRead);
+    if (!linetypes)
+        tell_failed_table();
+    else if (linetypes->getAt("CONTINUOUS", continuous) == Acad::eOk)
+        record->setLinetypeObjectId(continuous);
     const Acad::ErrorStatus status = table.add(id, record.get());
     if (status == Acad::eOk)
         record.release()->close();
@@ -68,11 +75,13 @@ Acad::ErrorStatus add_layer(AcDbLayerTable& table, const char* name, int color, 
 Acad::ErrorStatus style_without_height(AcDbTextStyleTable& table, const char* name, AcDbObjectId& id)
 {
     if (table.has(name)) {
-        const Acad::ErrorStatus found = table.getAt(name, id);
-        const auto record = opened<AcDbTextStyleTableRecord>(id, AcDb::kForWrite);
-        if (record)
-            record->setTextSize(0.0);
-        return found;
+        AcDbTextStyleTableRecord* there = nullptr;
+        const Acad::ErrorStatus status = open_record(table, name, id, there);
+        if (status == Acad::eOk) {
+            there->setTextSize(0.0);
+            there->close();
+        }
+        return status;
     }
     auto record = std::make_unique<AcDbTextStyleTableRecord>();
     record->setName(name);
@@ -179,8 +188,10 @@ void nodes_as_lines(const pg_node* nodes, pline_props props)
     if (!nodes || !nodes->next)
         return;
     const auto space = opened_current_space();
-    if (!space)
+    if (!space) {
+        tell_failed_table();
         return;
+    }
     for (const pg_node* a = nodes; a->next; a = a->next) {
         const pg_node* b = a->next;
         auto line = std::make_unique<AcDbLine>(AcGePoint3d(a->x, a->y, a->z), AcGePoint3d(b->x, b->y, b->z));

@@ -7,6 +7,8 @@
 #include "hostapi/dbobjects.h"
 #include "polygon/node.h"
 
+constexpr const char* CURRENT_LAYER = "CLAYER"; // in place of a layer's name
+
 // Makes a layer current and usable: thawed, on, unlocked; new with `color` (by layer counts as 7) when
 // the drawing lacks it. The name is trimmed, put in upper case and rid of forbidden characters in place.
 // "CLAYER" and an empty name change nothing.

@@ -108,7 +108,8 @@ public:
     Acad::ErrorStatus setThickness(double thickness);
 };
 
-// Lightweight polyline. Vertices are counted from 0; positions are of the object's plane.
+// Lightweight polyline. Vertices are counted from 0. They are given in the object's plane and read in the
+// world, where z is the elevation as long as the plane is the world's own.
 class AcDbPolyline : public AcDbCurve
 {
 public:
@@ -116,7 +117,7 @@ public:
     explicit AcDbPolyline(unsigned vertex_hint = 0);
     explicit AcDbPolyline(AcDbObjectBody* body) : AcDbCurve(body) {}
     unsigned numVerts() const;
-    Acad::ErrorStatus getPointAt(unsigned index, AcGePoint3d& point) const; // z is the elevation
+    Acad::ErrorStatus getPointAt(unsigned index, AcGePoint3d& point) const;
     Acad::ErrorStatus getBulgeAt(unsigned index, double& bulge) const;
     Acad::ErrorStatus getConstantWidth(double& width) const; // eInvalidInput: there is none
     bool hasPlinegen() const;

@@ -6,8 +6,10 @@
 #include "host/core/console.h"
 #include "host/core/document.h"
 #include "host/core/heap.h"
+#include "host/core/module.h"
 #include "host/core/trace.h"
 #include "hostapi/ads.h"
+#include "hostapi/editor.h"
 #include "tests/shell/module_session.h"
 
 namespace
@@ -139,15 +141,50 @@ TEST_F(Asking, CurrentLayerAsANameDoesNothing)
 TEST_F(Asking, BadLayerNameIsPutToTheUserUntilItIsGood)
 {
     const std::string trace = layer_commands("a:b", 5, "!ok\nnewnam=\n!ok\nnewnam=good\n!ok\n");
-    for (const char* line :
-         {"\"badnam\" \"Invalid Layer Name - A:B\"", "\"newnam\" \"A:B\"",
-          "\"badnam\" \"Invalid Layer Name - \"", "(\"_.LAYER\" \"_M\" \"good\" \"_C\" 5 \"good\" \"\")"})
+    for (const char* line : {"\"badnam\" \"Invalid Layer Name - A:B\"", "\"newnam\" \"A:B\"",
+                             "\"badnam\" \"Invalid Layer Name - \"", "\"newnam\" 2 -> RTNORM",
+                             "\"newnam\" 3 -> RTNORM", "(\"_.LAYER\" \"_M\" \"good\" \"_C\" 5 \"good\" \"\")"})
         EXPECT_NE(trace.find(line), std::string::npos) << line << " in " << trace;
 }
 
 TEST_F(Asking, EmptyLayerNameIsPutToTheUser)
 {
     const std::string trace = layer_commands("", 5, "newnam=KERB\n!ok\n");
+    EXPECT_NE(trace.find("(\"_.LAYER\" \"_M\" \"KERB\""), std::string::npos) << trace;
+}
+
+TEST_F(Asking, BadLayerNameIsOfferedAsItCame)
+{
+    const std::string trace = layer_commands(" a:b ", 5, "!ok\nnewnam= KERB LINE \n!ok\n");
+    const auto came = trace.find("\"newnam\" \" A:B \""), trimmed = trace.find("\"newnam\" \"A:B\"");
+    EXPECT_LT(came, trimmed) << trace;
+    EXPECT_NE(trimmed, std::string::npos) << trace;
+    EXPECT_NE(trace.find("(\"_.LAYER\" \"_M\" \"KERB LINE\""), std::string::npos) << trace;
+    EXPECT_EQ(session.lisp("(getvar \"CLAYER\")"), "\"KERB LINE\"");
+}
+
+int helped = 0;
+
+// Stands in for what answers calls for help.
+int helper_entry(int message, void*)
+{
+    if (message == AcRx::kLoadDwgMsg)
+        acedDefun("cf:zentutil", 0);
+    if (message != AcRx::kInvkSubrMsg)
+        return 0;
+    resbuf* args = acedGetArgs();
+    for (const resbuf* at = args; at; at = at->rbnext)
+        helped += at->restype != RTSTR && at->resval.rint == 38;
+    acutRelRb(args);
+    return acedRetNil();
+}
+
+TEST_F(Asking, HelpOfTheLayerDialogAsksForHelpAndTheDialogStays)
+{
+    host::load_module(helper_entry, "helper");
+    helped = 0;
+    const std::string trace = layer_commands("a:b", 5, "!help\nnewnam=KERB\n!ok\n");
+    EXPECT_EQ(helped, 1);
     EXPECT_NE(trace.find("(\"_.LAYER\" \"_M\" \"KERB\""), std::string::npos) << trace;
 }
 
@@ -187,6 +224,24 @@ TEST_F(Asking, MissingLayerDialogIsToldWithAPause)
     EXPECT_NE(told.find("\nLoad Dialog Error in zentfile.dcl"), std::string::npos) << told;
     EXPECT_NE(told.find("\nPress ENTER to continue."), std::string::npos) << told;
     EXPECT_NE(trace.find("ads_unload_dialog"), std::string::npos) << trace;
+
+    // A name that nobody could mend is refused, and no other value of the call becomes a layer.
+    trace = layer_commands("a:b", 5, "\n");
+    EXPECT_NE(trace.find("(\"_.LAYER\" \"_M\" \"A:B\" \"_C\" 5 \"A:B\" \"\") -> RTERROR"), std::string::npos)
+        << trace;
+    EXPECT_EQ(
+        session.lisp("(list (getvar \"CLAYER\") (cdr (assoc 2 (tblnext \"LAYER\" t))) (tblnext \"LAYER\"))"),
+        "(\"0\" \"0\" nil)");
+}
+
+TEST_F(Asking, ColourThatIsNoLayersLeavesNoCommandOpen)
+{
+    const std::string trace = layer_commands("fence", 256);
+    EXPECT_NE(trace.find("\"_C\" 256 \"FENCE\" \"\") -> RTERROR"), std::string::npos) << trace;
+    EXPECT_EQ(session.lisp("(list (getvar \"CLAYER\") (cdr (assoc 62 (tblsearch \"LAYER\" \"FENCE\"))))"),
+              "(\"FENCE\" 7)");
+    layer_commands("0", 7);
+    EXPECT_EQ(session.lisp("(getvar \"CLAYER\")"), "\"0\"");
 }
 
 } // namespace

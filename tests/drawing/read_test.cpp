@@ -120,6 +120,15 @@ TEST_F(Reading, ObjectThatDoesNotOpenGivesTheDefaults)
     EXPECT_EQ(printed, "");
 }
 
+TEST_F(Reading, ErasedObjectDoesNotOpen)
+{
+    const object_id bend = made(LW_BEND);
+    ASSERT_EQ(acdbEntDel(name_of(bend)), RTNORM);
+    EXPECT_EQ(pl_get_props(name_of(bend)).kind, 4);
+    EXPECT_EQ(pl_read_nodes(name_of(bend), 1), nullptr);
+    EXPECT_EQ(printed, "");
+}
+
 TEST_F(Reading, LongNamesAreCutToTheirFields)
 {
     for (const std::size_t length : {124u, 125u, 126u, 200u}) {
@@ -197,12 +206,28 @@ TEST_F(Reading, StraightPolylinesAreReadWithArcsUnwanted)
     EXPECT_EQ(printed, "");
 }
 
-TEST_F(Reading, LineIsNoPolyline)
+TEST_F(Reading, OtherObjectsAreNoPolylines)
 {
-    const object_id line = made("0 LINE;10 0,0,0;11 1,1,1");
-    EXPECT_EQ(pl_read_nodes(name_of(line), 1), nullptr);
-    EXPECT_EQ(printed, "\nSelected entity is not a 2d or 3d polyline");
-    EXPECT_EQ(pl_read_vertices(name_of(line)), nullptr);
+    const object_id mesh = old_polyline(*this, "70 16;71 2;72 2",
+                                        {"70 64;10 0,0", "70 64;10 1,0", "70 64;10 0,1", "70 64;10 1,1"});
+    for (const object_id id : {made("0 LINE;10 0,0,0;11 1,1,1"), made("0 CIRCLE;10 0,0,0;40 2"), mesh,
+                               made("0 TEXT;10 0,0,0;40 1;1 words")}) {
+        printed.clear();
+        EXPECT_EQ(pl_read_nodes(name_of(id), 1), nullptr);
+        EXPECT_EQ(printed, "\nSelected entity is not a 2d or 3d polyline");
+        EXPECT_EQ(pl_read_vertices(name_of(id)), nullptr);
+        EXPECT_EQ(pl_get_props(name_of(id)).kind, 4);
+    }
+}
+
+TEST_F(Reading, MirroredPolylinesAreReadInTheWorld)
+{
+    const object_id light =
+        made("0 LWPOLYLINE;100 AcDbEntity;8 0;100 AcDbPolyline;90 2;70 0;38 7;10 1,2;10 3,4;"
+             "210 0,0,-1");
+    EXPECT_EQ(read(light), (corners{{-1, 2, -7}, {-3, 4, -7}}));
+    const object_id old = old_polyline(*this, "70 0;10 0,0,7;210 0,0,-1", {"10 1,2,7", "10 3,4,7"});
+    EXPECT_EQ(read(old), (corners{{-1, 2, -7}, {-3, 4, -7}}));
 }
 
 TEST_F(Reading, PolylineOfControlPointsAloneGivesNothing)

@@ -85,13 +85,28 @@ TEST_F(Tables, FrozenLockedAndOffLayerIsFreed)
     EXPECT_EQ(record("LAYER", "Old"), "0 LAYER;2 Old;70 0;62 4;6 Continuous;370 -3") << "its own colour stays";
 }
 
+TEST_F(Tables, NamesThatTheHostRefusesChangeNothing)
+{
+    EXPECT_NE(make_current("a;b", 1).status, Acad::eOk);
+    EXPECT_EQ(variable("CLAYER"), "0");
+    const std::string style = variable("TEXTSTYLE");
+    EXPECT_NE(text_style_make_current("a:b"), Acad::eOk);
+    EXPECT_EQ(variable("TEXTSTYLE"), style);
+    EXPECT_NE(linetype_ensure("a:b"), Acad::eOk);
+    EXPECT_TRUE(screen::alerts.empty());
+}
+
 TEST_F(Tables, LayerWithoutATableAlerts)
 {
     host::close_all_documents();
     EXPECT_NE(make_current("A", 1).status, Acad::eOk);
     EXPECT_NE(text_style_make_current("A"), Acad::eOk);
     EXPECT_NE(linetype_ensure("A"), Acad::eOk);
-    EXPECT_EQ(screen::alerts, (std::vector<std::string>{"Failed", "Failed", "Failed"}));
+    const double a[3] = {0, 0, 0};
+    pg_node* nodes = pg_node_push(a, pg_node_push(a, nullptr, 0), 0);
+    nodes_as_lines(nodes, {});
+    pl_free_nodes(nodes);
+    EXPECT_EQ(screen::alerts, (std::vector<std::string>{"Failed", "Failed", "Failed", "Failed"}));
 }
 
 TEST_F(Tables, NewTextStyle)
@@ -161,9 +176,13 @@ TEST_F(Tables, NodesAsLines)
     const std::string list = got(last());
     for (const char* groups : {"8 FENCE", "62 2", "39 4", "48 3", "6 Continuous", "10 5,0,2;11 5,6,3"})
         EXPECT_NE(list.find(groups), std::string::npos) << groups << " in " << list;
+    text_set(props.layer, "NOSUCH");
+    nodes_as_lines(nodes->next, props);
+    EXPECT_NE(got(last()).find("8 0;"), std::string::npos) << "the current layer, and none is made";
+    EXPECT_EQ(record("LAYER", "NOSUCH"), "");
     nodes_as_lines(nodes->next->next, props);
     nodes_as_lines(nullptr, props);
-    EXPECT_EQ(count(), 2);
+    EXPECT_EQ(count(), 3);
     pl_free_nodes(nodes);
 }
 
@@ -182,6 +201,8 @@ TEST_F(Tables, EntityLayerAndColour)
     EXPECT_EQ(entity_color(line("8 Fence;62 5;")), 5);
     EXPECT_EQ(entity_color(line("8 Fence;")), 3);
     EXPECT_EQ(entity_color(line("8 Fence;62 0;")), 0);
+    host::db::find(db.modify(db.record("LAYER", "Fence")), 62)->integer = -3;
+    EXPECT_EQ(entity_color(line("8 Fence;")), 3) << "a layer that is off keeps its colour";
     const ads_name none = {0, 0};
     entity_layer(none, layer);
     EXPECT_STREQ(layer, "");

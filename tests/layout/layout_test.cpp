@@ -1,10 +1,11 @@
 // The floors of the architecture: a file includes only from its own folder and from lower ones.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -51,20 +52,39 @@ struct include {
     std::string folder, target;
 };
 
+// X of a line '#include "X"', else nothing.
+std::string quoted_include(std::string line)
+{
+    std::erase_if(line, [](char c) { return c == ' ' || c == '\t'; });
+    const std::string before = "#include\"";
+    const std::size_t end = line.starts_with(before) ? line.find('"', before.size()) : line.npos;
+    return end == line.npos ? "" : line.substr(before.size(), end - before.size());
+}
+
+// Whether the name stands in the line as a whole word with a parenthesis behind it.
+bool calls(const std::string& line, const std::string& name)
+{
+    const auto in_a_word = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_'; };
+    for (std::size_t at = 0; (at = line.find(name, at)) != line.npos; at += name.size()) {
+        const std::size_t behind = line.find_first_not_of(" \t", at + name.size());
+        if ((at == 0 || !in_a_word(line[at - 1])) && behind != line.npos && line[behind] == '(')
+            return true;
+    }
+    return false;
+}
+
 std::vector<include> includes_below(const std::string& top)
 {
     std::vector<include> found;
-    const std::regex quoted("^\\s*#\\s*include\\s*\"([^\"]+)\"");
     for (const auto& entry : fs::recursive_directory_iterator(root / top)) {
         const std::string extension = entry.path().extension().string();
         if (extension != ".h" && extension != ".cpp")
             continue;
         const fs::path inner = fs::relative(entry.path(), root / top);
         std::ifstream stream(entry.path());
-        std::smatch match;
         for (std::string line; std::getline(stream, line);)
-            if (std::regex_search(line, match, quoted))
-                found.push_back({inner, inner.begin()->string(), match[1]});
+            if (const std::string target = quoted_include(line); !target.empty())
+                found.push_back({inner, inner.begin()->string(), target});
     }
     return found;
 }
@@ -104,10 +124,22 @@ TEST(Layout, HostIncludesOnlyDownwardAndOnlyTheInterfaceOfTheModule)
     }
 }
 
+TEST(Layout, LinesAreReadAsTheyAreWritten)
+{
+    EXPECT_EQ(quoted_include("#include \"a/b.h\" // why"), "a/b.h");
+    EXPECT_EQ(quoted_include("  #  include\t\"a.h\""), "a.h");
+    EXPECT_EQ(quoted_include("#include <a.h>"), "");
+    EXPECT_EQ(quoted_include("// #include \"a.h\""), "");
+    EXPECT_TRUE(calls("x = gets(y)", "gets"));
+    EXPECT_TRUE(calls("targets(gets (y))", "gets"));
+    EXPECT_FALSE(calls("fgets(y) + targets(1) + gets", "gets"));
+}
+
 // The module asks its host for everything of the outside, and bounds all that it copies.
 TEST(Layout, ModuleNeitherCopiesUnboundedNorGoesPastTheHost)
 {
-    const std::regex banned("\\b(strcpy|strcat|sprintf|vsprintf|gets|fopen|getenv|throw)\\s*\\(");
+    const char* const banned[] = {"strcpy", "strcat", "sprintf", "vsprintf",
+                                  "gets",   "fopen",  "getenv",  "throw"};
     for (const auto& entry : fs::recursive_directory_iterator(root / "src")) {
         if (entry.path().extension() != ".cpp" && entry.path().extension() != ".h")
             continue;
@@ -116,7 +148,8 @@ TEST(Layout, ModuleNeitherCopiesUnboundedNorGoesPastTheHost)
         for (std::string line; std::getline(stream, line);) {
             ++number;
             line = line.substr(0, line.find("//"));
-            EXPECT_FALSE(std::regex_search(line, banned)) << entry.path() << ":" << number << ": " << line;
+            for (const char* name : banned)
+                EXPECT_FALSE(calls(line, name)) << entry.path() << ":" << number << ": " << line;
         }
     }
 }

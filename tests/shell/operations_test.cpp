@@ -18,6 +18,7 @@
 #include "hostapi/ads.h"
 #include "shell/arguments.h"
 #include "shell/operations.h"
+#include "tests/host/files/temporary_directory.h"
 #include "tests/shell/module_session.h"
 
 namespace
@@ -187,6 +188,7 @@ TEST(Call, OperationsThatHaveNothingToRunAnswerNilAndPrintNothing)
 // and with arguments of other types.
 TEST(Call, WrongAndMissingArgumentsAreHarmless)
 {
+    const temporary_directory tmp; // some make files of these names
     module_session session;
     host::run_settings().no_shell = true;
     const std::string dir = session.directory();

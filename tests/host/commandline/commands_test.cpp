@@ -239,6 +239,11 @@ protected:
                                     db::int_group(70, 0),       db::real_group(50, 0.0)};
         ASSERT_NE(db::append_entity(d, block, groups, &error), 0u) << error;
     }
+    void TearDown() override
+    {
+        db::set_int(doc(), "ATTREQ", 1); // outlives the drawing
+        session::TearDown();
+    }
 };
 
 TEST_F(attributed, AttributesAreAskedForAndFollowTheInsertion)

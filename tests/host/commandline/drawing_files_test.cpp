@@ -3,6 +3,7 @@
 
 #include "host/commandline/closing.h"
 #include "tests/host/commandline/session.h"
+#include "tests/host/files/temporary_directory.h"
 
 namespace host::commandline
 {
@@ -15,25 +16,10 @@ namespace fs = std::filesystem;
 class drawing_files : public session
 {
 protected:
-    void SetUp() override
-    {
-        session::SetUp();
-        request_quit(false);
-        directory =
-            fs::path(testing::TempDir()) /
-            ("commandline_" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
-        fs::remove_all(directory);
-        fs::create_directories(directory);
-    }
-    void TearDown() override
-    {
-        session::TearDown();
-        fs::remove_all(directory);
-    }
-    std::string path(std::string_view name) { return (directory / name).string(); }
+    std::string path(std::string_view name) { return (fs::path(tmp.path) / name).string(); }
     bool modified() { return db::int_variable(doc(), "DBMOD") != 0; }
 
-    fs::path directory;
+    temporary_directory tmp;
 };
 
 TEST_F(drawing_files, SaveasNamesTheDrawingAndQsaveKeepsABackup)

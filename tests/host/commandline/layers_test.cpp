@@ -96,8 +96,55 @@ TEST_F(layers, BadNamesAreRefused)
 {
     type("LAYER|M|A<B|GOOD||");
     EXPECT_EQ(current(), "GOOD");
-    EXPECT_TRUE(has_shown("Invalid layer name.")) << shown;
+    EXPECT_TRUE(has_shown("Invalid layer name \"A<B\".")) << shown;
 }
+
+// A program goes on sending values that were meant for other prompts: they must not become names.
+struct refused_case {
+    const char* name;
+    const char* sent;
+    const char* message;
+    const char* current;
+    int made; // layers beside 0
+};
+
+const refused_case REFUSED[] = {
+    {"MakeOfAnInvalidName", "_.LAYER|_M|A<B|_C|3|A<B|", "LAYER: Invalid layer name \"A<B\".", "0", 0},
+    {"MakeOfAnInvalidNameThatIsACommandElsewhere", "_.LAYER|_M|A<B|LINE|1,1|2,2|", "Invalid layer name", "0",
+     0},
+    {"NewOfAnInvalidName", "_.LAYER|_N|GOOD,A<B|_C|3|GOOD|", "LAYER: Invalid layer name \"A<B\".", "0", 0},
+    {"SetOfAMissingLayer", "_.LAYER|_S|NOSUCH|_N|POINT|", "LAYER: Cannot find layer \"NOSUCH\".", "0", 0},
+    {"SetOfAFrozenLayer", "_.LAYER|_N|ICE|_F|ICE|_S|ICE|_C|3|ICE|", "LAYER: Cannot set a frozen layer current.",
+     "0", 1},
+    {"ColourOfNoLayer", "_.LAYER|_M|FENCE|_C|256|FENCE|", "LAYER: A color number from 1 to 255 or", "FENCE", 1},
+    {"ColourWithALayerNamedAsAColour", "_.LAYER|_M|RED|_C|256|RED|", "LAYER: A color number from 1 to 255 or",
+     "RED", 1},
+};
+
+class refused_values : public layers, public testing::WithParamInterface<refused_case>
+{
+};
+
+TEST_P(refused_values, EndTheCommandAndItsCall)
+{
+    const refused_case& c = GetParam();
+    EXPECT_EQ(send(c.sent), RTERROR);
+    EXPECT_TRUE(has_shown(c.message)) << shown;
+    EXPECT_FALSE(has_shown("Unknown command")) << shown;
+    EXPECT_EQ(current(), c.current);
+    int layers_now = -1; // the standard layer
+    const db::object_id table = data().table("LAYER");
+    for (db::object_id id = data().at(table).first; id; id = data().at(id).next)
+        layers_now += !data().at(id).erased;
+    EXPECT_EQ(layers_now, c.made);
+    EXPECT_EQ(count(), 0);
+    EXPECT_EQ(send("POINT|1,1"), RTNORM); // no command was left open to take this
+    EXPECT_EQ(count(), 1);
+    EXPECT_EQ(send("2,2"), RTERROR) << "a value with no command";
+    EXPECT_EQ(count(), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Programs, refused_values, testing::ValuesIn(REFUSED), name_of_case());
 
 TEST_F(layers, ListingNamesEachLayer)
 {

@@ -7,6 +7,7 @@
 #include "host/commandline/screen.h"
 #include "host/core/trace.h"
 #include "tests/host/commandline/session.h"
+#include "tests/host/files/temporary_directory.h"
 
 namespace host::commandline
 {
@@ -17,7 +18,8 @@ namespace
 class screens : public session
 {
 protected:
-    std::string traced_to = testing::TempDir() + "commandline_trace.txt";
+    temporary_directory tmp;
+    std::string traced_to = tmp.path + "/trace.txt";
     std::string traced()
     {
         trace_to("");

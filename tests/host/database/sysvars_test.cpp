@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -14,6 +13,7 @@
 #include "host/database/database.h"
 #include "host/database/entities.h"
 #include "host/database/sysvars_table.h"
+#include "tests/host/files/temporary_directory.h"
 
 namespace
 {
@@ -297,7 +297,8 @@ TEST_F(Sysvars, TheWorldCoordinateSystemIsKnown)
 
 TEST_F(Sysvars, SettingIsTraced)
 {
-    const std::string path = testing::TempDir() + "sysvars.trace";
+    const temporary_directory tmp;
+    const std::string path = tmp.path + "/sysvars.trace";
     ASSERT_TRUE(host::trace_to(path));
     set_real_value("ANGBASE", 0.0);
     set_words("CLAYER", "NOWHERE");
@@ -307,7 +308,6 @@ TEST_F(Sysvars, SettingIsTraced)
     text << file.rdbuf();
     EXPECT_EQ(text.str(),
               "acedSetVar \"ANGBASE\" 0.0 -> RTNORM\nacedSetVar \"CLAYER\" \"NOWHERE\" -> RTERROR\n");
-    std::remove(path.c_str());
 }
 
 } // namespace

@@ -1,9 +1,7 @@
 // What a module does with drawing objects: nothing but the classes of the object model and entity lists.
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cmath>
-#include <cstdio>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -15,6 +13,8 @@
 #include "host/database/sysvars.h"
 #include "hostapi/ads.h"
 #include "hostapi/dbobjects.h"
+#include "tests/growth.h"
+#include "tests/host/files/temporary_directory.h"
 
 namespace
 {
@@ -469,58 +469,62 @@ TEST_F(Views, AChangeFromOutsideIsSeenByAnOpenView)
 
 TEST_F(Views, ManyVerticesCostAsMuchEachAsFew)
 {
-    constexpr unsigned COUNT = 200000;
-    const auto start = std::chrono::steady_clock::now();
-    auto* line = new AcDbPolyline;
-    for (unsigned i = 0; i < COUNT; ++i) {
-        line->addVertexAt(line->numVerts(), {i * 1.0, 0}, 0, 0, 0);
-        line->setWidthsAt(i, 1, 1);
-    }
-    line = open<AcDbPolyline>(keep(line));
-    double sum = 0;
-    for (unsigned i = line->numVerts(); i-- > 0;) {
-        AcGePoint3d at;
-        double bulge;
-        line->getBulgeAt(i, bulge);
-        line->getPointAt(i, at);
-        sum += at.x;
-    }
-    EXPECT_EQ(sum, (COUNT - 1.0) * COUNT / 2);
-    line->close();
-    // Squared cost would take minutes.
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+    const auto work = [this](int size) {
+        const auto count = static_cast<unsigned>(size);
+        auto* line = new AcDbPolyline;
+        for (unsigned i = 0; i < count; ++i) {
+            line->addVertexAt(line->numVerts(), {i * 1.0, 0}, 0, 0, 0);
+            line->setWidthsAt(i, 1, 1);
+        }
+        line = open<AcDbPolyline>(keep(line));
+        double sum = 0;
+        for (unsigned i = line->numVerts(); i-- > 0;) {
+            AcGePoint3d at;
+            double bulge;
+            line->getBulgeAt(i, bulge);
+            line->getPointAt(i, at);
+            sum += at.x;
+        }
+        EXPECT_EQ(sum, (count - 1.0) * count / 2);
+        line->close();
+    };
+    EXPECT_TRUE(grows_in_proportion(work, 200000));
 }
 
 TEST_F(Views, StoredPolylinesGrowAtTheSameCostEach)
 {
-    constexpr unsigned COUNT = 50000;
-    const auto start = std::chrono::steady_clock::now();
-    auto* light = new AcDbPolyline;
-    light->addVertexAt(0, {0, 0});
-    light = open<AcDbPolyline>(keep(light), AcDb::kForWrite);
-    for (unsigned i = 1; i < COUNT; ++i)
-        light->addVertexAt(i, {i * 1.0, 0});
-    EXPECT_EQ(light->numVerts(), COUNT);
-    light->close();
+    const auto light = [this](int size) {
+        const auto count = static_cast<unsigned>(size);
+        auto* line = new AcDbPolyline;
+        line->addVertexAt(0, {0, 0});
+        line = open<AcDbPolyline>(keep(line), AcDb::kForWrite);
+        for (unsigned i = 1; i < count; ++i)
+            line->addVertexAt(i, {i * 1.0, 0});
+        EXPECT_EQ(line->numVerts(), count);
+        line->close();
+    };
+    EXPECT_TRUE(grows_in_proportion(light, 50000));
 
-    AcGePoint3dArray none;
-    auto* line = open<AcDb3dPolyline>(keep(new AcDb3dPolyline(AcDb::k3dSimplePoly, none)), AcDb::kForWrite);
-    for (unsigned i = 0; i < COUNT; ++i) {
-        auto* vertex = new AcDb3dPolylineVertex({i * 1.0, 0, 0});
-        EXPECT_EQ(line->appendVertex(vertex), Acad::eOk);
-        vertex->close();
-    }
-    double sum = 0;
-    AcDbObjectIterator* walk = line->vertexIterator();
-    for (; !walk->done(); walk->step()) {
-        auto* vertex = open<AcDb3dPolylineVertex>(walk->objectId());
-        sum += vertex->position().x;
-        vertex->close();
-    }
-    delete walk;
-    line->close();
-    EXPECT_EQ(sum, (COUNT - 1.0) * COUNT / 2);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+    const auto heavy = [this](int size) {
+        AcGePoint3dArray none;
+        auto* line = open<AcDb3dPolyline>(keep(new AcDb3dPolyline(AcDb::k3dSimplePoly, none)), AcDb::kForWrite);
+        for (int i = 0; i < size; ++i) {
+            auto* vertex = new AcDb3dPolylineVertex({i * 1.0, 0, 0});
+            EXPECT_EQ(line->appendVertex(vertex), Acad::eOk);
+            vertex->close();
+        }
+        double sum = 0;
+        AcDbObjectIterator* walk = line->vertexIterator();
+        for (; !walk->done(); walk->step()) {
+            auto* vertex = open<AcDb3dPolylineVertex>(walk->objectId());
+            sum += vertex->position().x;
+            vertex->close();
+        }
+        delete walk;
+        line->close();
+        EXPECT_EQ(sum, (size - 1.0) * size / 2);
+    };
+    EXPECT_TRUE(grows_in_proportion(heavy, 50000));
 }
 
 // ---- polylines with vertices
@@ -694,6 +698,36 @@ TEST_F(Views, VerticesOfATurnedPolylineArePlacedInTheWorld)
     delete walk;
     vertex->close();
     line->close();
+}
+
+TEST_F(Views, VerticesOfATurnedLightweightPolylineArePlacedInTheWorld)
+{
+    auto* line = new AcDbPolyline;
+    line->setElevation(5);
+    line->addVertexAt(0, {2, 3});
+    line->addVertexAt(1, {4, 6}, 0.5);
+    const AcDbObjectId id = keep(line);
+    group* normal = find(drawing().modify(id.index), 210);
+    ASSERT_TRUE(normal);
+    const group behind = *normal;
+    for (const bool in_front : {false, true}) {
+        group_list& groups = drawing().modify(id.index);
+        std::erase_if(groups, [](const group& g) { return g.code == 210; });
+        group seen_from_below = behind;
+        seen_from_below.point[2] = -1; // what mirroring leaves
+        if (in_front)
+            groups.insert(groups.begin() + (find(groups, 10) - groups.data()), seen_from_below);
+        else
+            groups.push_back(seen_from_below);
+        line = open<AcDbPolyline>(id);
+        AcGePoint3d at;
+        ASSERT_EQ(line->getPointAt(1, at), Acad::eOk);
+        EXPECT_EQ(at.x, -4.0) << in_front;
+        EXPECT_EQ(at.y, 6.0) << in_front;
+        EXPECT_EQ(at.z, -5.0) << in_front;
+        EXPECT_EQ(line->elevation(), 5.0);
+        line->close();
+    }
 }
 
 // ---- tables
@@ -908,7 +942,8 @@ TEST_F(Views, AViewOutlivesItsDrawingWithoutHarm)
 
 TEST_F(Views, AppendingAndAddingAreTraced)
 {
-    const std::string path = testing::TempDir() + "views.trace";
+    const temporary_directory tmp;
+    const std::string path = tmp.path + "/views.trace";
     ASSERT_TRUE(host::trace_to(path));
     keep(new AcDbLine({0, 0, 0}, {1, 0, 0}));
     AcDbLayerTable* table = nullptr;
@@ -927,7 +962,6 @@ TEST_F(Views, AppendingAndAddingAreTraced)
     EXPECT_NE(first.find("(10 0.0 0.0 0.0) (11 1.0 0.0 0.0)"), std::string::npos) << first;
     EXPECT_EQ(first.substr(first.size() - 7), " -> eOk");
     EXPECT_EQ(second.find("AcDbLayerTable::add ((0 . \"LAYER\")"), 0u) << second;
-    std::remove(path.c_str());
 }
 
 } // namespace

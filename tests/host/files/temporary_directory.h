@@ -14,8 +14,9 @@ class temporary_directory
 public:
     temporary_directory()
     {
-        char name[] = "/tmp/zent_test_XXXXXX";
-        path = mkdtemp(name);
+        path = (std::filesystem::temp_directory_path() / "zent_test_XXXXXX").string();
+        if (!mkdtemp(path.data()))
+            std::abort();
         before_ = std::filesystem::current_path();
         settings_ = host::run_settings();
         std::filesystem::current_path(path);

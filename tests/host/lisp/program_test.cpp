@@ -9,7 +9,6 @@
 // Empty lines and the chain of calls behind an error aren't compared. @TMP@ stands for a directory
 // of the test's own.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
@@ -22,6 +21,7 @@
 #include "host/core/session.h"
 #include "host/core/text.h"
 #include "host/lisp/api.h"
+#include "tests/host/files/temporary_directory.h"
 
 namespace
 {
@@ -110,11 +110,10 @@ class LispProgram : public testing::TestWithParam<std::string>
 
 TEST_P(LispProgram, PrintsWhatItSays)
 {
-    const fs::path tmp = fs::temp_directory_path() / ("lisp_" + std::to_string(getpid()));
-    fs::create_directories(tmp);
-    const script s = read_script(folder / GetParam(), tmp.string());
+    const temporary_directory tmp;
+    const script s = read_script(folder / GetParam(), tmp.path);
     run_settings().share = (folder / "dialogs").string();
-    run_settings().registry = (tmp / "registry.reg").string();
+    run_settings().registry = tmp.path + "/registry.reg";
     run_settings().clock = "20240229.123456";
     std::string history_text;
     answers_from_text(s.answers);
@@ -124,7 +123,6 @@ TEST_P(LispProgram, PrintsWhatItSays)
         lisp::evaluate_text(doc, piece, GetParam());
     capture_history(nullptr);
     close_all_documents();
-    fs::remove_all(tmp);
     EXPECT_EQ(compared_lines(history_text), s.expected) << history_text;
 }
 

@@ -1,0 +1,1 @@
+../polyline-append/draw.lsp
