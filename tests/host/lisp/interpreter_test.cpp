@@ -248,7 +248,7 @@ TEST_F(Lisp, BreakKeyEndsEachKindOfLoop)
 TEST_F(Lisp, ExitStops)
 {
     const outcome o = run("(exit) (setq a 1)");
-    EXPECT_EQ(o.how, ending::stopped);
+    EXPECT_EQ(o.how, ending::quit);
     EXPECT_EQ(o.message, "quit / exit abort");
     EXPECT_EQ(text, "; error: quit / exit abort\n");
     EXPECT_EQ(value("a"), "nil");
