@@ -43,7 +43,6 @@ private:
     command_io& io_;
     std::vector<vertex> chain_;
     double width_[2] = {0.0, 0.0};
-    double closing_bulge_ = 0.0;
     bool closed_ = false, arcs_ = false;
 };
 

@@ -28,8 +28,8 @@ struct promise_base {
         template <class Promise>
         std::coroutine_handle<> await_suspend(std::coroutine_handle<Promise> done) const noexcept
         {
-            const std::coroutine_handle<> next = done.promise().next;
-            return next ? next : std::noop_coroutine();
+            const std::coroutine_handle<> waiting = done.promise().next;
+            return waiting ? waiting : std::noop_coroutine();
         }
         void await_resume() const noexcept {}
     };

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include "hostapi/ads.h"
 
@@ -24,6 +25,7 @@ constexpr std::uint64_t dead_mark = 0x6B636F6C42414544u;
 std::size_t live_block_count = 0;
 std::size_t live_byte_count = 0;
 std::size_t live_view_count = 0;
+long until_refused = 0; // requests, that one included; 0: none is refused
 
 block_head* head_of(void* block)
 {
@@ -47,6 +49,26 @@ std::size_t heap_live_bytes()
 {
     return live_byte_count;
 }
+void* heap_take(std::size_t size)
+{
+    if (size > SIZE_MAX - sizeof(block_head))
+        return nullptr;
+    auto* head = static_cast<block_head*>(std::malloc(sizeof(block_head) + size));
+    if (!head)
+        return nullptr;
+    *head = {live_mark, size};
+    ++live_block_count;
+    live_byte_count += size;
+    return head + 1;
+}
+long heap_refuse(long nth)
+{
+    return std::exchange(until_refused, nth);
+}
+bool heap_refuses()
+{
+    return until_refused > 0 && --until_refused == 0;
+}
 std::size_t live_views()
 {
     return live_view_count;
@@ -60,16 +82,7 @@ void count_view(int change)
 
 void* acad_malloc(std::size_t size)
 {
-    using namespace host;
-    if (size > SIZE_MAX - sizeof(block_head))
-        return nullptr;
-    auto* head = static_cast<block_head*>(std::malloc(sizeof(block_head) + size));
-    if (!head)
-        return nullptr;
-    *head = {live_mark, size};
-    ++live_block_count;
-    live_byte_count += size;
-    return head + 1;
+    return host::heap_refuses() ? nullptr : host::heap_take(size);
 }
 
 void* acad_realloc(void* block, std::size_t size)
@@ -78,7 +91,7 @@ void* acad_realloc(void* block, std::size_t size)
     if (!block)
         return acad_malloc(size);
     demand_live(head_of(block), "acad_realloc");
-    if (size > SIZE_MAX - sizeof(block_head))
+    if (size > SIZE_MAX - sizeof(block_head) || heap_refuses())
         return nullptr;
     const std::size_t old = head_of(block)->size;
     auto* head = static_cast<block_head*>(std::realloc(head_of(block), sizeof(block_head) + size));

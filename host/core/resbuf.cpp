@@ -4,6 +4,7 @@
 #include <cstdarg>
 #include <cstring>
 
+#include "host/core/heap.h"
 #include "host/core/text.h"
 
 namespace host
@@ -14,7 +15,7 @@ namespace
 
 char* new_text(std::string_view text)
 {
-    auto* copy = static_cast<char*>(acad_malloc(text.size() + 1));
+    auto* copy = static_cast<char*>(heap_take(text.size() + 1));
     if (!copy)
         return nullptr;
     if (!text.empty())
@@ -101,7 +102,7 @@ flat_points flat_points_of(const resbuf* list)
 
 resbuf* rb_new(int restype)
 {
-    auto* node = static_cast<resbuf*>(acad_malloc(sizeof(resbuf)));
+    auto* node = static_cast<resbuf*>(heap_take(sizeof(resbuf)));
     if (node) {
         std::memset(node, 0, sizeof *node);
         node->restype = static_cast<short>(restype);
@@ -167,8 +168,9 @@ resbuf* rb_copy_one(const resbuf* from)
     case value_type::binary:
         if (from->resval.rbinary.buf) {
             const auto size = static_cast<std::size_t>(from->resval.rbinary.clen);
-            node->resval.rbinary.buf = static_cast<char*>(acad_malloc(size ? size : 1));
-            std::memcpy(node->resval.rbinary.buf, from->resval.rbinary.buf, size);
+            node->resval.rbinary.buf = static_cast<char*>(heap_take(size ? size : 1));
+            if (node->resval.rbinary.buf)
+                std::memcpy(node->resval.rbinary.buf, from->resval.rbinary.buf, size);
         }
         break;
     default:
@@ -253,11 +255,13 @@ resbuf* rb_from_arguments(int restype, va_list* values)
 
 resbuf* acutNewRb(int restype)
 {
-    return host::rb_new(restype);
+    return host::heap_refuses() ? nullptr : host::rb_new(restype);
 }
 
 resbuf* acutBuildList(int restype, ...)
 {
+    if (host::heap_refuses())
+        return nullptr;
     host::list_builder out;
     va_list values;
     va_start(values, restype);
@@ -297,6 +301,6 @@ int acutRelRb(resbuf* list)
 
 int acutNewString(const char* text, char** copy)
 {
-    *copy = host::new_text(text ? text : "");
+    *copy = host::heap_refuses() ? nullptr : host::new_text(text ? text : "");
     return *copy ? RTNORM : RTERROR;
 }

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "host/core/heap.h"
 #include "host/core/text.h"
 #include "host/database/entities.h"
 #include "host/database/kinds.h"
@@ -106,7 +107,7 @@ resbuf* binary_node(int code, std::string_view bytes)
 {
     resbuf* node = rb_new(code);
     const std::size_t size = std::min<std::size_t>(bytes.size(), INT16_MAX);
-    auto* copy = node ? static_cast<char*>(acad_malloc(size + 1)) : nullptr;
+    auto* copy = node ? static_cast<char*>(heap_take(size + 1)) : nullptr;
     if (!copy)
         return node;
     std::memcpy(copy, bytes.data(), size);

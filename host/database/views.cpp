@@ -219,7 +219,7 @@ AcGePoint3d in_world(const AcGePoint3d& at, const group* normal)
 
 char* new_string(std::string_view text)
 {
-    auto* copy = static_cast<char*>(acad_malloc(text.size() + 1));
+    auto* copy = static_cast<char*>(heap_take(text.size() + 1));
     if (!copy)
         return nullptr;
     if (!text.empty())

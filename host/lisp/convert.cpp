@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "host/core/heap.h"
 #include "host/core/text.h"
 #include "host/lisp/printer.h"
 
@@ -152,7 +153,7 @@ resbuf* binary_group(int code, const std::string& hex)
     }
     resbuf* node = rb_new(code);
     node->resval.rbinary.clen = static_cast<short>(bytes.size());
-    node->resval.rbinary.buf = static_cast<char*>(acad_malloc(bytes.size() + 1));
+    node->resval.rbinary.buf = static_cast<char*>(heap_take(bytes.size() + 1));
     std::memcpy(node->resval.rbinary.buf, bytes.data(), bytes.size());
     return node;
 }

@@ -32,6 +32,28 @@ TEST(Heap, ReallocKeepsContentsAndCount)
     EXPECT_EQ(host::heap_live_blocks(), blocks);
 }
 
+TEST(Heap, RefusesTheNthRequestOfTheModule)
+{
+    const std::size_t blocks = host::heap_live_blocks();
+    host::heap_refuse(3);
+    void* first = acad_malloc(1);
+    char* second = nullptr;
+    EXPECT_EQ(acutNewString("a", &second), RTNORM);
+    EXPECT_EQ(acad_malloc(1), nullptr);
+    EXPECT_EQ(host::heap_refuse(0), 0);
+    for (const auto& refused :
+         {+[] { return acad_realloc(nullptr, 1); }, +[] { return static_cast<void*>(acutNewRb(RTSHORT)); },
+          +[] { return static_cast<void*>(acutBuildList(RTSHORT, 1, 0)); }}) {
+        host::heap_refuse(1);
+        EXPECT_EQ(refused(), nullptr);
+    }
+    host::heap_refuse(5);
+    acad_free(acad_realloc(first, 2));
+    EXPECT_EQ(host::heap_refuse(0), 4) << "what a list of the host's own takes isn't counted";
+    acad_free(second);
+    EXPECT_EQ(host::heap_live_blocks(), blocks);
+}
+
 TEST(HeapDeathTest, BlockGivenBackTwiceStopsTheProgram)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");

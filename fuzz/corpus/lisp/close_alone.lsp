@@ -1,0 +1,2 @@
+(princ 1))
+(princ 2)

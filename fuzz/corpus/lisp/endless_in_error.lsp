@@ -1,0 +1,2 @@
+(defun *error* (m) (while T (princ m)))
+(car 1)

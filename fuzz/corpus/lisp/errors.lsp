@@ -1,0 +1,1 @@
+(defun *error* (m) (car m)) (vl-exit-with-error "x") (exit) (quit) (vl-catch-all-error-message 1) (vl-catch-all-apply 'exit) (vl-catch-all-apply 'car '(1)) (setq e (vl-catch-all-apply '/ '(1 0))) (vl-catch-all-error-message e)

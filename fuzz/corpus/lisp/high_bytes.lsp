@@ -1,0 +1,1 @@
+(setq Дж "ъЪ") (strcase Дж) (strcase Дж T) (ascii "Ъ") (chr 255)

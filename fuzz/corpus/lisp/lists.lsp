@@ -1,0 +1,1 @@
+(nth -1 '(1)) (nth 1 2) (last '(1 . 2)) (reverse '(1 . 2)) (append '(1 . 2) '(3)) (length '(1 . 2)) (assoc 1 '(2 (1 . 3))) (member nil '(nil)) (mapcar '+ '(1 2) '(3)) (apply 'list '(1 . 2)) (cadddr '(1 2 3)) (subst 1 nil '(nil . nil)) (vl-sort '(3 1 2) '(lambda (a b) T)) (vl-sort '(3 1 "a") '<) (vl-remove 1 '(1 . 1)) (vl-list-length '(1 . 2)) (cons)

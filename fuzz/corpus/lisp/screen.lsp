@@ -1,0 +1,1 @@
+(grdraw '(0 0) '(1 1) 300 1) (grvecs '(1 (0 0))) (grvecs '(1 (0 0) (1 1)) '((1 0 0 0))) (redraw) (trans '(1 2 3) 0 '(0 0 0)) (trans '(1 2) 1 2) (osnap '(1 1) "end") (inters '(0 0) '(1 1) '(0 1) '(1 0)) (polar '(0 0) 1e308 1e308) (cvunit 1 "x" "y") (textbox '((1 . "a")))

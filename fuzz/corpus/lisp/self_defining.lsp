@@ -1,0 +1,1 @@
+(defun f () (defun f () 1) (f)) (f) (defun g (g) (g g)) (g g) (setq car cdr) (car '(1 2)) (setq nil 1) (setq T nil) (set 'x (quote y)) ((lambda (a / a) a) 1) (defun) (lambda) (defun h (/ . b))

@@ -1,0 +1,1 @@
+(substr "abc" 0) (substr "abc" 2147483647) (substr "abc" 2 -1) (chr 0) (chr 256) (atoi "99999999999") (atof "1e999") (rtos 1e300 2 16) (rtos 1.5 4 8) (angtos -1e9 1 8) (distof "1'-6 1/2\"" 4) (wcmatch "a" "[") (wcmatch "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaa" "*a*a*a*a*a*a*a*b") (itoa -2147483648)

@@ -1,0 +1,1 @@
+(tblnext "LAYER" T) (tblnext "LAYER") (tblsearch "LAYER" "0") (tblobjname "LTYPE" "") (tblsearch "" "") (tblnext "NOSUCH") (getvar "CLAYER") (setvar "CLAYER" "none") (setvar "OSMODE" "x") (setvar "LTSCALE" -1) (getvar "") (namedobjdict) (dictsearch (namedobjdict) "X") (dictnext (namedobjdict) T)

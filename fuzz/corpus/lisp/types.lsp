@@ -1,0 +1,1 @@
+(type nil) (type type) (type 'a) (type (ssadd)) (princ (list car quote (lambda (x) x))) (print (entlast)) (prin1 "a\"b") (princ "a" 5) (eval (list '+ 1 (read "(2"))) (read "") (read "a b") (atoms-family 0) (equal '(1 2.0) '(1 2.1) 0.5) (foreach x '(1 . 2) x) (repeat -1 1) (cond 1) (cond ((1))) (if) (progn) (and) (or)

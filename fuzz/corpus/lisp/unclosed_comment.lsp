@@ -1,0 +1,2 @@
+(princ 1) ;| never ends
+(princ 2)

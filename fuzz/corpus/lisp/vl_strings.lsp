@@ -1,0 +1,1 @@
+(vl-string-subst "aa" "" "b") (vl-string-search "" "abc" 9) (vl-string-translate "ab" "c" "abba") (vl-string-elt "abc" -1) (vl-string-mismatch "a" "b" 5 5 T) (vl-string->list "ÿ") (vl-list->string (list 0 256 -1)) (vl-string-trim "" "x")
