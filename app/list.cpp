@@ -39,7 +39,7 @@ int list_objects(const std::string& file, const std::string& type)
 {
     host::document& doc = host::open_document();
     db::dxf_error error;
-    const auto drawing = db::read_dxf(host::drawing_path(host::cp1252_with_escapes(file)), doc, &error);
+    const auto drawing = db::read_dxf(host::drawing_to_read(host::cp1252_with_escapes(file)), doc, &error);
     if (!drawing) {
         host::complain(error.text());
         return status_failed;

@@ -26,18 +26,17 @@ namespace
 
 struct scratch_file {
     char path[32] = "/tmp/polyline_fuzz_XXXXXX";
-    scratch_file()
+    int file = mkstemp(path);
+    scratch_file() { expect(file >= 0, "no temporary file can be made"); }
+    ~scratch_file()
     {
-        const int made = mkstemp(path);
-        expect(made >= 0, "no temporary file can be made");
-        close(made);
+        close(file);
+        std::remove(path);
     }
-    ~scratch_file() { std::remove(path); }
     void fill(std::string_view bytes) const
     {
-        std::FILE* file = std::fopen(path, "wb");
-        expect(file && std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() &&
-                   std::fclose(file) == 0,
+        expect(pwrite(file, bytes.data(), bytes.size(), 0) == static_cast<ssize_t>(bytes.size()) &&
+                   ftruncate(file, static_cast<off_t>(bytes.size())) == 0,
                "the temporary file can't be written");
     }
 };

@@ -188,7 +188,7 @@ void close_waiting_drawings()
 
 bool open_drawing(document& doc, std::string_view path, std::string* error)
 {
-    const std::string file = drawing_path(path);
+    const std::string file = drawing_to_read(path);
     db::dxf_error failure;
     std::unique_ptr<db::database> read = db::read_dxf(file, doc, &failure);
     if (!read) {
@@ -221,7 +221,7 @@ task<> open_command(command_io& io)
     const answer given = co_await io.ask(ask_text("\nEnter name of drawing to open: "));
     if (given.none())
         co_return;
-    const std::string file = drawing_path(given.text);
+    const std::string file = drawing_to_read(given.text);
     for (const auto& doc : documents())
         if (!doc->file.empty() && doc->file == file) { // it is open already
             make_current(*doc);

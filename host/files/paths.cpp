@@ -227,6 +227,15 @@ std::string drawing_path(std::string_view path)
     return real_path(base + ".dxf");
 }
 
+std::string drawing_to_read(std::string_view path)
+{
+    const std::string drawing = drawing_path(path);
+    struct stat state;
+    if (stat(drawing.c_str(), &state) == 0)
+        return drawing;
+    return existing_path(path).value_or(drawing);
+}
+
 std::string file_path(std::string_view path)
 {
     return same_text(extension_of(path), ".dwg") ? drawing_path(path) : real_path(path);

@@ -20,6 +20,8 @@ std::optional<std::string> existing_path(std::string_view path);
 // The file for a drawing's name: NAME.DWG stands for NAME.dxf where only that is there, or where
 // neither is there (a new one is written as DXF). No extension: as with .dwg.
 std::string drawing_path(std::string_view path);
+// The file of a drawing that is to be read: as above, but where that isn't there, a file of just that name.
+std::string drawing_to_read(std::string_view path);
 // What files.h opens: a name that ends in .dwg goes by drawing_path, any other by real_path.
 std::string file_path(std::string_view path);
 // A path of this file system as programs hold it: Windows-1252, other characters as \U+XXXX.

@@ -236,6 +236,8 @@ value interpreter::evaluate_forms(std::string_view text, const std::string& name
         ~source_guard() { slot = before; }
     } guard{source_, source_};
     source_ = name.empty() ? nullptr : &*sources_.insert(name).first;
+    if (text.starts_with("\xEF\xBB\xBF")) // editors mark files so; within a program it is a symbol's
+        text.remove_prefix(3);
     reader forms(*this, text, name);
     value form, last = value::nil();
     for (;;) {

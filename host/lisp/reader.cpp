@@ -84,8 +84,6 @@ value number_of_text(std::string_view t)
 reader::reader(interpreter& l, std::string_view text, std::string name)
     : l_(l), text_(text), name_(std::move(name))
 {
-    if (text_.starts_with("\xEF\xBB\xBF"))
-        text_.remove_prefix(3);
 }
 
 void reader::fault(const char* message, std::uint32_t line)

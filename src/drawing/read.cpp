@@ -80,15 +80,20 @@ struct growing_chain {
     pg_node* head = nullptr;
     pg_node* tail = nullptr;
 
-    void append(const AcGePoint3d& at, double bulge)
+    // False when the heap is exhausted; the chain is then released, as it lacks a vertex.
+    bool append(const AcGePoint3d& at, double bulge)
     {
         const double point[3] = {at.x, at.y, at.z};
         pg_node* node = pg_node_new(point);
-        if (!node)
-            return;
+        if (!node) {
+            pl_free_nodes(head);
+            head = tail = nullptr;
+            return false;
+        }
         node->bulge = bulge;
         (tail ? tail->next : head) = node;
         tail = node;
+        return true;
     }
 };
 
@@ -111,8 +116,9 @@ pg_node* read_2d(const AcDb2dPolyline& pline, bool arcs_allowed)
             pl_free_nodes(chain.head);
             return nullptr;
         }
-        if (vertex->vertexType() != AcDb::k2dSplineCtlVertex)
-            chain.append(pline.vertexPosition(*vertex), bulge);
+        if (vertex->vertexType() != AcDb::k2dSplineCtlVertex &&
+            !chain.append(pline.vertexPosition(*vertex), bulge))
+            return nullptr;
     }
     return chain.head;
 }
@@ -123,8 +129,9 @@ pg_node* read_3d(const AcDb3dPolyline& pline)
     const std::unique_ptr<AcDbObjectIterator> at(pline.vertexIterator());
     for (; at && !at->done(); at->step()) {
         const auto vertex = opened<AcDb3dPolylineVertex>(at->objectId(), AcDb::kForRead);
-        if (vertex && (static_cast<int>(vertex->vertexType()) & SKIPPED_3D_TYPES) == 0)
-            chain.append(vertex->position(), 0.0);
+        if (vertex && (static_cast<int>(vertex->vertexType()) & SKIPPED_3D_TYPES) == 0 &&
+            !chain.append(vertex->position(), 0.0))
+            return nullptr;
     }
     return chain.head;
 }
@@ -143,8 +150,12 @@ pg_node* read_lw(const AcDbPolyline& pline, bool arcs_allowed)
         AcGePoint3d at;
         pline.getPointAt(i, at);
         const double point[3] = {at.x, at.y, at.z};
-        if (pg_node* node = pg_node_push(point, head, bulge))
-            head = node;
+        pg_node* node = pg_node_push(point, head, bulge);
+        if (!node) {
+            pl_free_nodes(head);
+            return nullptr;
+        }
+        head = node;
     }
     return head;
 }
@@ -194,8 +205,11 @@ pl_vertex* pl_read_vertices(const ads_name name)
     pl_vertex** end = &head;
     for (const pg_node* n = nodes; n; n = n->next) {
         pl_vertex* vertex = pl_vertex_new(n->x, n->y, n->z);
-        if (!vertex)
-            continue;
+        if (!vertex) {
+            pl_free_vertices(head);
+            head = nullptr;
+            break;
+        }
         vertex->bulge = n->bulge;
         *end = vertex;
         end = &vertex->next;

@@ -12,7 +12,7 @@ pline_props pl_get_props(const ads_name name);
 
 // The vertices of a polyline of any kind, in drawing order; the chain belongs to the caller
 // (pl_free_nodes). Null, with a message, for any other object, and for a polyline with arcs unless
-// `allow_arcs` is 1; null silently when the object doesn't open.
+// `allow_arcs` is 1; null silently when the object doesn't open or the heap is exhausted.
 pg_node* pl_read_nodes(const ads_name name, int allow_arcs);
 
 // The same as a chain of vertices, arcs allowed (pl_free_vertices).

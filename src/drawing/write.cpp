@@ -187,8 +187,10 @@ void pl_write_vertices(pl_vertex* head, pline_props props, int choose_kind, int 
     for (const pl_vertex* v = head; v; v = v->next) {
         const double point[3] = {v->x, v->y, v->z};
         pg_node* node = pg_node_new(point);
-        if (!node)
-            continue;
+        if (!node) { // without a vertex it would be another line
+            pl_free_nodes(nodes);
+            return;
+        }
         node->bulge = v->bulge;
         *end = node;
         end = &node->next;

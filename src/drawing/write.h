@@ -13,7 +13,7 @@
 //                wanted; non-zero a 3D polyline where z differs
 void pl_make_entity(const pg_node* nodes, pline_props props, int with_bulges, int auto_kind);
 
-// The same from a chain of two or more vertices.
+// The same from a chain of two or more vertices. Nothing is made when the heap is exhausted.
 //   choose_kind   1 replaces the kind: 3D where z differs, else lightweight
 //   drop_closing  1 leaves out a last vertex that lies exactly on the first: it is cut off the caller's
 //                 chain for good and released

@@ -20,7 +20,7 @@ struct file_chain {
 };
 
 // The file's polylines, the last one first; they belong to the caller (free_file_chains). Null when the
-// file doesn't open or holds none.
+// file doesn't open, holds none, or is too large for the heap: a part of it would be another line.
 file_chain* parse_polyline_file(const char* path, int format);
 void free_file_chains(file_chain* list);
 

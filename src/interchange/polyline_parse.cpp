@@ -69,6 +69,7 @@ class chain_reader
 {
 public:
     file_chain* list() const { return list_; }
+    bool is_exhausted() const { return is_exhausted_; }
 
     void read_line(std::string_view line, int format)
     {
@@ -84,17 +85,23 @@ private:
     void begin(int color)
     {
         auto* chain = static_cast<file_chain*>(acad_malloc(sizeof(file_chain)));
-        if (!chain)
+        if (!chain) {
+            is_exhausted_ = true;
             return;
+        }
         *chain = file_chain{color, nullptr, list_};
         list_ = chain;
     }
 
     void add(double x, double y, double z)
     {
-        pl_vertex* vertex = list_ ? pl_vertex_new(x, y, z) : nullptr;
-        if (!vertex)
+        if (!list_)
             return;
+        pl_vertex* vertex = pl_vertex_new(x, y, z);
+        if (!vertex) {
+            is_exhausted_ = true;
+            return;
+        }
         vertex->next = list_->head;
         list_->head = vertex;
     }
@@ -136,6 +143,7 @@ private:
     }
 
     file_chain* list_ = nullptr;
+    bool is_exhausted_ = false; // the list lacks what the heap had no room for
 };
 
 } // namespace
@@ -147,10 +155,13 @@ file_chain* parse_polyline_file(const char* path, int format)
         return nullptr;
     chain_reader reader;
     char line[LONGEST_LINE + 1];
-    while (file_gets(line, sizeof line, file))
+    while (!reader.is_exhausted() && file_gets(line, sizeof line, file))
         reader.read_line(line, format);
     file_close(file);
-    return reader.list();
+    if (!reader.is_exhausted())
+        return reader.list();
+    free_file_chains(reader.list());
+    return nullptr;
 }
 
 void free_file_chains(file_chain* list)

@@ -151,6 +151,17 @@ TEST(DrawingPath, DwgStandsForDxf)
         EXPECT_EQ(host::drawing_path(one.asked), one.path) << one.asked;
 }
 
+TEST(DrawingPath, FileOfJustThatNameIsReadWhereThereIsNoOther)
+{
+    temporary_directory tmp;
+    tmp.write("SITE", "");
+    EXPECT_EQ(host::drawing_to_read("site"), "SITE");
+    EXPECT_EQ(host::drawing_path("site"), "site.dxf") << "what is written is always a drawing file";
+    tmp.write("site.dxf", "");
+    EXPECT_EQ(host::drawing_to_read("SITE"), "site.dxf");
+    EXPECT_EQ(host::drawing_to_read("none"), "none.dxf");
+}
+
 TEST(DrawingPath, FilesOfProgramsGoByIt)
 {
     temporary_directory tmp;

@@ -99,6 +99,8 @@ TEST_F(Lisp, FormsBeforeASyntaxErrorAreEvaluated)
 TEST_F(Lisp, ByteOrderMarkIsSkipped)
 {
     EXPECT_EQ(run("\xEF\xBB\xBF(+ 1 2)", "job.lsp").printed, "3");
+    EXPECT_EQ(value("(strlen (vl-symbol-name (read (strcat (chr 239) (chr 187) (chr 191) \"A\"))))"), "4")
+        << "only at the start of a program";
 }
 
 TEST_F(Lisp, ErrorIsFollowedByItsCallsInnermostFirst)
