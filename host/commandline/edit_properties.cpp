@@ -146,10 +146,11 @@ task<> change_lineweight(command_io& io, object_list objects)
     if (given.none())
         co_return;
     const std::optional<double> mm = parse_real(given.text);
+    constexpr double MAX_WEIGHT = 211.0; // hundredths of a millimetre
     const int weight = same_text(given.text, "BYBLOCK")   ? -2
                        : same_text(given.text, "DEFAULT") ? -3
-                       : mm                               ? static_cast<int>(*mm * 100.0 + 0.5)
-                                                          : -1;
+                       : mm ? static_cast<int>(std::clamp(*mm * 100.0 + 0.5, 0.0, MAX_WEIGHT))
+                            : -1;
     change_each(io, objects, false,
                 [&](db::group_list& g) { put(g, db::int_group(370, weight), weight == -1); });
 }

@@ -281,7 +281,7 @@ task<> lineweight_layers(command_io& io)
     q.keys("Default").with(RSG_NONEG);
     const answer given = co_await io.ask(std::move(q));
     constexpr int DEFAULT = -3;
-    const int weight = given.ok() ? static_cast<int>(std::lround(given.real * 100.0)) : DEFAULT;
+    const int weight = given.ok() ? static_cast<int>(std::lround(std::min(given.real, 2.11) * 100.0)) : DEFAULT;
     for (const db::object_id layer :
          co_await ask_layers(io, "\nEnter name list of layer(s) for this lineweight", true))
         put_int_group(io.data(), layer, 370, weight);

@@ -316,7 +316,8 @@ bool asker::take_number(double value, bool whole)
     if (const std::string_view why = refusal_of_value(value); !why.empty())
         return refuse(why);
     result.real = value;
-    result.integer = static_cast<int>(value);
+    if (question_.kind == want::integer)
+        result.integer = static_cast<int>(value);
     return finish(RTNORM);
 }
 

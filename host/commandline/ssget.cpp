@@ -41,7 +41,7 @@ mode_parts parts_of(const char* mode)
             out.rules.single = out.rules.single || mark == "S";
             out.rules.every = out.rules.every || mark == "E";
             out.rules.no_locked = out.rules.no_locked || mark == "L";
-            if (mark == "A") // all, of this space, in one word with its mark
+            if (mark == "A")             // all, of this space, in one word with its mark
                 out.word.assign(1, 'A'); // a text literal draws a false warning of the optimiser
             left.remove_prefix(end == std::string_view::npos ? left.size() : end);
         } else {

@@ -164,7 +164,6 @@ void tell_saved(AcDbDatabase* database, std::string_view name)
     editor_reactors.tell([&](AcEditorReactor& r) { r.saveComplete(database, text.c_str()); });
 }
 
-
 const module_command* find_module_command(std::string_view name)
 {
     return the_stack.find(name);

@@ -250,7 +250,7 @@ TEST(Operation19, RunsACommandOfTheMachine)
 {
     module_session session;
     const std::string file = session.directory() + "made";
-    EXPECT_EQ(session.lisp("(cf:zentutil \"\" 19 \"touch " + file + "; exit 3\")"), "nil");
+    EXPECT_EQ(session.lisp("(cf:zentutil \"\" 19 \"touch '" + file + "'; exit 3\")"), "nil");
     EXPECT_EQ(read_text(file), "");
 }
 

@@ -113,6 +113,16 @@ TEST_F(inputs, AnglesUnderEachRule)
     }
 }
 
+TEST_F(inputs, RealsReachBeyondEveryInteger)
+{
+    for (const double wanted : {1e300, -1e300, 4294967296.0}) {
+        double value = 0;
+        answer(std::to_string(wanted));
+        EXPECT_EQ(acedGetReal("Factor: ", &value), RTNORM);
+        EXPECT_EQ(value, wanted);
+    }
+}
+
 TEST_F(inputs, DistanceByTwoPointsAndFromABase)
 {
     double value = 0;

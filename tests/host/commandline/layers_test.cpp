@@ -34,6 +34,14 @@ TEST_F(layers, MakeSetAndColourAsProgramsSendThem)
     EXPECT_EQ(current(), "0");
 }
 
+TEST_F(layers, LineweightsEndAtTheHeaviest)
+{
+    for (const auto& [typed, stored] : {std::pair("0.5", 50), std::pair("1e300", 211)}) {
+        EXPECT_EQ(send(std::string("LAYER|LW|") + typed + "|0|"), RTNORM);
+        EXPECT_EQ(db::int_of(data().at(data().record("LAYER", "0")).groups, 370, 0), stored) << typed;
+    }
+}
+
 struct option_case {
     const char* name;
     const char* line;

@@ -115,7 +115,8 @@ inline std::string difference(const std::string& a, const std::string& b)
             return a == b ? "" : "line ends";
         if (has_a != has_b || of_a != of_b)
             return before + "- " + (has_a ? of_a : "(end)") + "\n+ " + (has_b ? of_b : "(end)");
-        before = before.substr(before.size() > 200 ? before.find('\n', before.size() - 200) + 1 : 0) + of_a + '\n';
+        before =
+            before.substr(before.size() > 200 ? before.find('\n', before.size() - 200) + 1 : 0) + of_a + '\n';
     }
 }
 

@@ -18,9 +18,9 @@ namespace
 
 using test::sample;
 
-constexpr const char* SAMPLES[] = {"r12_minimal.dxf", "r12_blocks.dxf", "r2000.dxf", "r2007_utf8.dxf",
-                                   "r2018_unknown.dxf",
-                                   "../../../../share/samples/site.dxf"};
+constexpr const char* SAMPLES[] = {"r12_minimal.dxf",   "r12_blocks.dxf",
+                                   "r2000.dxf",         "r2007_utf8.dxf",
+                                   "r2018_unknown.dxf", "../../../../share/samples/site.dxf"};
 
 struct DxfWrite : testing::Test {
     document doc{3};
