@@ -200,7 +200,6 @@ private:
     value call_function(function_object* f, arguments a);
     value call_external(symbol* name, arguments a);
     value apply_special(const special_form& s, arguments a);
-    value apply_list(const value& list, arguments a);
     void evaluate_arguments(const value& forms, argument_list* into);
     outcome conclude(lisp_error& e);
 
