@@ -1,5 +1,6 @@
 // entities.cpp: drawing objects as group lists, extended data, dictionaries.
 #include "host/core/text.h"
+#include "host/lisp/answers.h"
 #include "host/lisp/builtins.h"
 #include "host/lisp/convert.h"
 #include "host/lisp/printer.h"
@@ -37,11 +38,8 @@ value make(interpreter& l, arguments a)
     const list_ptr groups(groups_of(l, a[0]));
     const int status = acdbEntMake(groups.get());
     l.throw_kept_stop();
-    if (status == RTKWORD) {
-        char name[ADS_TEXT_SIZE] = "";
-        acedGetInput(name);
-        return value::text(name);
-    }
+    if (status == RTKWORD)
+        return word_given();
     return status == RTNORM ? a[0] : value::nil();
 }
 

@@ -1,4 +1,5 @@
 // prompts.cpp: questions to the user. ^C at one of them cancels the program.
+#include "host/lisp/answers.h"
 #include "host/lisp/builtins.h"
 #include "host/lisp/convert.h"
 #include "hostapi/ads.h"
@@ -29,23 +30,6 @@ question question_of(interpreter& l, arguments a)
             l.wrong_type(i ? "stringp" : "2D/3D point:", a[i]);
     }
     return q;
-}
-
-// The value of an answer by the status of the call; `normal` makes it from what was asked for.
-template <class Normal>
-value answer(interpreter& l, int status, Normal normal)
-{
-    l.throw_kept_stop();
-    if (status == RTNORM)
-        return normal();
-    if (status == RTCAN)
-        l.cancel();
-    l.poll();
-    if (status != RTKWORD)
-        return value::nil();
-    char word[ADS_TEXT_SIZE] = "";
-    acedGetInput(word);
-    return value::text(word);
 }
 
 value init_get(interpreter&, arguments a)

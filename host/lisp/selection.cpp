@@ -1,6 +1,7 @@
 // selection.cpp: selection sets.
 #include "host/core/text.h"
 #include "host/database/selection_sets.h"
+#include "host/lisp/answers.h"
 #include "host/lisp/builtins.h"
 #include "host/lisp/convert.h"
 
@@ -73,17 +74,7 @@ value get(interpreter& l, arguments a)
     const request r = request_of(l, a);
     ads_name set = {0, 0};
     const int status = acedSSGet(r.mode_text(), r.first(), r.second(), r.filter.get(), set);
-    l.throw_kept_stop();
-    if (status == RTNORM)
-        return l.pickset(set);
-    if (status == RTCAN)
-        l.cancel();
-    l.poll();
-    if (status != RTKWORD)
-        return value::nil();
-    char word[ADS_TEXT_SIZE] = "";
-    acedGetInput(word);
-    return value::text(word);
+    return answer(l, status, [&] { return l.pickset(set); });
 }
 
 value length(interpreter&, arguments a)
