@@ -58,18 +58,6 @@ const operation OPERATIONS[] = {
     {-1, nullptr, nullptr, false},
 };
 
-namespace
-{
-
-void run_operation(const operation& op, const resbuf* args)
-{
-    op_call call{args};
-    if (op.run)
-        op.run(call);
-}
-
-} // namespace
-
 const operation& find_operation(const resbuf& number_node)
 {
     const int number = short_of(number_node);
@@ -79,18 +67,24 @@ const operation& find_operation(const resbuf& number_node)
     return OPERATIONS[0];
 }
 
+const operation* operation_of_call(const resbuf* chain)
+{
+    if (!chain)
+        return &OPERATIONS[0];
+    // A directory alone only sets data_dir.
+    return chain->rbnext ? &find_operation(*chain->rbnext) : nullptr;
+}
+
 int op_dispatch()
 {
     resbuf* chain = acedGetArgs();
-    if (!chain) {
-        run_operation(OPERATIONS[0], nullptr);
-        return RTNORM;
-    }
-    if (chain->restype == RTSTR && chain->resval.rstring)
+    if (chain && chain->restype == RTSTR && chain->resval.rstring)
         text_set(data_dir, chain->resval.rstring);
-    // A directory alone only sets data_dir.
-    if (const resbuf* number = chain->rbnext)
-        run_operation(find_operation(*number), number->rbnext);
+    const operation* op = operation_of_call(chain);
+    if (op && op->run) {
+        op_call call{chain ? chain->rbnext->rbnext : nullptr};
+        op->run(call);
+    }
     acutRelRb(chain);
     return RTNORM;
 }

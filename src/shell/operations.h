@@ -20,6 +20,8 @@ extern const operation OPERATIONS[];
 
 // What runs for an operation node: operation 0 for every number that isn't listed.
 const operation& find_operation(const resbuf& number_node);
+// What runs for a whole call: operation 0 for a call with no arguments, null for a directory alone.
+const operation* operation_of_call(const resbuf* chain);
 
 // The body of cf:zentutil: (directory number argument...). RTNORM in all cases; an operation tells its
 // failure by the value that it leaves or by a message.

@@ -61,6 +61,15 @@ TEST(OperationTable, NumbersThatAreNotListedRunOperation0)
     EXPECT_EQ(find_operation(short_node(32767)).number, 0);
 }
 
+TEST(OperationTable, CallWithoutArgumentsRunsOperation0AndADirectoryAloneRunsNone)
+{
+    EXPECT_EQ(operation_of_call(nullptr), &OPERATIONS[0]);
+    resbuf directory = node(RTNIL), number = short_node(14);
+    EXPECT_EQ(operation_of_call(&directory), nullptr);
+    directory.rbnext = &number;
+    EXPECT_EQ(operation_of_call(&directory)->number, 14);
+}
+
 TEST(OperationTable, TypeOfTheNumberCountsForTwoOperationsOnly)
 {
     for (const int number : {14, 44, 45, 46, 47}) {
