@@ -30,6 +30,28 @@ void pl_free_vertices(pl_vertex* head)
     }
 }
 
+void pl_link_back(pl_vertex* head)
+{
+    pl_vertex* before = nullptr;
+    for (pl_vertex* v = head; v; v = v->next) {
+        v->prev = before;
+        before = v;
+    }
+}
+
+pl_vertex* pl_last(pl_vertex* head)
+{
+    while (head && head->next)
+        head = head->next;
+    return head;
+}
+
+double pl_plan_distance(const pl_vertex& a, const pl_vertex& b)
+{
+    const double dx = b.x - a.x, dy = b.y - a.y;
+    return std::sqrt(dx * dx + dy * dy);
+}
+
 pl_vertex* pl_nearest_segment(pl_vertex* head, const ads_point point)
 {
     double best_sq = NO_VALUE;

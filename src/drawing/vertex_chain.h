@@ -21,6 +21,11 @@ struct pl_vertex {
 pl_vertex* pl_vertex_new(double x, double y, double z);
 void pl_free_vertices(pl_vertex* head);
 
+// Sets `prev` of a whole chain.
+void pl_link_back(pl_vertex* head);
+pl_vertex* pl_last(pl_vertex* head); // null of an empty chain
+double pl_plan_distance(const pl_vertex& a, const pl_vertex& b);
+
 // The vertex at which the segment nearest to a pick begins, null when the pick's foot falls on none.
 // Chords only, in the plane; of equal distances the later segment wins. Segments of 0.0001 or less
 // don't count.

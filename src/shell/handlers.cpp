@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "common/arguments.h"
 #include "common/names.h"
 #include "common/paths.h"
 #include "hostapi/ads.h"
@@ -11,7 +12,6 @@
 #include "settings/drawing_settings.h"
 #include "settings/file_pick.h"
 #include "settings/remembered_files.h"
-#include "shell/arguments.h"
 #include "shell/operations.h"
 #include "symbols/symbol_file.h"
 

@@ -1,21 +1,22 @@
 #include "shell/operations.h"
 
+#include "common/arguments.h"
 #include "common/directories.h"
 #include "common/text_buffer.h"
 #include "hostapi/ads.h"
-#include "shell/arguments.h"
 #include "shell/handlers.h"
+#include "shell/tool_handlers.h"
 
 const operation OPERATIONS[] = {
-    {0, "", nullptr, false},
-    {1, "", nullptr, false},
-    {2, "", nullptr, false},
+    {0, "", op_horizontal_view, false},
+    {1, "", op_pointer, false},
+    {2, "", op_extend_arc, false},
     {3, "", nullptr, false},
-    {4, "", nullptr, false},
-    {5, "rrpprstn", nullptr, false},
-    {6, "r", nullptr, false},
+    {4, "", op_leader, false},
+    {5, "rrpprstn", op_side_arrow, false},
+    {6, "r", op_curved_text, false},
     {8, "", nullptr, false},
-    {9, "rrppr", nullptr, false},
+    {9, "rrppr", op_arrow_pair, false},
     {10, "ep", nullptr, false},
     {11, "ep", nullptr, false},
     {12, "enr", nullptr, false},
@@ -33,7 +34,7 @@ const operation OPERATIONS[] = {
     {27, "tt", op_read_polylines, false},
     {28, "", nullptr, false},
     {29, "np", nullptr, false},
-    {30, "", nullptr, false},
+    {30, "", op_add_arrow, false},
     {31, "", nullptr, false},
     {32, "", nullptr, false},
     {33, "ts", nullptr, false},

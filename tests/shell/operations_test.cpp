@@ -16,7 +16,7 @@
 #include "host/core/session.h"
 #include "host/core/trace.h"
 #include "hostapi/ads.h"
-#include "shell/arguments.h"
+#include "common/arguments.h"
 #include "shell/operations.h"
 #include "tests/host/files/temporary_directory.h"
 #include "tests/shell/module_session.h"

@@ -1,4 +1,4 @@
-#include "shell/arguments.h"
+#include "common/arguments.h"
 
 #include <cstring>
 
@@ -25,6 +25,25 @@ int next_short(const resbuf** at, int standard)
 {
     const resbuf* node = take(at);
     return node && node->restype != RTSTR ? short_of(*node) : standard;
+}
+
+double next_real(const resbuf** at, double standard)
+{
+    const resbuf* node = take(at);
+    if (!node || node->restype == RTSTR)
+        return standard;
+    double value;
+    std::memcpy(&value, &node->resval, sizeof value);
+    return value;
+}
+
+bool next_point(const resbuf** at, ads_point point)
+{
+    const resbuf* node = take(at);
+    if (!node || node->restype == RTSTR)
+        return false;
+    std::memcpy(point, &node->resval, sizeof(ads_point));
+    return true;
 }
 
 bool next_name(const resbuf** at, ads_name name)

@@ -11,6 +11,9 @@
 
 const char* next_text(const resbuf** at, const char* standard);
 int next_short(const resbuf** at, int standard);
+double next_real(const resbuf** at, double standard);
+// False, with `point` as it was, when there is none.
+bool next_point(const resbuf** at, ads_point point);
 // False, with `name` as it was, when there is none.
 bool next_name(const resbuf** at, ads_name name);
 
