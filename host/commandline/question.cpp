@@ -301,6 +301,8 @@ std::string_view asker::refusal_of_value(double value) const
 // `typed`: the number that the bits are about.
 bool asker::take_turn(double radians, double typed)
 {
+    if (!std::isfinite(radians))
+        return wrong();
     if (const std::string_view why = refusal_of_value(result.has_point ? radians : typed); !why.empty())
         return refuse(why);
     result.turn = radians;
@@ -310,6 +312,8 @@ bool asker::take_turn(double radians, double typed)
 
 bool asker::take_number(double value, bool whole)
 {
+    if (!std::isfinite(value))
+        return wrong();
     if (question_.kind == want::integer && (!whole || value < -32768.0 || value > 32767.0))
         return refuse(whole ? "Requires an integer between -32768 and 32767."
                             : refusal_of(want::integer).plain);
@@ -323,6 +327,8 @@ bool asker::take_number(double value, bool whole)
 
 bool asker::take_point(const point3& point)
 {
+    if (!std::isfinite(point.x) || !std::isfinite(point.y) || !std::isfinite(point.z))
+        return wrong();
     if (!(question_.rules & RSG_NOLIM) && outside_limits(*doc_, point))
         return refuse("**Outside limits");
     note_last_point(*doc_, point);
