@@ -2,15 +2,18 @@
 
 #include "shell/operations.h"
 #include "tools/curved_text.h"
-#include "tools/extend_arc.h"
+#include "tools/extend_tools.h"
 
-void op_horizontal_view(op_call&) {}
+void op_horizontal_view(op_call&)
+{
+    extend_tools(0);
+}
 
 void op_pointer(op_call&) {}
 
 void op_extend_arc(op_call&)
 {
-    extend_arc_tool();
+    extend_tools(2);
 }
 
 void op_leader(op_call&) {}
