@@ -332,8 +332,7 @@ TEST(ChainNormalAt, IsAUnitVectorAlongTheNearestSegment)
     EXPECT_GT(tried, 1000);
 }
 
-// ---- size
-// -----------------------------------------------------------------------------------------------------
+// ---- size ---
 
 TEST(ChainQueries, TakeTimeInProportionToTheChain)
 {
