@@ -15,3 +15,7 @@
 ; ---- polyline files ----------------------------------------------------------------------------
 (defun c:plwrite () (cf:zentutil usrdir$ 15 tmpdir$ lspdir$) (princ))
 (defun c:plread () (cf:zentutil usrdir$ 27 tmpdir$ lspdir$) (princ))
+
+; ---- annotation lines --------------------------------------------------------------------------
+(defun c:curveleader () (cf:zentutil usrdir$ 4) (princ))
+(defun c:addarrow () (cf:zentutil usrdir$ 30) (princ))
