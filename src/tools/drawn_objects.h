@@ -14,8 +14,8 @@ public:
     bool added(ads_name name) const;
 
 private:
-    bool any_;
     ads_name name_{};
+    bool any_;
 };
 
 // The set of what a tool has drawn, which is its value in AutoLISP. Given back unless it was answered.
@@ -32,6 +32,6 @@ public:
     void answer();
 
 private:
-    bool owned_;
     ads_name name_{};
+    bool owned_;
 };
