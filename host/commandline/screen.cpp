@@ -135,15 +135,16 @@ int acedDragGen(const ads_name set, const char* prompt, int cursor,
     apply_pending_rules(what);
     const answer given = ask_user(current_document(), what);
     note_input(given);
-    if (given.ok()) {
-        std::memcpy(dropped, given.point.data(), sizeof(ads_point));
-        // The pointer has come to that place before the button went down.
-        ads_point at;
-        std::memcpy(at, dropped, sizeof at);
-        ads_matrix matrix = {{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}};
-        if (follow)
-            follow(at, matrix);
-    }
-    return t.status(given.status);
+    if (!given.ok())
+        return t.status(given.status);
+    // The pointer has come to that place before the button went down. The matrix is for what is shown on the
+    // way alone: whatever stands in it, the program moves its objects by the point.
+    ads_point at;
+    std::memcpy(at, given.point.data(), sizeof at);
+    ads_matrix matrix = {{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}};
+    if (follow && follow(at, matrix) == RTERROR)
+        return t.status(RTERROR);
+    std::memcpy(dropped, given.point.data(), sizeof(ads_point));
+    return t.status(RTNORM);
 }
 }

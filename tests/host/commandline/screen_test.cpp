@@ -96,6 +96,49 @@ TEST_F(screens, ADragEndsWhereThePointSays)
     EXPECT_EQ(acedDragGen(set, "\nWhere: ", 0, follow, at), RTCAN);
 }
 
+int follow_calls = 0;
+int fill_with_nothing_useful(ads_point point, ads_matrix matrix)
+{
+    ++follow_calls;
+    for (int i = 0; i < 4; ++i)
+        for (int j = 0; j < 4; ++j)
+            matrix[i][j] = std::nan("");
+    point[0] = std::nan("");
+    return RTNORM;
+}
+
+int refuse_to_follow(ads_point, ads_matrix)
+{
+    return RTERROR;
+}
+
+TEST_F(screens, ADragIsWhereThePointerWasWhateverTheProgramMakesOfIt)
+{
+    ads_name set = {0, 0};
+    ads_point at = {1, 2, 3};
+    follow_calls = 0;
+    answer("12,34");
+    EXPECT_EQ(acedDragGen(set, "\nWhere: ", 0, fill_with_nothing_useful, at), RTNORM);
+    EXPECT_EQ(follow_calls, 1);
+    EXPECT_DOUBLE_EQ(at[0], 12);
+    for (const char* ending : {"", "^C", "u"}) {
+        answer(ending);
+        acedInitGet(0, "Undo");
+        EXPECT_NE(acedDragGen(set, "\nWhere: ", 0, fill_with_nothing_useful, at), RTNORM);
+        EXPECT_EQ(follow_calls, 1) << "nothing was dragged anywhere";
+        EXPECT_DOUBLE_EQ(at[0], 12);
+    }
+    char word[ADS_TEXT_SIZE];
+    acedGetInput(word);
+    EXPECT_STREQ(word, "Undo");
+    answer("56,78");
+    EXPECT_EQ(acedDragGen(set, "\nWhere: ", 0, refuse_to_follow, at), RTERROR);
+    EXPECT_DOUBLE_EQ(at[0], 12);
+    answer("56,78");
+    EXPECT_EQ(acedDragGen(set, nullptr, 0, nullptr, at), RTNORM);
+    EXPECT_DOUBLE_EQ(at[0], 56);
+}
+
 TEST_F(screens, PromptsAreTracedWithTheirArguments)
 {
     answer("|n|3,4|5|^C|y");
