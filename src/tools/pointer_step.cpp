@@ -3,13 +3,13 @@
 // chain, `other` the vertex next to it and the tip on cur, and all that follows keeps it so.
 #include "tools/pointer_step.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "common/names.h"
 #include "common/text.h"
 #include "drawing/write.h"
 #include "hostapi/ads.h"
+#include "tools/drawn_objects.h"
 #include "tools/pointer_angles.h"
 
 namespace
@@ -214,15 +214,13 @@ bool draw_chain(pointer_state& state)
         acutPrintf("\nError 1 remaking polyline.");
         return false;
     }
-    ads_name before{};
-    const bool any_before = acdbEntLast(before) == RTNORM;
+    const newest_object before;
     if (state.is_line)
         draw_lines(state, type);
     else
         draw_polyline(state);
     // When nothing came the last object is somebody else's, not to be erased with the next step.
-    state.drawn = acdbEntLast(state.ent_name) == RTNORM &&
-                  !(any_before && std::equal(before, before + 2, state.ent_name));
+    state.drawn = before.added(state.ent_name);
     return true;
 }
 
