@@ -316,6 +316,12 @@ TEST_F(CurvedText, BackslashIsAskedForByTheCommand)
     EXPECT_EQ(session.lisp("(mapcar '(lambda (l) (ascii (car l))) (texts))"), "(65 92 66)");
 }
 
+TEST_F(CurvedText, CancelWithinAWordEndsTheTool)
+{
+    run("A\\B\n\n\n\n\n#last 130,240\n^C\n");
+    EXPECT_EQ(word(), "A");
+}
+
 TEST_F(CurvedText, LongWordRunsPastTheArcAndOnAroundTheCircle)
 {
     const std::string text(200, 'X'); // 200 times 2 on a circle of 314
