@@ -25,6 +25,7 @@ const std::vector<command_entry>& all_commands()
         {"COPY CO CP", copy_command},
         {"DIM", dim_command},
         {"DIM1", dim1_command},
+        {"DVIEW DV", dview_command},
         {"END", end_command},
         {"ERASE E", erase_command},
         {"INSERT I", insert_command},
