@@ -1,8 +1,12 @@
 #include "shell/tool_handlers.h"
 
 #include "shell/operations.h"
+#include "tools/extend_tools.h"
 
-void op_horizontal_view(op_call&) {}
+void op_horizontal_view(op_call&)
+{
+    extend_tools(0);
+}
 
 void op_pointer(op_call&) {}
 
