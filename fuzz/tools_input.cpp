@@ -70,25 +70,66 @@ const char* const TEXTS[] = {
     ",",
 };
 
-// Words that an operation's prompts know, and more often than by chance.
+// Picks that fall on a segment or an arc, `#N` as below.
+const char* const SEGMENT_PICKS[] = {
+    "#%0% 7,0",
+    "#%0% 1,1",
+    "#%0% 5,0",
+    "#%2% -4,-4",
+    "#%2% -2.5,-1.5",
+    "#%3% 1e299,0",
+    "#%7% 9,10",
+    "#%7% 10,19",
+    "#%7% 2,10",
+    "#%8% 45,-2.5",
+    "#%8% 50,9",
+    "#%8% 41,10",
+    "#%8% 40,1",
+    "#%9% 3,30",
+    "#%9% 5,30",
+    "#%12% 640005,5119997.9",
+    "#%12% 640010,5120009",
+    "#%13% -12,10",
+    "#%13% -20,18",
+    "#%13% -12,13",
+    "#%14% -18,-10",
+    "#%14% -28,-14",
+    "#%15% 2,42",
+    "5,0",
+    "45,10",
+    "#%1%",
+    "#%10%",
+    "#%11%",
+};
+const char* const ARC_PICKS[] = {
+    "#%4% 25,0.5", "#%4% 20.5,5", "#%4% 23.5355,3.5355", "#%4%", "#%5%",
+    "#%5% 30,0",   "#%6%",        "#%6% 1e12,0",         "20,5",
+};
+
+// Words that an operation's prompts know, and more often than by chance; and what it asks for first: n a
+// number, k a word, t a text, p a point, s the pick of a segment, a that of an arc.
 struct keys_of_operation {
     int operation;
+    const char* opening;
     const char* letters; // that a number may follow
     std::initializer_list<const char*> words;
 };
 const keys_of_operation KEYS[] = {
-    {0, "", {"x"}},
-    {1,
-     "ABRLTUSNPCODMEH",
-     {"A",         "B",        "C",    "D",   "E",    "H",        "L",         "M",      "N",  "O",   "P",
-      "R",         "S",        "T",    "U",   "Help", "130.1005", "B130.1005", "B245.3", "B5", "B50", "B6.",
-      "B945.5959", "A45.3030", "A-90", "R10", "L5",   "T25",      "T-3",       "u",      "n",  "p",   "c"}},
-    {2, "TU", {"U", "u", "Yes", "No", "Y", "T10", "t0.5", "T-4", "T1e99", "-3", "2"}},
-    {4, "U", {"Yes", "No", "Y", "N", "U", "Undo", "u", ""}},
-    {5, "", {"yes"}},
-    {6, "", {"Inside", "Outside", "I", "O", "Yes", "No", "N", "", "MAIN STREET", "A", "W i d e", "1"}},
-    {9, "", {"yes"}},
-    {30, "", {"0.5", "2", ""}},
+    {0, "s", "", {"x"}},
+    {1, "s", "ABRLTUSNPCODMEH", {"A",   "B",         "C",        "D",         "E",      "H",  "L",
+                                 "M",   "N",         "O",        "P",         "R",      "S",  "T",
+                                 "U",   "Help",      "130.1005", "B130.1005", "B245.3", "B5", "B50",
+                                 "B6.", "B945.5959", "A45.3030", "A-90",      "R10",    "L5", "T25",
+                                 "T-3", "u",         "n",        "p",         "c"}},
+    {2, "ak", "TU", {"U", "u", "Yes", "No", "Y", "T10", "t0.5", "T-4", "T1e99", "-3", "2"}},
+    {4, "kknpp", "U", {"Yes", "No", "Y", "N", "U", "Undo", "u", ""}},
+    {5, "", "", {"yes"}},
+    {6,
+     "tnnkka",
+     "",
+     {"Inside", "Outside", "I", "O", "Yes", "No", "N", "", "MAIN STREET", "A", "W i d e", "1"}},
+    {9, "", "", {"yes"}},
+    {30, "nss", "", {"0.5", "2", ""}},
 };
 const keys_of_operation& keys_of(int operation)
 {
@@ -188,11 +229,36 @@ std::string answer_of(byte_reader& in, const keys_of_operation& keys, int object
         return key_and_number(in, keys);
     if (kind < 22)
         return point_of(in);
+    if (kind < 24)
+        return in.choose(SEGMENT_PICKS);
+    if (kind < 26)
+        return in.choose(ARC_PICKS);
     if (kind < 28)
         return pick_of(in, object_count);
     if (kind == 28)
         return in.next() % 4 ? in.choose(TEXTS) : std::string(300, 'q');
     return kind == 31 ? "^C" : "";
+}
+
+// Usually what the prompt wants, once in eight anything.
+std::string opening_answer_of(byte_reader& in, char wanted, const keys_of_operation& keys, int object_count)
+{
+    if (in.next() % 8 == 7)
+        return answer_of(in, keys, object_count);
+    switch (wanted) {
+    case 'n':
+        return number_of(in);
+    case 'p':
+        return point_of(in);
+    case 's':
+        return in.choose(SEGMENT_PICKS);
+    case 'a':
+        return in.next() % 4 ? in.choose(ARC_PICKS) : in.choose(SEGMENT_PICKS);
+    case 't':
+        return in.next() % 2 ? "MAIN STREET" : in.choose(TEXTS);
+    default:
+        return key_of(in, keys);
+    }
 }
 
 // ---- the values of a call --------------------------------------------------------------------------------
@@ -310,6 +376,9 @@ tool_input tool_input_of(std::string_view bytes, int object_count)
     out.settings = variables_of(in);
     out.call = "(cf:zentutil \"\" " + std::to_string(op.number) + values_of_call(in, op.values) + ")";
     const keys_of_operation& keys = keys_of(op.number);
+    for (const char wanted : std::string_view(keys.opening))
+        if (!in.done())
+            out.answers += opening_answer_of(in, wanted, keys, object_count) + "\n";
     for (std::size_t i = 0; i < MOST_ANSWERS && !in.done(); ++i)
         out.answers += answer_of(in, keys, object_count) + "\n";
     return out;
