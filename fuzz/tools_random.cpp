@@ -18,7 +18,7 @@
 namespace
 {
 
-constexpr std::size_t SHORTEST = 4, LONGEST = 60;
+constexpr std::size_t SHORTEST = 4, LONGEST = 140;
 
 std::string random_bytes(std::mt19937& random)
 {
@@ -39,7 +39,7 @@ std::set<std::string> features_of(char operation, const std::string& history)
                 line += c;
             continue;
         }
-        line = line.substr(0, line.find(": ")); // the prompt without its answer
+        line = line.substr(0, line.find_first_of(":?")); // the prompt without its answer
         out.insert(operation + before + "\n" + line);
         before = std::move(line);
         line.clear();

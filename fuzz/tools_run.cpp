@@ -69,7 +69,7 @@ void watch(int seconds)
     setitimer(ITIMER_VIRTUAL, &timer, nullptr);
 }
 
-const char* const OBJECTS = R"LISP(
+const char* const OBJECTS = "(setq lspdir$ \"" ZENT_DIALOGS "\")" R"LISP(
 (entmake '((0 . "LAYER") (100 . "AcDbSymbolTableRecord") (100 . "AcDbLayerTableRecord") (2 . "OFF") (70 . 0) (62 . -3) (6 . "Continuous")))
 (entmake '((0 . "LAYER") (100 . "AcDbSymbolTableRecord") (100 . "AcDbLayerTableRecord") (2 . "FROZEN") (70 . 1) (62 . 3) (6 . "Continuous")))
 (entmake '((0 . "LAYER") (100 . "AcDbSymbolTableRecord") (100 . "AcDbLayerTableRecord") (2 . "LOCKED") (70 . 4) (62 . 3) (6 . "Continuous")))
