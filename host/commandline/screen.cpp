@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "host/commandline/pending_rules.h"
+#include "host/commandline/views.h"
 #include "host/core/document.h"
 #include "host/core/trace.h"
 #include "host/database/sysvars.h"
@@ -110,18 +111,14 @@ int acedMenuCmd(const char* text)
 int acedCoordFromWorldToPixel(int viewport, const ads_point world, int* x, int* y)
 {
     host::document& doc = current_document();
-    const host::list_ptr center = host::db::get_variable(doc, "VIEWCTR");
     const host::list_ptr size = host::db::get_variable(doc, "SCREENSIZE");
-    const double height = host::db::real_variable(doc, "VIEWSIZE");
-    if (viewport < 0 || !center || !size || !(height > 0.0) || !(size->resval.rpoint[1] > 0.0))
+    if (viewport < 0 || !size || !(size->resval.rpoint[1] > 0.0))
         return 0;
-    const double twist = host::db::real_variable(doc, "VIEWTWIST");
-    const double pixels = size->resval.rpoint[1] / height;
-    // VIEWCTR is already turned with the view.
-    const double turned_x = std::cos(twist) * world[0] - std::sin(twist) * world[1];
-    const double turned_y = std::sin(twist) * world[0] + std::cos(twist) * world[1];
-    const double px = size->resval.rpoint[0] / 2.0 + (turned_x - center->resval.rpoint[0]) * pixels;
-    const double py = size->resval.rpoint[1] / 2.0 - (turned_y - center->resval.rpoint[1]) * pixels;
+    const view now = view_of(doc);
+    const double pixels = size->resval.rpoint[1] / now.height;
+    const host::db::plane_place at = now.on_screen(world);
+    const double px = size->resval.rpoint[0] / 2.0 + (at.x - now.center.x) * pixels;
+    const double py = size->resval.rpoint[1] / 2.0 - (at.y - now.center.y) * pixels;
     if (!(std::abs(px) < 1e9) || !(std::abs(py) < 1e9))
         return 0;
     *x = static_cast<int>(std::lround(px));
