@@ -11,6 +11,7 @@
 
 #include "host/core/console.h"
 #include "host/core/document.h"
+#include "host/core/heap.h"
 #include "host/database/sysvars.h"
 #include "hostapi/ads.h"
 #include "tests/drawing/chains.h"
@@ -256,6 +257,38 @@ TEST_F(HorizontalView, PickBesideNoLegIsTold)
     light("(90 . 2) (70 . 0)", "(10 0.0 0.0) (10 0.0 10.0)");
     EXPECT_EQ(run("#last 0,11"), "\n\nError: no segment of the polyline at that point");
     EXPECT_TRUE(is_untouched());
+}
+
+TEST_F(HorizontalView, ExhaustedHeapTurnsNothingAndGivesAllBack)
+{
+    const auto refuse_each = [this](long least) {
+        long nth = 0;
+        for (bool is_refused = true; is_refused;) {
+            host::heap_refuse(++nth);
+            const std::string told = run("#last 0,9"); // lisp() compares the heap
+            is_refused = host::heap_refuse(0) == 0;
+            EXPECT_EQ(told.find("Error") != std::string::npos, is_refused) << told;
+            EXPECT_NEAR(off(is_refused ? 0 : -90), 0, 1e-7);
+        }
+        EXPECT_GT(nth, least);
+        session.lisp("(command \"_.U\")");
+    };
+    line("0.0 0.0 0.0", "0.0 10.0 0.0");
+    refuse_each(2);
+    light("(90 . 2) (70 . 0)", "(10 0.0 0.0) (10 0.0 10.0)");
+    refuse_each(2);
+    heavy("8");
+    refuse_each(3);
+}
+
+TEST_F(HorizontalView, IsOneStepOfUndo)
+{
+    line("0.0 0.0 0.0", "0.0 10.0 0.0");
+    run("#last 0,9");
+    EXPECT_NEAR(off(-90), 0, 1e-7);
+    session.lisp("(command \"_.U\")");
+    EXPECT_EQ(twist_deg(), 0.0);
+    EXPECT_EQ(session.lisp("(cdr (assoc 0 (entget (entlast))))"), "\"LINE\"");
 }
 
 TEST_F(HorizontalView, ExtentsThatTheHostLacksAreReplacedWithAWarning)
