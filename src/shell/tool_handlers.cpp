@@ -6,6 +6,7 @@
 #include "tools/curved_text.h"
 #include "tools/extend_tools.h"
 #include "tools/leader_tool.h"
+#include "tools/pointer_tool.h"
 #include "tools/side_arrow.h"
 
 void op_horizontal_view(op_call&)
@@ -13,7 +14,10 @@ void op_horizontal_view(op_call&)
     extend_tools(0);
 }
 
-void op_pointer(op_call&) {}
+void op_pointer(op_call&)
+{
+    pointer_tool();
+}
 
 void op_extend_arc(op_call&)
 {

@@ -216,6 +216,8 @@ const extend_case CASES[] = {
     {"BreakAfterATotal", 10, 30, false, "Yes\nT50\n5\n\n", "((\"10\" \"30\") (\"60\" \"65\"))"},
     {"CutAfterATotal", 10, 30, false, "Yes\nT50\n-5\n\n", "((\"10\" \"55\") (\"55\" \"60\"))"},
 
+    {"BreakByNothingAddsAnArcOfNoLength", 10, 30, false, "Yes\n0\n\n", "((\"10\" \"30\") (\"30\" \"30\"))"},
+
     {"TextThatIsNoNumber", 10, 30, false, "\nabc\n\n", "((\"10\" \"30\"))"},
     {"NumberWithATail", 10, 30, false, "\n5abc\n\n", "((\"10\" \"30\"))"},
     {"TotalThatIsNoNumber", 10, 30, false, "\nTabc\nT\n\n", "((\"10\" \"30\"))"},
