@@ -50,7 +50,8 @@ protected:
               out)
             ; Whether a corner of a head lies at a place.
             (defun is-tip (e x y) (and (= (cdr (assoc 0 (entget e))) "SOLID") (vl-some
-              '(lambda (n) (< (distance (cdr (assoc n (entget e))) (list x y 0.0)) 1e-6)) '(10 11 12 13)) t))
+              '(lambda (n / p) (setq p (cdr (assoc n (entget e)))) (< (distance (list (car p) (cadr p)) (list x y)) 1e-6))
+              '(10 11 12 13)) t))
             (defun members (set / i out)
               (setq i 0 out "")
               (while (< i (sslength set))
