@@ -66,7 +66,7 @@ public:
         asked_ = 0.0;
         const int answer = answered_++;
         if (answer == 0)
-            return "#last 639999.9,5120002.5";
+            return "#last 639994.5,5120002.5";
         if (answer > STEPS)
             return "";
         asked_ = processor_seconds();
