@@ -100,7 +100,7 @@ std::optional<double> parse_bearing(std::string_view text)
         return std::nullopt;
     std::string_view middle = trimmed(text.substr(1, text.size() - 2));
     const std::optional<double> degrees = take_dms(middle);
-    if (!degrees || !middle.empty())
+    if (!degrees || !middle.empty() || !std::isfinite(*degrees))
         return std::nullopt;
     const double from_axis = *degrees * PI / 180.0;
     const double start = word.front() == 'N' ? PI / 2 : 3 * PI / 2;
@@ -252,7 +252,9 @@ std::optional<double> parse_length(std::string_view text, const reading_rules& r
         return std::nullopt;
     const bool negative = text.front() == '-';
     const std::optional<double> value = parse_feet(negative ? text.substr(1) : text);
-    return value && negative ? std::optional(-*value) : value;
+    if (!value || !std::isfinite(*value))
+        return std::nullopt;
+    return negative ? -*value : *value;
 }
 
 std::optional<typed_angle> parse_angle(std::string_view text, const reading_rules& rules)
@@ -275,7 +277,7 @@ std::optional<typed_angle> parse_angle(std::string_view text, const reading_rule
         return value ? std::optional(typed_angle{sign * *value * unit, false}) : std::nullopt;
     }
     const std::optional<double> degrees = take_dms(text);
-    if (!degrees || !text.empty())
+    if (!degrees || !text.empty() || !std::isfinite(*degrees))
         return std::nullopt;
     return typed_angle{sign * *degrees * PI / 180.0, false};
 }
@@ -322,10 +324,10 @@ std::optional<point3> parse_point(std::string_view text, const reading_rules& ru
     if (!p)
         return std::nullopt;
     if (relative)
-        return point3{p->x + last[0], p->y + last[1], p->z + last[2]};
-    if (!has_z)
+        p = point3{p->x + last[0], p->y + last[1], p->z + last[2]};
+    else if (!has_z)
         p->z = rules.elevation;
-    return p;
+    return is_finite(*p) ? p : std::nullopt;
 }
 
 std::optional<std::string> match_key_word(std::string_view list, std::string_view text)

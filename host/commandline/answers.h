@@ -1,6 +1,7 @@
 // answers.h: what a text that answers a prompt can mean: a point, a length, an angle, a key word.
 #pragma once
 
+#include <cmath>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -30,6 +31,12 @@ struct point3 {
     const double* data() const { return &x; }
     static point3 of(const double* p) { return {p[0], p[1], p[2]}; }
 };
+inline bool is_finite(const point3& p)
+{
+    return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
+}
+
+// No reader below gives a number that is not finite: what is too large to hold is as little a number as "x".
 
 // "12.5,40" "12.5,40,3" "@3,4" "@10<45" "10<45" "@"; a '*' in front is passed over. Nothing: no point.
 std::optional<point3> parse_point(std::string_view text, const reading_rules& rules);

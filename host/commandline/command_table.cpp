@@ -22,6 +22,7 @@ const std::vector<command_entry>& all_commands()
         {"CLOSE", close_command},
         {"COLOR COL COLOUR", color_command},
         {"COPY CO CP", copy_command},
+        {"DVIEW DV", dview_command},
         {"END", end_command},
         {"ERASE E", erase_command},
         {"INSERT I", insert_command},

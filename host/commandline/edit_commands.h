@@ -29,6 +29,8 @@ task<> pan_command(command_io& io);
 task<> regen_command(command_io& io);
 task<> redraw_command(command_io& io);
 task<> ucs_command(command_io& io);
+// dview.cpp
+task<> dview_command(command_io& io);
 // steps.cpp
 task<> u_command(command_io& io);
 task<> undo_command(command_io& io);

@@ -134,6 +134,7 @@ task<> change_number(command_io& io, object_list objects, std::string prompt, in
         change_each(io, objects, false, [&](db::group_list& g) {
             if (code != 39 || !db::find(g, 39)) {
                 put(g, db::real_group(static_cast<int>(code), given.real), given.real == otherwise);
+                db::complete_entity(io.data(), g, nullptr); // each group to its place
                 return;
             }
             db::find(g, 39)->real = given.real;
@@ -173,7 +174,8 @@ task<> change_properties(command_io& io, object_list objects)
     for (;;) {
         question q(want::key_word,
                    "\nEnter property to change [Color/LAyer/LType/ltScale/LWeight/Thickness]: ");
-        q.keys("Color LAyer LType ltScale LWeight Thickness");
+        // LS is no word of the prompt; programs and fingers use it all the same.
+        q.keys("Color LAyer LType ltScale LWeight Thickness LTSCALE,LS");
         const answer what = co_await io.ask(std::move(q));
         if (what.none())
             co_return;
@@ -183,7 +185,7 @@ task<> change_properties(command_io& io, object_list objects)
             co_await change_layer(io, objects);
         else if (what.text == "LType")
             co_await change_linetype(io, objects);
-        else if (what.text == "ltScale")
+        else if (what.text == "ltScale" || what.text == "LTSCALE")
             co_await change_number(io, objects, "\nEnter new linetype scale", 48, 1.0, RSG_NOZERO | RSG_NONEG);
         else if (what.text == "LWeight")
             co_await change_lineweight(io, objects);

@@ -26,6 +26,7 @@ constexpr int EMPTY_ANSWER = 52; // ERRNO
 
 void apply_pending_rules(question& what)
 {
+    last_input.clear();
     const rules_for_next rules = std::move(next_rules);
     next_rules = {};
     what.rules |= rules.bits;
@@ -34,6 +35,7 @@ void apply_pending_rules(question& what)
 
 void drop_pending_rules()
 {
+    last_input.clear();
     next_rules = {};
 }
 

@@ -6,6 +6,7 @@
 
 #include "host/commandline/arc_shapes.h"
 #include "host/commandline/picks.h"
+#include "host/commandline/screen_window.h"
 #include "host/core/document.h"
 #include "host/core/text.h"
 #include "host/database/entities.h"
@@ -262,11 +263,10 @@ extern "C" int acedOsnap(const ads_point point, const char* modes, ads_point out
     db::database& data = db::database_of(doc);
     const double pixel = pick_reach(doc) / std::max(1, db::int_variable(doc, "PICKBOX"));
     const double reach = pixel * std::max(1, db::int_variable(doc, "APERTURE"));
-    const db::box window{{point[0] - reach, point[1] - reach, -HUGE_VAL},
-                         {point[0] + reach, point[1] + reach, HUGE_VAL}};
+    const screen_window window = screen_window::around(doc, point3::of(point), reach);
     std::vector<shape> shapes;
-    for (const db::object_id id : db::near_window(data, data.current_space(), window))
-        if (is_visible(data, id) && db::crosses_window(data, id, window))
+    for (const db::object_id id : db::near_window(data, data.current_space(), window.bounds()))
+        if (is_visible(data, id) && window.crosses(data, id))
             shapes.push_back(shape_of(data, id));
     snap found{point3::of(point), {}};
     for (std::string_view word : split_commas(modes ? modes : "")) {

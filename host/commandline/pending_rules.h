@@ -10,7 +10,8 @@
 namespace host::commandline
 {
 
-// Moves the rules and key words into the question; they are gone afterwards.
+// A new prompt begins: the rules and key words move into the question, or are dropped, and are gone
+// afterwards. What acedGetInput gave of the prompt before is gone too.
 void apply_pending_rules(question& what);
 void drop_pending_rules();
 // Keeps the key word for acedGetInput, and sets ERRNO on an empty answer.

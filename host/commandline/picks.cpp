@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "host/commandline/screen_window.h"
 #include "host/core/document.h"
 #include "host/core/text.h"
 #include "host/database/entities.h"
@@ -51,16 +52,15 @@ db::object_id object_at(document& doc, const point3& point)
 {
     db::database& db = db::database_of(doc);
     const double reach = pick_reach(doc);
-    const db::box window{{point.x - reach, point.y - reach, -HUGE_VAL},
-                         {point.x + reach, point.y + reach, HUGE_VAL}};
+    const screen_window window = screen_window::around(doc, point, reach);
     db::object_id best = 0;
     double best_distance = HUGE_VAL;
-    for (const db::object_id id : db::near_window(db, db.current_space(), window)) {
+    for (const db::object_id id : db::near_window(db, db.current_space(), window.bounds())) {
         if (!is_visible(db, id))
             continue;
         const double distance = db::distance_to(db, id, point.x, point.y);
         const bool nearer = distance < best_distance || (distance == best_distance && id > best);
-        if (nearer && (distance <= reach || db::crosses_window(db, id, window))) {
+        if (nearer && (distance <= reach || window.crosses(db, id))) {
             best = id;
             best_distance = distance;
         }

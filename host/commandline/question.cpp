@@ -2,6 +2,7 @@
 // first, then as what the prompt wants; what fits neither is refused in words that say what is wanted.
 #include "host/commandline/question.h"
 
+#include <charconv>
 #include <cmath>
 
 #include "host/commandline/picks.h"
@@ -72,6 +73,19 @@ bool is_whole(const resbuf& node)
     return type_of_code(node.restype) != value_type::real;
 }
 
+// LISP can work out numbers that nobody could type.
+bool all_finite(const resbuf* atoms)
+{
+    for (const resbuf* node = atoms; node; node = node->rbnext) {
+        const value_type type = type_of_code(node->restype);
+        if (type == value_type::real && !std::isfinite(node->resval.rreal))
+            return false;
+        if (type == value_type::point && !is_finite(point3::of(node->resval.rpoint)))
+            return false;
+    }
+    return true;
+}
+
 // A point atom, or two or three numbers.
 std::optional<point3> point_in(const resbuf* atoms, double elevation)
 {
@@ -92,12 +106,18 @@ std::optional<point3> point_in(const resbuf* atoms, double elevation)
     return count >= 2 ? std::optional(point3::of(xyz)) : std::nullopt;
 }
 
-std::string number_text(const resbuf& node)
+// As LISP prints it where it is to be a text; else with all its digits, since it is read as a number again.
+std::string number_text(const resbuf& node, want kind)
 {
     const std::optional<double> value = number_in(node);
     if (!value)
         return {};
-    return is_whole(node) ? std::to_string(static_cast<long>(*value)) : lisp_real(*value);
+    if (is_whole(node))
+        return std::to_string(static_cast<long>(*value));
+    if (kind == want::word || kind == want::text)
+        return lisp_real(*value);
+    char digits[40];
+    return {digits, std::to_chars(digits, digits + sizeof digits, *value).ptr};
 }
 
 // Commands take LASTPOINT further; prompts for objects don't.
@@ -221,7 +241,7 @@ bool asker::feed_text(std::string_view text)
     if (take_plain(bare))
         return true;
     if (question_.rules & RSG_OTHER && !first_) {
-        result.text = text;
+        result.text = bare;
         return finish(question_.kind == want::key_word ? RTNORM : RTKWORD);
     }
     return false;
@@ -310,6 +330,8 @@ bool asker::take_turn(double radians, double typed)
 
 bool asker::take_number(double value, bool whole)
 {
+    if (!std::isfinite(value)) // the distance of two points that are as far apart as numbers go
+        return wrong();
     if (question_.kind == want::integer && (!whole || value < -32768.0 || value > 32767.0))
         return refuse(whole ? "Requires an integer between -32768 and 32767."
                             : refusal_of(want::integer).plain);
@@ -398,6 +420,8 @@ bool asker::take_selection_text(std::string_view text)
 
 bool asker::feed_value(const resbuf* atoms)
 {
+    if (!all_finite(atoms))
+        return wrong();
     db::database& db = db::database_of(*doc_);
     if (atoms->restype == RTENAME) {
         const db::object_id id = object_of_name(db, atoms->resval.rlname);
@@ -446,7 +470,7 @@ bool asker::feed_value(const resbuf* atoms)
     }
     if (question_.kind == want::distance || question_.kind == want::real || question_.kind == want::integer)
         return first_ ? wrong() : take_number(*number, is_whole(*atoms) || *number == std::floor(*number));
-    return feed_text(number_text(*atoms));
+    return feed_text(number_text(*atoms, question_.kind));
 }
 
 // ---- the user -------------------------------------------------------------------------------------

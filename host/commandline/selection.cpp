@@ -8,6 +8,7 @@
 #include <unordered_set>
 
 #include "host/commandline/picks.h"
+#include "host/commandline/screen_window.h"
 #include "host/core/document.h"
 #include "host/core/text.h"
 #include "host/database/entities.h"
@@ -23,12 +24,6 @@ struct selection_memory {
     explicit selection_memory(document&) {}
     object_list previous;
 };
-
-db::box box_of(const point3& a, const point3& b)
-{
-    return {{std::min(a.x, b.x), std::min(a.y, b.y), -HUGE_VAL},
-            {std::max(a.x, b.x), std::max(a.y, b.y), HUGE_VAL}};
-}
 
 db::run run_of(const std::vector<point3>& points)
 {
@@ -242,8 +237,9 @@ task<> dialogue::take_point(point3 point)
         put_back_ = other;
         co_return;
     }
-    const region how = other.point.x < point.x ? region::crossing : region::inside;
-    take(objects_in_window(io_.data(), point, other.point, how));
+    const bool to_the_left = is_to_the_left(io_.doc(), other.point, point);
+    const region how = to_the_left ? region::crossing : region::inside;
+    take(objects_in_window(io_.doc(), point, other.point, how));
 }
 
 task<> dialogue::take_word(selection_word said)
@@ -253,8 +249,8 @@ task<> dialogue::take_word(selection_word said)
     if (word == "Window" || word == "Crossing" || word == "BOX") {
         const point3 a = co_await corner(said, FIRST);
         const point3 b = co_await corner(said, OPPOSITE);
-        const bool crossing = word == "Crossing" || (word == "BOX" && b.x < a.x);
-        take(objects_in_window(io_.data(), a, b, crossing ? region::crossing : region::inside));
+        const bool crossing = word == "Crossing" || (word == "BOX" && is_to_the_left(io_.doc(), b, a));
+        take(objects_in_window(io_.doc(), a, b, crossing ? region::crossing : region::inside));
     } else if (word == "WPolygon" || word == "CPolygon") {
         const std::vector<point3> all =
             co_await points(said, "First polygon point: ", "Specify endpoint of line or [Undo]: ");
@@ -332,11 +328,12 @@ task<object_list> dialogue::run()
 
 } // namespace
 
-object_list objects_in_window(db::database& db, const point3& a, const point3& b, region how)
+object_list objects_in_window(document& doc, const point3& a, const point3& b, region how)
 {
-    const db::box box = box_of(a, b);
-    return visible_near(db, box, [&](db::object_id id) {
-        return how == region::inside ? db::inside_window(db, id, box) : db::crosses_window(db, id, box);
+    db::database& db = db::database_of(doc);
+    const screen_window window(doc, a, b);
+    return visible_near(db, window.bounds(), [&](db::object_id id) {
+        return how == region::inside ? window.holds(db, id) : window.crosses(db, id);
     });
 }
 
@@ -357,10 +354,9 @@ object_list objects_on_fence(db::database& db, const std::vector<point3>& points
 
 object_list objects_touching(document& doc, const point3& point)
 {
-    const double reach = pick_reach(doc);
     db::database& db = db::database_of(doc);
-    return objects_in_window(db, {point.x - reach, point.y - reach, 0.0},
-                             {point.x + reach, point.y + reach, 0.0}, region::crossing);
+    const screen_window window = screen_window::around(doc, point, pick_reach(doc));
+    return visible_near(db, window.bounds(), [&](db::object_id id) { return window.crosses(db, id); });
 }
 
 object_list all_objects(const db::database& db)

@@ -24,8 +24,8 @@ struct selection_rules {
 // How a region takes objects.
 enum class region { inside, crossing };
 
-// Visible objects of the current space, newest first.
-object_list objects_in_window(db::database& db, const point3& a, const point3& b, region how);
+// Visible objects of the current space, newest first. A window is a rectangle of the screen.
+object_list objects_in_window(document& doc, const point3& a, const point3& b, region how);
 object_list objects_in_polygon(db::database& db, const std::vector<point3>& corners, region how);
 object_list objects_on_fence(db::database& db, const std::vector<point3>& points);
 object_list objects_touching(document& doc, const point3& point); // the pick box

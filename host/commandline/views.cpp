@@ -10,6 +10,7 @@
 #include "host/commandline/selection.h"
 #include "host/core/document.h"
 #include "host/core/text.h"
+#include "host/database/entities.h"
 #include "host/database/geometry.h"
 #include "host/database/sysvars.h"
 
@@ -27,11 +28,6 @@ struct view_history {
     std::vector<view> before;
 };
 
-db::object_id active_record(const db::database& db)
-{
-    return db.record("VPORT", "*Active");
-}
-
 double aspect_of(document& doc)
 {
     const list_ptr screen = db::get_variable(doc, "SCREENSIZE");
@@ -40,32 +36,87 @@ double aspect_of(document& doc)
     return screen->resval.rpoint[0] / screen->resval.rpoint[1];
 }
 
-void put_view(document& doc, const view& to)
+bool is_view(const view& v)
 {
-    db::database& db = db::database_of(doc);
-    const db::object_id record = active_record(db);
-    if (!record || !(to.height > 0.0) || !std::isfinite(to.height) || !std::isfinite(to.x) ||
-        !std::isfinite(to.y))
-        return;
-    db::group_list& groups = db.modify(record);
-    if (db::group* g = db::find(groups, 12))
-        *g = db::point_group(12, to.x, to.y);
-    else
-        groups.push_back(db::point_group(12, to.x, to.y));
-    if (db::group* g = db::find(groups, 40))
-        g->real = to.height;
-    else
-        groups.push_back(db::real_group(40, to.height));
+    return v.height > 0.0 && std::isfinite(v.height) && std::isfinite(v.center.x) &&
+           std::isfinite(v.center.y) && std::isfinite(v.twist);
 }
 
-view view_of_box(document& doc, const db::box& box)
+// A rectangle of the screen's plane that grows with what is put in.
+struct screen_box {
+    double low[2] = {HUGE_VAL, HUGE_VAL}, high[2] = {-HUGE_VAL, -HUGE_VAL};
+
+    void add(const db::plane_place& p)
+    {
+        low[0] = std::min(low[0], p.x), high[0] = std::max(high[0], p.x);
+        low[1] = std::min(low[1], p.y), high[1] = std::max(high[1], p.y);
+    }
+    bool has(const db::plane_place& p) const
+    {
+        return p.x >= low[0] && p.x <= high[0] && p.y >= low[1] && p.y <= high[1];
+    }
+    bool is_empty() const { return low[0] > high[0]; }
+};
+
+void show_box(document& doc, const screen_box& box, double room)
 {
+    view to = view_of(doc);
     const double width = box.high[0] - box.low[0], height = box.high[1] - box.low[1];
-    view out{(box.low[0] + box.high[0]) / 2, (box.low[1] + box.high[1]) / 2,
-             std::max(height, width / aspect_of(doc)) * ROOM_AROUND};
-    if (!(out.height > 0.0)) // a single point: the scale stays
-        out.height = view_of(doc).height;
-    return out;
+    to.center = {(box.low[0] + box.high[0]) / 2, (box.low[1] + box.high[1]) / 2};
+    const double fitting = std::max(height, width / aspect_of(doc)) * room;
+    if (fitting > 0.0) // a single point: the scale stays
+        to.height = fitting;
+    set_view(doc, to);
+}
+
+template <class Take>
+void each_corner(const db::box& box, Take take)
+{
+    for (const double x : {box.low[0], box.high[0]})
+        for (const double y : {box.low[1], box.high[1]})
+            for (const double z : {box.low[2], box.high[2]}) {
+                const double corner[3] = {x, y, z};
+                take(corner);
+            }
+}
+
+// Grows the box by an object. In a turned view the object's own box reaches further than the object, so
+// that where its corners would make a difference the object itself is looked at.
+void add_object(screen_box& box, const view& seen, const db::database& db, db::object_id id)
+{
+    const db::box own = db::extents_of(db, id);
+    if (own.is_empty())
+        return;
+    bool is_inside = true;
+    each_corner(own, [&](const double* corner) { is_inside = is_inside && box.has(seen.on_screen(corner)); });
+    if (is_inside)
+        return;
+    const std::vector<db::run> outline =
+        seen.is_plan() ? db::outline_of(db, id, seen.height / 1000.0) : std::vector<db::run>();
+    if (outline.empty())
+        each_corner(own, [&](const double* corner) { box.add(seen.on_screen(corner)); });
+    for (const db::run& run : outline)
+        for (const auto& [x, y] : run) {
+            const double at[3] = {x, y, 0.0};
+            box.add(seen.on_screen(at));
+        }
+}
+
+screen_box space_on_screen(document& doc)
+{
+    const db::database& db = db::database_of(doc);
+    const view seen = view_of(doc);
+    const db::object_id space = db.current_space();
+    screen_box box;
+    if (seen.is_plan() && seen.twist == 0.0) {
+        const db::box all = db::space_extents(db, space);
+        if (!all.is_empty())
+            each_corner(all, [&](const double* corner) { box.add(seen.on_screen(corner)); });
+        return box;
+    }
+    for (db::object_id id = db::first_entity(db, space); id; id = db::next_entity(db, id))
+        add_object(box, seen, db, id);
+    return box;
 }
 
 // "2" against the whole drawing, "2X" against the view, "2XP" as a share of paper units.
@@ -95,12 +146,11 @@ task<> zoom_window(command_io& io, point3 first)
     question q = ask_point("\nSpecify opposite corner: ");
     q.with(RSG_NONULL).from(first);
     const answer other = co_await io.ask(std::move(q));
-    db::box box = db::box::empty();
-    box.add(first.x, first.y, 0);
-    box.add(other.point.x, other.point.y, 0);
-    view to = view_of_box(io.doc(), box);
-    to.height /= ROOM_AROUND;
-    set_view(io.doc(), to);
+    const view now = view_of(io.doc());
+    screen_box box;
+    box.add(now.on_screen(first.data()));
+    box.add(now.on_screen(other.point.data()));
+    show_box(io.doc(), box, 1.0);
 }
 
 task<> zoom_center(command_io& io)
@@ -108,10 +158,8 @@ task<> zoom_center(command_io& io)
     view to = view_of(io.doc());
     question q = ask_point("\nSpecify center point: ");
     const answer middle = co_await io.ask(std::move(q));
-    if (middle.ok()) {
-        to.x = middle.point.x;
-        to.y = middle.point.y;
-    }
+    if (middle.ok())
+        to.center = to.on_screen(middle.point.data());
     question size(want::distance,
                   with_default("\nEnter magnification or height", length_text(io.doc(), to.height)));
     size.with(RSG_NOZERO | RSG_NONEG | RSG_OTHER);
@@ -126,42 +174,29 @@ task<> zoom_center(command_io& io)
 task<> zoom_objects(command_io& io)
 {
     const object_list chosen = co_await select_objects(io);
-    db::box box = db::box::empty();
-    for (const db::object_id id : chosen) {
-        const db::box one = db::extents_of(io.data(), id);
-        if (one.is_empty())
-            continue;
-        box.add(one.low[0], one.low[1], 0);
-        box.add(one.high[0], one.high[1], 0);
-    }
+    screen_box box;
+    for (const db::object_id id : chosen)
+        add_object(box, view_of(io.doc()), io.data(), id);
     if (!box.is_empty())
-        set_view(io.doc(), view_of_box(io.doc(), box));
+        show_box(io.doc(), box, ROOM_AROUND);
 }
 
 } // namespace
 
 view view_of(document& doc)
 {
-    const db::database& db = db::database_of(doc);
-    view out;
-    if (const db::object_id record = active_record(db)) {
-        const db::group_list& groups = db.at(record).groups;
-        if (const db::group* g = db::find(groups, 12)) {
-            out.x = g->point[0];
-            out.y = g->point[1];
-        }
-        out.height = db::real_of(groups, 40, 1.0);
-    }
-    return out;
+    return db::active_view_of(db::database_of(doc));
 }
 
 void set_view(document& doc, const view& to)
 {
+    if (!is_view(to))
+        return;
     std::vector<view>& before = doc.part<view_history>().before;
     before.push_back(view_of(doc));
     if (before.size() > KEPT_VIEWS)
         before.erase(before.begin());
-    put_view(doc, to);
+    db::put_active_view(db::database_of(doc), to);
 }
 
 bool previous_view(document& doc)
@@ -169,26 +204,36 @@ bool previous_view(document& doc)
     std::vector<view>& before = doc.part<view_history>().before;
     if (before.empty())
         return false;
-    put_view(doc, before.back());
+    db::put_active_view(db::database_of(doc), before.back());
     before.pop_back();
     return true;
 }
 
 void view_all(document& doc)
 {
-    db::database& db = db::database_of(doc);
-    const db::box box = db::space_extents(db, db.current_space());
-    if (!box.is_empty()) {
-        set_view(doc, view_of_box(doc, box));
-        return;
+    screen_box box = space_on_screen(doc);
+    if (box.is_empty()) {
+        const list_ptr low = db::get_variable(doc, "LIMMIN"), high = db::get_variable(doc, "LIMMAX");
+        if (!low || !high)
+            return;
+        const view now = view_of(doc);
+        const double limits[2][2] = {{low->resval.rpoint[0], low->resval.rpoint[1]},
+                                     {high->resval.rpoint[0], high->resval.rpoint[1]}};
+        for (const int i : {0, 1})
+            for (const int k : {0, 1}) {
+                const double corner[3] = {limits[i][0], limits[k][1], 0.0};
+                box.add(now.on_screen(corner));
+            }
     }
-    const list_ptr low = db::get_variable(doc, "LIMMIN"), high = db::get_variable(doc, "LIMMAX");
-    if (!low || !high)
-        return;
-    db::box limits = db::box::empty();
-    limits.add(low->resval.rpoint[0], low->resval.rpoint[1], 0);
-    limits.add(high->resval.rpoint[0], high->resval.rpoint[1], 0);
-    set_view(doc, view_of_box(doc, limits));
+    show_box(doc, box, ROOM_AROUND);
+}
+
+view panned(view now, const point3& from, const point3& to)
+{
+    const db::plane_place p = now.on_screen(from.data()), q = now.on_screen(to.data());
+    now.center.x -= q.x - p.x;
+    now.center.y -= q.y - p.y;
+    return now;
 }
 
 task<> zoom_command(command_io& io)
@@ -233,10 +278,9 @@ task<> pan_command(command_io& io)
     question second = ask_point("\nSpecify second point: ");
     second.from(from.point);
     const answer to = co_await io.ask(std::move(second));
-    view now = view_of(io.doc());
-    now.x -= to.none() ? from.point.x : to.point.x - from.point.x;
-    now.y -= to.none() ? from.point.y : to.point.y - from.point.y;
-    set_view(io.doc(), now);
+    const bool by_displacement = to.none();
+    set_view(io.doc(), panned(view_of(io.doc()), by_displacement ? point3{} : from.point,
+                              by_displacement ? from.point : to.point));
 }
 
 task<> regen_command(command_io& io)

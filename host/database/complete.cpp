@@ -5,6 +5,7 @@
 // extended data, and put together again in that order. Old lists have no markers; where the kind
 // is known each group's place follows from its code alone, so both forms go the same way.
 #include <algorithm>
+#include <cmath>
 
 #include "host/core/text.h"
 #include "host/database/entities.h"
@@ -232,10 +233,33 @@ void adjust_own(std::string_view type, group_list& own)
     }
 }
 
+bool is_finite(const group& g)
+{
+    if (g.kind == group_kind::real)
+        return std::isfinite(g.real);
+    if (g.kind != group_kind::point)
+        return true;
+    return std::all_of(g.point, g.point + g.dimensions, [](double value) { return std::isfinite(value); });
+}
+
 } // namespace
+
+bool check_numbers(const group_list& groups, std::string* error)
+{
+    for (const group& each : groups) {
+        if (is_finite(each))
+            continue;
+        if (error)
+            *error = "group " + std::to_string(each.code) + " is no finite number";
+        return false;
+    }
+    return true;
+}
 
 bool complete_entity(const database& db, group_list& groups, std::string* error)
 {
+    if (!check_numbers(groups, error))
+        return false;
     const group* type_group = find(groups, 0);
     if (!type_group || type_group->kind != group_kind::text || !type_group->text) {
         if (error)

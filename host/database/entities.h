@@ -13,9 +13,11 @@ namespace host::db
 // Brings a list that a program or an old file gives into the stored form: subclass markers in their
 // places, defaults for groups that every object of the kind has, layer 0 when none is named. Groups
 // that the kind doesn't know stay. False, with the list as it was, when a group that the kind needs is
-// missing or the kind is not known and the list has no markers; `error` says which. Handle and owner are 0
-// when there were none; 67 and 410 stay if given.
+// missing, the kind is not known and the list has no markers, or check_numbers fails; `error` says which.
+// Handle and owner are 0 when there were none; 67 and 410 stay if given.
 bool complete_entity(const database& db, group_list& groups, std::string* error);
+// False for a list with a number that is not finite: no file could hold it.
+bool check_numbers(const group_list& groups, std::string* error);
 
 // Group list as acdbEntGet gives it, -1 first. `applications`: names with wild cards for -3. What follows
 // from an object's place is put in here and isn't stored: 67 and 410, and -2 of BLOCK and SEQEND. Groups of

@@ -11,11 +11,11 @@
 #include "host/core/document.h"
 #include "host/core/session.h"
 #include "host/core/text.h"
+#include "host/database/active_view.h"
 #include "host/database/database.h"
 #include "host/database/entities.h"
 #include "host/database/geometry.h"
 #include "host/database/sysvars_table.h"
-#include "host/database/transform.h"
 #include "host/files/paths.h"
 
 namespace host::db
@@ -200,82 +200,54 @@ set_result set_viewport(document& doc, const resbuf& value)
 namespace
 {
 
-struct active_view {
-    double center[2] = {6, 4.5};
-    double height = 9, aspect = 4.0 / 3.0, twist = 0;
-    vec direction{0, 0, 1}, target{};
-
-    // A place of the view's plane, seen from its centre, in the drawing.
-    vec world(double right, double up) const
-    {
-        const transform plane = plane_of(direction);
-        const double c = std::cos(twist), s = std::sin(twist);
-        const double px = center[0] + right, py = center[1] + up;
-        return target + plane.ex * (c * px + s * py) + plane.ey * (c * py - s * px);
-    }
-};
-
-vec point_of(const group_list& groups, int code, const vec& otherwise)
+list_ptr place_of(const double at[3])
 {
-    const group* found = find(groups, code);
-    return found ? vec{found->point[0], found->point[1], found->point[2]} : otherwise;
+    return place(at[0], at[1], at[2]);
 }
 
-active_view view_of(document& doc)
+// A place of the screen, by its distance from the middle in halves of the screen.
+list_ptr screen_place(document& doc, double right, double up)
 {
-    active_view view;
-    const database& db = database_of(doc);
-    const object_id record = db.record("VPORT", "*ACTIVE");
-    if (!record)
-        return view;
-    const group_list& groups = db.at(record).groups;
-    const vec center = point_of(groups, 12, {view.center[0], view.center[1], 0});
-    view.center[0] = center.x;
-    view.center[1] = center.y;
-    view.height = real_of(groups, 40, view.height);
-    view.aspect = real_of(groups, 41, view.aspect);
-    view.twist = real_of(groups, 51, 0);
-    view.direction = point_of(groups, 16, view.direction);
-    view.target = point_of(groups, 17, view.target);
-    return view;
-}
-
-list_ptr place_of(const vec& at)
-{
-    return place(at.x, at.y, at.z);
+    const active_view view = active_view_of(database_of(doc));
+    double world[3];
+    view.in_world({view.center.x + right * view.height * view.aspect / 2, view.center.y + up * view.height / 2},
+                  world);
+    return place_of(world);
 }
 
 } // namespace
 
 list_ptr get_view_center(document& doc)
 {
-    return place_of(view_of(doc).world(0, 0));
+    return screen_place(doc, 0, 0);
 }
 list_ptr get_view_size(document& doc)
 {
-    return real(view_of(doc).height);
+    return real(active_view_of(database_of(doc)).height);
 }
 list_ptr get_view_direction(document& doc)
 {
-    return place_of(view_of(doc).direction);
+    return place_of(active_view_of(database_of(doc)).direction);
 }
 list_ptr get_view_target(document& doc)
 {
-    return place_of(view_of(doc).target);
+    return place_of(active_view_of(database_of(doc)).target);
 }
 list_ptr get_view_twist(document& doc)
 {
-    return real(view_of(doc).twist);
+    return real(active_view_of(database_of(doc)).twist);
+}
+list_ptr get_view_mode(document& doc)
+{
+    return whole(active_view_of(database_of(doc)).mode);
 }
 list_ptr get_view_low(document& doc)
 {
-    const active_view view = view_of(doc);
-    return place_of(view.world(-view.height * view.aspect / 2, -view.height / 2));
+    return screen_place(doc, -1, -1);
 }
 list_ptr get_view_high(document& doc)
 {
-    const active_view view = view_of(doc);
-    return place_of(view.world(view.height * view.aspect / 2, view.height / 2));
+    return screen_place(doc, 1, 1);
 }
 
 // ---- extents

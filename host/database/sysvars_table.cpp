@@ -198,7 +198,7 @@ constexpr variable_row ROWS[] = {
     worked_out("VIEWTWIST", form::real, get_view_twist),
     worked_out("VSMIN", form::point3, get_view_low),
     worked_out("VSMAX", form::point3, get_view_high),
-    read_only(of_drawing("VIEWMODE", form::integer, "0")),
+    worked_out("VIEWMODE", form::integer, get_view_mode),
     read_only(of_session("SCREENSIZE", form::point2, "1024,768")),
     worked_out("EXTMIN", form::point3, get_extents_low),
     worked_out("EXTMAX", form::point3, get_extents_high),

@@ -52,6 +52,7 @@ list_ptr get_view_size(document& doc);
 list_ptr get_view_direction(document& doc);
 list_ptr get_view_target(document& doc);
 list_ptr get_view_twist(document& doc);
+list_ptr get_view_mode(document& doc);
 list_ptr get_view_low(document& doc);
 list_ptr get_view_high(document& doc);
 list_ptr get_extents_low(document& doc);

@@ -481,6 +481,13 @@ std::optional<double> parse_length(std::string_view text, int unit)
     return sign * (feet * 12.0 + rest);
 }
 
+bool is_bearing(std::string_view text)
+{
+    const std::string_view bare = trimmed(text);
+    constexpr std::string_view COMPASS = "NSEWnsew";
+    return !bare.empty() && COMPASS.find(bare.front()) != std::string_view::npos;
+}
+
 std::optional<double> parse_angle(std::string_view text, int unit)
 {
     if (unit < 0 || unit > 4)
@@ -542,13 +549,17 @@ int acdbAngToS(ads_real value, int unit, int precision, char* out)
 {
     if (!out || !host::has_document())
         return RTERROR;
-    // Angles are shown as they are measured: from ANGBASE, in the sense of ANGDIR.
     host::document& doc = host::current_document();
-    double shown = value - host::db::real_variable(doc, "ANGBASE");
-    if (host::db::int_variable(doc, "ANGDIR") == 1)
-        shown = -shown;
-    return host::db::hand_over(
-        host::db::angle_text(shown, host::db::form_of_drawing(unit, precision, "AUNITS", "AUPREC")), out);
+    const host::db::unit_form form = host::db::form_of_drawing(unit, precision, "AUNITS", "AUPREC");
+    // Angles are shown as they are measured: from ANGBASE, in the sense of ANGDIR. Bearings name the
+    // directions of the compass, which no setting turns.
+    double shown = value;
+    if (form.unit != host::db::BEARINGS) {
+        shown -= host::db::real_variable(doc, "ANGBASE");
+        if (host::db::int_variable(doc, "ANGDIR") == 1)
+            shown = -shown;
+    }
+    return host::db::hand_over(host::db::angle_text(shown, form), out);
 }
 
 int acdbDisToF(const char* text, int unit, ads_real* out)
@@ -574,9 +585,13 @@ int acdbAngToF(const char* text, int unit, ads_real* out)
     const auto value = host::db::parse_angle(text, unit);
     if (!value)
         return RTERROR;
-    const double sense = host::db::int_variable(doc, "ANGDIR") == 1 ? -1.0 : 1.0;
+    double direction = *value;
+    if (!host::db::is_bearing(text)) {
+        const double sense = host::db::int_variable(doc, "ANGDIR") == 1 ? -1.0 : 1.0;
+        direction = host::db::real_variable(doc, "ANGBASE") + sense * *value;
+    }
     constexpr double FULL_TURN = 2 * std::numbers::pi;
-    double angle = std::fmod(host::db::real_variable(doc, "ANGBASE") + sense * *value, FULL_TURN);
+    double angle = std::fmod(direction, FULL_TURN);
     if (angle < 0)
         angle += FULL_TURN;
     *out = angle;

@@ -16,6 +16,7 @@ struct unit_form {
     bool as_entered = false;  // UNITMODE 1: 1'5-1/2" in place of 1'-5 1/2"
 };
 
+constexpr int BEARINGS = 4; // of AUNITS
 // Decimals that mean something; a larger precision is taken as this one.
 constexpr int MAX_DECIMALS = 16;
 
@@ -29,5 +30,7 @@ std::optional<double> parse_length(std::string_view text, int unit);
 // Radians as they were written, sign included. A text with a mark of its own (45d30', 50g, 1.2r,
 // N 45d E) is of that form whatever `unit` says.
 std::optional<double> parse_angle(std::string_view text, int unit);
+// Whether an angle's text names a direction of the compass: such ones don't count from ANGBASE.
+bool is_bearing(std::string_view text);
 
 } // namespace host::db

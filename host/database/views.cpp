@@ -265,6 +265,10 @@ Acad::ErrorStatus store_one(database& db, object_id owner, object_state& state, 
 
 Acad::ErrorStatus store_entity(database& db, object_id owner, object_state& state, std::string_view layer)
 {
+    // A polyline that lost a vertex on the way would be another one.
+    for (const auto& vertex : state.vertices)
+        if (!check_numbers(vertex->groups, nullptr))
+            return Acad::eInvalidInput;
     const Acad::ErrorStatus status = store_one(db, owner, state, layer);
     if (status != Acad::eOk || !db.is(state.id, "POLYLINE"))
         return status;

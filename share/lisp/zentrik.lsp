@@ -15,3 +15,11 @@
 ; ---- polyline files ----------------------------------------------------------------------------
 (defun c:plwrite () (cf:zentutil usrdir$ 15 tmpdir$ lspdir$) (princ))
 (defun c:plread () (cf:zentutil usrdir$ 27 tmpdir$ lspdir$) (princ))
+
+; ---- drafting tools ----------------------------------------------------------------------------
+(defun c:pointer () (cf:zentutil usrdir$ 1) (princ))
+(defun c:extendarc () (cf:zentutil usrdir$ 2) (princ))
+; The standard size is that of the last text; the tool asks for another.
+(defun c:arctext () (cf:zentutil usrdir$ 6 (getvar "TEXTSIZE")) (princ))
+(defun c:curveleader () (cf:zentutil usrdir$ 4) (princ))
+(defun c:addarrow () (cf:zentutil usrdir$ 30) (princ))

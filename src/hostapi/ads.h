@@ -113,13 +113,15 @@ int acedGetCorner(const ads_point base, const char* prompt, ads_point value);
 int acedGetKword(const char* prompt, char* word);
 // with_blanks non-zero: blanks are part of the text, only Enter ends it.
 int acedGetString(int with_blanks, const char* prompt, char* text);
-// The key word of an input call that answered RTKWORD.
+// The key word, or the text under RSG_OTHER, of an input call that answered RTKWORD; empty after any other
+// answer.
 int acedGetInput(char* word);
 // RTERROR with ERRNO 7 when the pick hit nothing, 52 on an empty answer.
 int acedEntSel(const char* prompt, ads_name name, ads_point picked);
 int acedNEntSelP(const char* prompt, ads_name name, ads_point point, int use_point, ads_matrix to_world,
                  resbuf** containers);
-// Drags a set along with the pointer; `follow` fills the matrix for a pointer position.
+// Drags a set along with the pointer; `follow` fills the matrix for a pointer position, RTERROR from it
+// ends the drag with that status. Nothing of the drawing is changed.
 int acedDragGen(const ads_name set, const char* prompt, int cursor,
                 int (*follow)(ads_point point, ads_matrix matrix), ads_point dropped);
 // 1 when the user pressed the break key since the last call.

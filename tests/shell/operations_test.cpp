@@ -5,6 +5,7 @@
 #include <set>
 #include <string>
 
+#include "common/arguments.h"
 #include "common/directories.h"
 #include "common/invoke.h"
 #include "common/text_buffer.h"
@@ -16,7 +17,6 @@
 #include "host/core/session.h"
 #include "host/core/trace.h"
 #include "hostapi/ads.h"
-#include "common/arguments.h"
 #include "shell/operations.h"
 #include "tests/host/files/temporary_directory.h"
 #include "tests/shell/module_session.h"
@@ -217,17 +217,43 @@ TEST(Call, WrongAndMissingArgumentsAreHarmless)
     }
 }
 
-// What the two calls ask, change and answer is the same, line by line.
-TEST(Call, WithoutArgumentsOrOfAnUnlistedNumberRunsOperation0)
+// What a call asks and does in a drawing of one line.
+std::string traced_on_a_line(const std::string& call)
 {
     module_session session;
-    const std::string first = session.traced("(cf:zentutil \"\" 0)");
-    for (const char* call : {"(cf:zentutil)", "(cf:zentutil \"\" 52)", "(cf:zentutil \"\" 7)",
-                             "(cf:zentutil \"\" 45.0 \"text\")", "(cf:zentutil \"\" \"14\" 440 100)"})
-        EXPECT_EQ(session.traced(call), first) << call;
+    session.lisp("(entmake '((0 . \"LINE\") (10 0.0 0.0 0.0) (11 5.0 0.0 0.0)))");
+    host::answers_from_text("#last 4,0\n");
+    return session.traced(call);
+}
+
+// Operation 0 turns the view: the prompt and the command that it sends tell it.
+TEST(Call, WithoutArgumentsOrOfAnUnlistedNumberRunsOperation0)
+{
+    const std::string first = traced_on_a_line("(cf:zentutil \"\" 0)");
+    EXPECT_NE(first.find("acedEntSel \"\\nPick a line or pline to make horizontal:\""), std::string::npos);
+    EXPECT_NE(first.find("acedCommand (\"_.DVIEW\""), std::string::npos) << first;
+    for (const char* call :
+         {"(cf:zentutil)", "(cf:map_zentutil)", "(cf:zentutil \"\" 7)", "(cf:zentutil \"\" 13)",
+          "(cf:zentutil \"\" 17)", "(cf:zentutil \"\" 18)", "(cf:zentutil \"\" 52)",
+          "(cf:zentutil \"\" 53 \"text\" 1)", "(cf:zentutil \"\" 32767)", "(cf:zentutil \"\" -1)",
+          "(cf:zentutil \"\" -32768)", "(cf:zentutil \"\" 45.0 \"text\")", "(cf:zentutil \"\" 46.0 \"text\" 1)",
+          "(cf:zentutil \"\" \"14\" 440 100)"})
+        EXPECT_EQ(traced_on_a_line(call), first) << call;
+}
+
+TEST(Call, WithoutArgumentsLeavesTheDataDirectory)
+{
+    module_session session;
     text_set(data_dir, "C:\\DATA\\");
+    host::answers_from_text("^C\n");
     EXPECT_EQ(session.lisp("(cf:zentutil)"), "nil");
     EXPECT_STREQ(data_dir, "C:\\DATA\\");
+}
+
+TEST(Call, OfAShort45Or46DoesNotRunOperation0)
+{
+    for (const char* call : {"(cf:zentutil \"\" 45 \"text\")", "(cf:zentutil \"\" 46 \"text\" 0)"})
+        EXPECT_EQ(traced_on_a_line(call).find("make horizontal"), std::string::npos) << call;
 }
 
 TEST(Call, ANumberInPlaceOfATextCountsAsMissing)

@@ -1,4 +1,5 @@
 // Commands that change objects, by what they do to a line, an arc, a text and a polyline.
+#include "host/commandline/picks.h"
 #include "tests/host/commandline/session.h"
 
 namespace host::commandline
@@ -9,6 +10,8 @@ namespace
 
 class editing : public session
 {
+protected:
+    db::object_id last_object() { return commandline::last_object(data()); }
 };
 
 struct edit_case {
@@ -64,6 +67,12 @@ const edit_case CASES[] = {
      "LWPOLYLINE 10=0,0 42=1 10=10,0 42=0"},
     {"MirrorKeepsTheSource", "POINT|1,1", "MIRROR|L||0,0|1,0|N", {10}, "POINT 10=1,1,0 / POINT 10=1,-1,0"},
     {"ChpropScale", "LINE|0,0|5,0|", "_.CHPROP|L||_SCALE|2.5|", {48}, "LINE 48=2.5"},
+    {"ChpropScaleOfOneHasNoGroup", "LINE|0,0|5,0|", "CHPROP|L||S|2.5|S|1|", {48}, "LINE"},
+    {"ChpropScaleKeptByEnter", "LINE|0,0|5,0|", "CHPROP|L||S|2.5|S||", {48}, "LINE 48=2.5"},
+    {"ChpropScaleByTwoPoints", "LINE|0,0|5,0|", "CHPROP|L||S|0,0|3,4|", {48}, "LINE 48=5"},
+    {"ChpropScaleOfLw", "PLINE|0,0|5,0|", "CHPROP|L||S|0.25|", {48}, "LWPOLYLINE 48=0.25"},
+    {"ChpropSeveral", "LINE|0,0|5,0|", "CHPROP|L||C|3|S|2|T|4|", {39, 48, 62}, "LINE 62=3 48=2 39=4"},
+    {"ChpropByBlock", "LINE|0,0|5,0|", "CHPROP|L||C|byblock|", {62}, "LINE 62=0"},
     {"ChpropColor", "LINE|0,0|5,0|", "CHPROP|L||C|red|", {62}, "LINE 62=1"},
     {"ChpropByLayer", "LINE|0,0|5,0|", "CHPROP|L||C|5|C|BYLAYER|", {62}, "LINE"},
     {"ChpropThickness", "LINE|0,0|5,0|", "CHPROP|L||T|4|", {39}, "LINE 39=4"},
@@ -104,6 +113,90 @@ TEST_F(editing, ChpropOfASequenceTakesItsVerticesAlong)
     send("3DPOLY|0,0,1|5,0,2|");
     send("CHPROP|L||LA|fence|");
     EXPECT_EQ(objects({8}), "POLYLINE 8=FENCE (VERTEX 8=FENCE) (VERTEX 8=FENCE)");
+}
+
+TEST_F(editing, TheScaleOfLinetypesIsMeantByEachOfItsWords)
+{
+    send("LINE|0,0|5,0|");
+    double scale = 2.0;
+    for (const char* word : {"S", "s", "_S", "Sc", "SCALE", "_SCALE", "scale", "ltScale", "LTSCALE", "_LTSCALE",
+                             "LTS", "lts", "LTSC", "LS", "_LS", "_.SCALE"}) {
+        SCOPED_TRACE(word);
+        ads_name line;
+        ASSERT_EQ(acdbEntLast(line), RTNORM);
+        scale += 0.125;
+        const int status =
+            acedCommand(RTSTR, "_.CHPROP", RTENAME, line, RTSTR, "", RTSTR, word, RTREAL, scale, RTSTR, "", 0);
+        if (std::string_view(word) == "_.SCALE") { // a command's name, no key word
+            EXPECT_NE(status, RTNORM);
+            break;
+        }
+        EXPECT_EQ(status, RTNORM);
+        EXPECT_DOUBLE_EQ(db::real_of(data().at(nth(0)).groups, 48, 1.0), scale);
+    }
+}
+
+TEST_F(editing, WordsOfOtherPropertiesAreNotTakenForTheScale)
+{
+    send("LINE|0,0|5,0|");
+    db::set_int(doc(), "CMDECHO", 1);
+    EXPECT_EQ(send("CHPROP|L||L|LT|Continuous|"), RTERROR);
+    EXPECT_TRUE(has_shown("Invalid option keyword.")) << shown;
+    EXPECT_EQ(objects({6, 48}), "LINE 6=Continuous");
+}
+
+// As tools do it that make an object again: all digits, the same name, still the newest.
+TEST_F(editing, ChangedPropertiesLeaveTheObjectTheLastWithItsName)
+{
+    send("POINT|9,9");
+    send("3DPOLY|0,0,1|5,0,2|");
+    ads_name before, after;
+    ASSERT_EQ(acdbEntLast(before), RTNORM);
+    const std::uint64_t name = data().at(last_object()).handle;
+    const double scale = 0.1 + 0.2;
+    ASSERT_EQ(acedCommand(RTSTR, "_.CHPROP", RTENAME, before, RTSTR, "", RTSTR, "_SCALE", RTREAL, scale, RTSTR,
+                          "", 0),
+              RTNORM);
+    ASSERT_EQ(acdbEntLast(after), RTNORM);
+    EXPECT_EQ(before[0], after[0]);
+    EXPECT_EQ(before[1], after[1]);
+    EXPECT_EQ(data().at(last_object()).handle, name);
+    EXPECT_EQ(db::real_of(data().at(last_object()).groups, 48, 1.0), scale);
+    EXPECT_EQ(objects({8, 48}), "POINT 8=0 / POLYLINE 8=0 48=0.3 (VERTEX 8=0) (VERTEX 8=0)");
+}
+
+// Files have the thickness with the kind's own groups, not with those common to all.
+TEST_F(editing, AThicknessStandsBehindTheMarkerOfItsKind)
+{
+    send("ARC|1,0|0,1|-1,0");
+    send("CHPROP|L||T|4|");
+    EXPECT_EQ(objects({100, 8, 39, 40, 50}),
+              "ARC 100=AcDbEntity 8=0 100=AcDbCircle 39=4 40=1 100=AcDbArc 50=0");
+    send("CHPROP|L||T|0|");
+    EXPECT_EQ(db::real_of(data().at(nth(0)).groups, 39, 0.0), 0.0);
+}
+
+TEST_F(editing, WrongScalesAreRefusedAndTheNextOneIsTaken)
+{
+    send("LINE|0,0|5,0|");
+    db::set_int(doc(), "CMDECHO", 1);
+    EXPECT_EQ(send("CHPROP|L||S|0|-1|much|3|"), RTERROR);
+    EXPECT_EQ(objects({48}), "LINE 48=3");
+    EXPECT_TRUE(has_shown("Value must be positive and nonzero.")) << shown;
+    EXPECT_TRUE(has_shown("Requires numeric distance or two points.")) << shown;
+}
+
+TEST_F(editing, ChpropOfALockedObjectChangesNothingAndLeavesNoCommandWaiting)
+{
+    send("LAYER|M|FIXED|");
+    send("LINE|0,0|5,0|");
+    send("LAYER|LO|FIXED|");
+    ads_name line;
+    ASSERT_EQ(acdbEntLast(line), RTNORM);
+    acedCommand(RTSTR, "_.CHPROP", RTENAME, line, RTSTR, "", RTSTR, "_SCALE", RTREAL, 2.0, RTSTR, "", 0);
+    EXPECT_EQ(objects({8, 48}), "LINE 8=FIXED");
+    EXPECT_EQ(send("LAYER|S|0|"), RTNORM);
+    EXPECT_EQ(db::text_variable(doc(), "CLAYER"), "0");
 }
 
 TEST_F(editing, WhatLiesOnALockedLayerStays)

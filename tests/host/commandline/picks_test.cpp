@@ -93,6 +93,38 @@ TEST_F(picks, HandlesNameTheObjectAndThePoint)
     EXPECT_EQ(picked_index(name), 2);
 }
 
+TEST_F(picks, AHandleWithAPointThatIsNoneIsAskedForAgain)
+{
+    ads_name name;
+    ads_point at = {0, 0, 0};
+    for (const std::string bad : {" nan,0", " 1e999,0", " somewhere", " (list 1 2)"}) {
+        SCOPED_TRACE(bad);
+        ASSERT_EQ(pick(handle(1) + bad + "|" + handle(0) + " 1,0", name, at), RTNORM);
+        EXPECT_EQ(picked_index(name), 0);
+        EXPECT_TRUE(has_shown("Invalid selection.")) << shown;
+    }
+    ASSERT_EQ(pick("(list (entlast) (list 1.0 (* 1e200 1e200)))|(list (entlast) (list 25.0 20.0))", name, at),
+              RTNORM);
+    EXPECT_EQ(picked_index(name), 2);
+    EXPECT_DOUBLE_EQ(at[0], 25);
+    ASSERT_EQ(pick("1e308,1e308", name, at), RTERROR);
+    EXPECT_EQ(errno_now(), 7);
+    ASSERT_EQ(pick(handle(0) + " 1e308,-1e308", name, at), RTNORM);
+    EXPECT_DOUBLE_EQ(at[0], 1e308);
+}
+
+TEST_F(picks, WithoutObjectsThereIsNoLastOne)
+{
+    send("ERASE|ALL|");
+    ads_name name;
+    ads_point at;
+    EXPECT_EQ(pick("#last", name, at), RTERROR);
+    EXPECT_EQ(errno_now(), 7);
+    EXPECT_EQ(pick("last", name, at), RTERROR);
+    EXPECT_EQ(pick("#", name, at), RTERROR);
+    EXPECT_EQ(pick("#-1", name, at), RTERROR);
+}
+
 TEST_F(picks, KeyWordsComeBeforeThePick)
 {
     ads_name name;

@@ -14,8 +14,8 @@ protected:
     void expect_view(double x, double y, double height)
     {
         const view now = view_of(doc());
-        EXPECT_NEAR(now.x, x, 1e-6);
-        EXPECT_NEAR(now.y, y, 1e-6);
+        EXPECT_NEAR(now.center.x, x, 1e-6);
+        EXPECT_NEAR(now.center.y, y, 1e-6);
         EXPECT_NEAR(now.height, height, 1e-6);
         EXPECT_NEAR(db::real_variable(doc(), "VIEWSIZE"), height, 1e-6);
     }
@@ -56,8 +56,8 @@ TEST_F(viewing, ExtentsShowEverythingWithALittleRoom)
     send("LINE|0,0|1000,0|");
     send("ZOOM|O|L|");
     const view now = view_of(doc());
-    EXPECT_NEAR(now.x, 500, 1e-6);
-    EXPECT_NEAR(now.y, 0, 1e-6);
+    EXPECT_NEAR(now.center.x, 500, 1e-6);
+    EXPECT_NEAR(now.center.y, 0, 1e-6);
 }
 
 TEST_F(viewing, ExtentsOfAnEmptyDrawingAreItsLimits)
@@ -72,7 +72,7 @@ TEST_F(viewing, WrongScalesFail)
     EXPECT_EQ(send("ZOOM|rubbish"), RTERROR);
     EXPECT_EQ(send("ZOOM|0"), RTERROR);
     EXPECT_EQ(send("ZOOM|-1X"), RTERROR);
-    expect_view(before.x, before.y, before.height);
+    expect_view(before.center.x, before.center.y, before.height);
 }
 
 TEST_F(viewing, PanMovesTheMiddle)

@@ -89,6 +89,36 @@ TEST_F(Entities, MissingGroupMakesNothing)
     EXPECT_EQ(db.size(), before);
 }
 
+TEST_F(Entities, NumbersThatAreNotFiniteMakeAndChangeNothing)
+{
+    const char* lists[] = {
+        "0 LINE;10 nan,0,0;11 1,1,1",
+        "0 LINE;10 0,0,inf;11 1,1,1",
+        "0 CIRCLE;10 0,0,0;40 inf",
+        "0 ARC;10 0,0,0;40 1;50 nan;51 1",
+        "0 LINE;10 0,0,0;11 1,1,1;48 -inf",
+        "0 LWPOLYLINE;100 AcDbEntity;8 0;100 AcDbPolyline;90 2;70 0;10 0,0;42 nan;10 5,0",
+    };
+    for (const char* list : lists)
+        EXPECT_EQ(make(list), RTERROR) << list;
+    EXPECT_EQ(last(), 0u);
+    // Of a sequence nothing is made when one of its parts is bad.
+    make("0 POLYLINE;66 1;70 0");
+    make("0 VERTEX;10 0,0,0");
+    EXPECT_EQ(make("0 VERTEX;10 inf,0,0"), RTERROR);
+    EXPECT_EQ(make("0 SEQEND"), RTERROR);
+    EXPECT_EQ(last(), 0u);
+
+    const object_id id = made("0 LINE;10 0,0,0;11 1,1,1");
+    const std::string before = got(id);
+    EXPECT_EQ(change(id, "0 LINE;10 0,0,0;11 inf,1,1"), RTERROR);
+    EXPECT_EQ(got(id), before);
+    std::string error;
+    EXPECT_FALSE(check_numbers({point_group(10, 0, 0, 0), real_group(40, HUGE_VAL)}, &error));
+    EXPECT_EQ(error, "group 40 is no finite number");
+    EXPECT_TRUE(check_numbers({point_group(10, 0, 1e308), real_group(40, -1e308)}, nullptr));
+}
+
 TEST_F(Entities, ErrorNamesTheGroupThatIsMissing)
 {
     std::string error;

@@ -529,6 +529,28 @@ TEST_F(Views, StoredPolylinesGrowAtTheSameCostEach)
 
 // ---- polylines with vertices
 
+TEST_F(Views, APolylineWithAVertexNowhereIsNotAppended)
+{
+    const std::size_t before = drawing().size();
+    for (const double bad : {std::nan(""), HUGE_VAL}) {
+        AcGePoint3dArray points;
+        for (const double x : {0.0, bad, 5.0})
+            points.append({x, 1, 0});
+        auto* light = new AcDbPolyline();
+        for (unsigned i = 0; i < 3; ++i)
+            light->addVertexAt(i, {points[static_cast<int>(i)].x, 1});
+        AcDbEntity* const lines[] = {new AcDb2dPolyline(AcDb::k2dSimplePoly, points),
+                                     new AcDb3dPolyline(AcDb::k3dSimplePoly, points), light};
+        for (AcDbEntity* line : lines) {
+            AcDbBlockTableRecord* record = space();
+            EXPECT_EQ(record->appendAcDbEntity(line), Acad::eInvalidInput);
+            record->close();
+            delete line;
+        }
+    }
+    EXPECT_EQ(drawing().size(), before) << "not a part of it is stored";
+}
+
 TEST_F(Views, A2dPolylineIsWhatASequenceOfListsMakes)
 {
     AcGePoint3dArray none(0, 8);
