@@ -79,14 +79,29 @@ std::string point_text(const double* p, bool with_z)
 void take_common(shown_object& object, const resbuf& group)
 {
     switch (group.restype) {
-    case 0: object.type = group.resval.rstring; break;
-    case 6: object.linetype = group.resval.rstring; break;
-    case 8: object.layer = group.resval.rstring; break;
-    case 39: object.thickness = group.resval.rreal; break;
-    case 48: object.ltscale = group.resval.rreal; break;
-    case 62: object.color = group.resval.rint; break;
-    case 70: object.flags = group.resval.rint; break;
-    default: break;
+    case 0:
+        object.type = group.resval.rstring;
+        break;
+    case 6:
+        object.linetype = group.resval.rstring;
+        break;
+    case 8:
+        object.layer = group.resval.rstring;
+        break;
+    case 39:
+        object.thickness = group.resval.rreal;
+        break;
+    case 48:
+        object.ltscale = group.resval.rreal;
+        break;
+    case 62:
+        object.color = group.resval.rint;
+        break;
+    case 70:
+        object.flags = group.resval.rint;
+        break;
+    default:
+        break;
     }
 }
 
@@ -269,9 +284,12 @@ std::string objects_text()
 std::string messages_of(std::string_view printed)
 {
     static constexpr std::string_view PROMPTS[] = {
-        "Pick line or pline to extend: ",     "Enter or pick distance to Draw (A,B,C,E,L,M,N,O,P,R,S,T,U,Help): ",
-        "Select boundary edge: ",             "Enter or pick distance to Move (A,B,D,E,L,N,O,P,R,S,T,U,Help): ",
-        "Pick a line or pline to align to:", "Enter the total distance <",
+        "Pick line or pline to extend: ",
+        "Enter or pick distance to Draw (A,B,C,E,L,M,N,O,P,R,S,T,U,Help): ",
+        "Select boundary edge: ",
+        "Enter or pick distance to Move (A,B,D,E,L,N,O,P,R,S,T,U,Help): ",
+        "Pick a line or pline to align to:",
+        "Enter the total distance <",
         "Enter Angle (Qdd.mmss): ",
     };
     std::string text;

@@ -33,10 +33,10 @@ TEST(PointerStart, StandsAtTheEndThatIsNearerToThePick)
         {"polyline, near its start", BEND, "1,0|5|", "LW -5,0 10,0 10,10", ""},
         {"polyline, exactly in the middle", EAST, "5,0|5|", "LW -5,0 10,0", ""},
         {"polyline, just behind the middle", EAST, "5.001,0|5|", "LW 0,0 15,0", ""},
-        {"middle vertex, picked on the segment behind it", BEND, "10,1|5|",
-         "LW 0,0 10,0 10,10\nLW 10,0 10,-5", "New Polyline"},
-        {"middle vertex, picked on the segment before it", BEND, "9,0|5|",
-         "LW 0,0 10,0 10,10\nLW 10,0 15,0", "New Polyline"},
+        {"middle vertex, picked on the segment behind it", BEND, "10,1|5|", "LW 0,0 10,0 10,10\nLW 10,0 10,-5",
+         "New Polyline"},
+        {"middle vertex, picked on the segment before it", BEND, "9,0|5|", "LW 0,0 10,0 10,10\nLW 10,0 15,0",
+         "New Polyline"},
         {"old-style polyline", "(p2d 0 '((0 0) (10 0)) 0.0 0.0 0.0)", "9,0|5|", "P2D 0,0 15,0", ""},
         {"3D polyline", "(p3d 0 '((0 0 1) (10 0 1)))", "9,0|5|", "P3D 0,0,1 15,0,1", ""},
     };
@@ -49,11 +49,11 @@ TEST(PointerStart, ClosedPolylineHasItsClosingSegmentAndKeepsItsClosingVertex)
         {"nothing drawn", SQUARE, "0,1|", "LW 0,0 10,0 10,10 0,10 closed", ""},
         {"end of the closing segment, by nothing", SQUARE, "0,1|0|", "LW 0,0 10,0 10,10 0,10 0,0 closed", ""},
         {"end of the closing segment", SQUARE, "0,1|5|", "LW 0,0 10,0 10,10 0,10 0,-5 closed", ""},
-        {"start of the closing segment", SQUARE, "0,9|5|",
-         "LW 0,0 10,0 10,10 0,10 closed\nLW 0,10 0,15 closed", "New Polyline"},
+        {"start of the closing segment", SQUARE, "0,9|5|", "LW 0,0 10,0 10,10 0,10 closed\nLW 0,10 0,15 closed",
+         "New Polyline"},
         {"start of the first segment", SQUARE, "1,0|5|", "LW -5,0 10,0 10,10 0,10 0,0 closed", ""},
-        {"old-style", "(p2d 1 '((0 0) (10 0) (10 10)) 0.0 0.0 0.0)", "1,0|0|",
-         "P2D 0,0 10,0 10,10 0,0 closed", ""},
+        {"old-style", "(p2d 1 '((0 0) (10 0) (10 10)) 0.0 0.0 0.0)", "1,0|0|", "P2D 0,0 10,0 10,10 0,0 closed",
+         ""},
         {"3D", "(p3d 1 '((0 0 0) (10 0 0) (10 10 0)))", "1,0|0|", "P3D 0,0 10,0 10,10 0,0 closed", ""},
         {"opened", SQUARE, "0,1|O|", "LW 0,0 10,0 10,10 0,10 0,0", ""},
     };
@@ -64,8 +64,8 @@ TEST(PointerStart, AnythingElseEndsTheTool)
 {
     static constexpr pointer_run ROWS[] = {
         {"circle", CIRCLE, "45,0", CIRCLE_TEXT, NOT_ONE},
-        {"text", "(entmake '((0 . \"TEXT\") (10 0.0 0.0 0.0) (40 . 2.0) (1 . \"LOT 7\")))", "#last 0,0", "TEXT 0,0",
-         NOT_ONE},
+        {"text", "(entmake '((0 . \"TEXT\") (10 0.0 0.0 0.0) (40 . 2.0) (1 . \"LOT 7\")))", "#last 0,0",
+         "TEXT 0,0", NOT_ONE},
         {"miss", LINE10, "500,500", LINE10_TEXT, ""},
         {"Enter", LINE10, "", LINE10_TEXT, ""},
         {"cancel", LINE10, "^C", LINE10_TEXT, ""},
@@ -169,7 +169,8 @@ TEST(PointerDistance, BelowZeroRunsBackAlongTheSegment)
 TEST(PointerDistance, ThatLeavesNoLengthDoesNoHarm)
 {
     for (const char* drawing : {LINE10, EAST})
-        for (const char* answers : {"9,0|-10|", "9,0|-10|5|", "9,0|-10|R5|N|P|S|2|", "9,0|T0|", "9,0|-10|U|U|"}) {
+        for (const char* answers :
+             {"9,0|-10|", "9,0|-10|5|", "9,0|-10|R5|N|P|S|2|", "9,0|T0|", "9,0|-10|U|U|"}) {
             SCOPED_TRACE(std::string(drawing) + answers);
             pointer_session session(drawing);
             session.run(answers);
@@ -247,8 +248,8 @@ TEST(PointerMode, MoveOnlyMovesThePointer)
          "Move mode|Draw mode|New Polyline"},
         {"switching brings the pointer back", BEND, "10,9|M|5|S|S|D|7|", "LW 0,0 10,0 10,17",
          "Move mode|Draw mode"},
-        {"next brings the pointer back", BEND, "10,9|M|5|N|N|D|7|",
-         "LW -7,0 10,0 10,10", "Move mode|Draw mode"},
+        {"next brings the pointer back", BEND, "10,9|M|5|N|N|D|7|", "LW -7,0 10,0 10,10",
+         "Move mode|Draw mode"},
         {"two new ones", EAST, "9,0|M|5|D|5|M|5|D|5|", "LW 0,0 10,0\nLW 15,0 20,0\nLW 25,0 30,0",
          "Move mode|Draw mode|New Polyline|Move mode|Draw mode|New Polyline"},
         {"cancel", BEND, "10,9|M|5|^C", BEND_TEXT, "Move mode"},
@@ -268,13 +269,12 @@ TEST(PointerMode, IsToldAlsoWhenItIsTheSame)
 TEST(PointerMode, HasItsPrompt)
 {
     pointer_session session(LINE10);
-    EXPECT_EQ(session.run("9,0|M|D|"),
-              "Pick line or pline to extend: 9,0\n"
-              "Enter or pick distance to Draw (A,B,C,E,L,M,N,O,P,R,S,T,U,Help): M\n"
-              "\nMove mode"
-              "\nEnter or pick distance to Move (A,B,D,E,L,N,O,P,R,S,T,U,Help): D\n"
-              "\nDraw mode"
-              "\nEnter or pick distance to Draw (A,B,C,E,L,M,N,O,P,R,S,T,U,Help): \n");
+    EXPECT_EQ(session.run("9,0|M|D|"), "Pick line or pline to extend: 9,0\n"
+                                       "Enter or pick distance to Draw (A,B,C,E,L,M,N,O,P,R,S,T,U,Help): M\n"
+                                       "\nMove mode"
+                                       "\nEnter or pick distance to Move (A,B,D,E,L,N,O,P,R,S,T,U,Help): D\n"
+                                       "\nDraw mode"
+                                       "\nEnter or pick distance to Draw (A,B,C,E,L,M,N,O,P,R,S,T,U,Help): \n");
 }
 
 // ---- walking along the chain ---------------------------------------------------------------------
@@ -382,7 +382,8 @@ TEST(PointerClose, SwitchesTheClosedFlag)
         {"open what is open", BEND, "10,9|O|", BEND_TEXT, ""},
         {"goes on", BEND, "10,9|C|5|", "LW 0,0 10,0 10,15 closed", ""},
         {"takes the turn away", BEND, "10,9|R|C|5|", "LW 0,0 10,0 10,15 closed", ""},
-        {"old-style", "(p2d 0 '((0 0) (10 0) (10 10)) 0.0 0.0 0.0)", "10,9|C|", "P2D 0,0 10,0 10,10 closed", ""},
+        {"old-style", "(p2d 0 '((0 0) (10 0) (10 10)) 0.0 0.0 0.0)", "10,9|C|", "P2D 0,0 10,0 10,10 closed",
+         ""},
         {"3D", "(p3d 0 '((0 0 0) (10 0 0) (10 10 0)))", "10,9|C|", "P3D 0,0 10,0 10,10 closed", ""},
         {"3D opened", "(p3d 0 '((0 0 0) (10 0 0) (10 10 0)))", "10,9|C|O|", "P3D 0,0 10,0 10,10", ""},
         {"other flags stay", "(lw 128 '((0 0) (10 0) (10 10)) nil)", "10,9|C|O|", "LW 0,0 10,0 10,10 gen", ""},
@@ -414,7 +415,8 @@ TEST(PointerClose, IsRefusedForALine)
         {"open", LINE10, "9,0|O|5|", "LINE 0,0 15,0", "Error: unable to open line"},
         {"small letters", LINE10, "9,0|c|o|", LINE10_TEXT,
          "Error: unable to close line|Error: unable to open line"},
-        {"the turn stays", LINE10, "9,0|R|C|5|", "LINE 0,0 10,0\nLINE 10,0 10,-5", "Error: unable to close line"},
+        {"the turn stays", LINE10, "9,0|R|C|5|", "LINE 0,0 10,0\nLINE 10,0 10,-5",
+         "Error: unable to close line"},
     };
     check_runs(ROWS);
 }
@@ -440,14 +442,14 @@ TEST(PointerStub, ShortSegmentIsDroppedAtTheNextStep)
          ""},
         {"bend at the start", "(lw 0 '((10 0.0015) (10 0) (0 0)) nil)", "#last 10,0.0015|R5|",
          "LW 15,0.0015 10,0 0,0", ""},
-        {"slide at the start", "(lw 0 '((10 0.0015) (10 0) (0 0)) nil)", "#last 10,0.0015|5|", "LW 10,5.0015 0,0",
-         ""},
+        {"slide at the start", "(lw 0 '((10 0.0015) (10 0) (0 0)) nil)", "#last 10,0.0015|5|",
+         "LW 10,5.0015 0,0", ""},
         {"a longer one stays", "(lw 0 '((0 0) (10 0) (10 0.0025)) nil)", "#last 10,0.0025|R5|",
          "LW 0,0 10,0 10,0.0025 15,0.0025", ""},
         {"a longer one stays, slid", "(lw 0 '((0 0) (10 0) (10 0.0025)) nil)", "#last 10,0.0025|5|",
          "LW 0,0 10,0 10,5.0025", ""},
-        {"nothing in front of it", "(lw 0 '((10 0) (10 0.0015)) nil)", "#last 10,0.0015|5|", "LW 10,0 10,5.0015",
-         ""},
+        {"nothing in front of it", "(lw 0 '((10 0) (10 0.0015)) nil)", "#last 10,0.0015|5|",
+         "LW 10,0 10,5.0015", ""},
         {"nothing in front of it, bent", "(lw 0 '((10 0) (10 0.0015)) nil)", "#last 10,0.0015|R5|",
          "LW 10,0 15,0.0015", ""},
         {"goes on along the new one", "(lw 0 '((0 0) (10 0) (10 0.0015)) nil)", "#last 10,0.0015|R5|R5|",

@@ -153,8 +153,8 @@ TEST(PointerUndo, OfAnAlignmentTurnsByTheLengthOfTheTarget)
     static constexpr pointer_run ROWS[] = {
         {"align", "(line '(30 0 0) '(60 0 0) nil)(lw 0 '((0 0) (10 0) (10 10)) nil)", "10,9|A|31,0|U|10|",
          "LINE 30,0 60,0\nLW 0,0 10,0 10,10 1.3397,15", ""},
-        {"small letters", "(line '(30 0 0) '(60 0 0) nil)(lw 0 '((0 0) (10 0) (10 10)) nil)", "10,9|a|31,0|u|10|",
-         "LINE 30,0 60,0\nLW 0,0 10,0 10,10 1.3397,15", ""},
+        {"small letters", "(line '(30 0 0) '(60 0 0) nil)(lw 0 '((0 0) (10 0) (10 10)) nil)",
+         "10,9|a|31,0|u|10|", "LINE 30,0 60,0\nLW 0,0 10,0 10,10 1.3397,15", ""},
         {"nothing picked", BEND, "10,9|A|^C|U|5|", "LW 0,0 10,0 10,15", ""},
         {"twice", BEND, "10,9|A||U|U|5|", "LW 0,0 10,0 10,15", UNABLE},
     };
