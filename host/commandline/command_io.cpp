@@ -94,6 +94,11 @@ bool command_io::takes(const input& in) const
     return trial.feed(in);
 }
 
+bool command_io::takes_key_word(const input& in) const
+{
+    return pending_ && in.is_text && match_key_word(pending_->asking_.asked().key_words, in.text);
+}
+
 question ask_point(std::string_view prompt, std::string_view key_words)
 {
     return question(want::point, prompt).keys(key_words);

@@ -77,6 +77,7 @@ public:
     void cancel() { cancel_requested_ = true; }
     // Whether `in` would be an answer to the prompt that waits.
     bool takes(const input& in) const;
+    bool takes_key_word(const input& in) const; // one of its key words
     // From here on the user answers.
     void hand_to_user()
     {

@@ -2,6 +2,7 @@
 #include <unordered_map>
 
 #include "host/commandline/command_io.h"
+#include "host/commandline/dim_commands.h"
 #include "host/commandline/draw_commands.h"
 #include "host/commandline/edit_commands.h"
 #include "host/commandline/settings.h"
@@ -22,6 +23,8 @@ const std::vector<command_entry>& all_commands()
         {"CLOSE", close_command},
         {"COLOR COL COLOUR", color_command},
         {"COPY CO CP", copy_command},
+        {"DIM", dim_command},
+        {"DIM1", dim1_command},
         {"DVIEW DV", dview_command},
         {"END", end_command},
         {"ERASE E", erase_command},

@@ -6,6 +6,7 @@
 
 #include "host/commandline/draw_commands.h"
 #include "host/commandline/new_objects.h"
+#include "host/commandline/text_styles.h"
 #include "host/core/document.h"
 #include "host/core/text.h"
 #include "host/database/sysvars.h"
@@ -53,25 +54,6 @@ struct text_place {
     double dropped = 0.0; // how far the next line is below `at`
 };
 
-struct style_values {
-    double height = 0.0, width = 1.0, oblique = 0.0;
-    int generation = 0;
-};
-
-style_values style_of(command_io& io, std::string_view name)
-{
-    style_values out;
-    const db::database& db = io.data();
-    if (const db::object_id id = db.record("STYLE", name)) {
-        const db::group_list& groups = db.at(id).groups;
-        out.height = db::real_of(groups, 40, 0.0);
-        out.width = db::real_of(groups, 41, 1.0);
-        out.oblique = db::real_of(groups, 50, 0.0);
-        out.generation = static_cast<int>(db::int_of(groups, 71, 0));
-    }
-    return out;
-}
-
 // Long names of the list above ("TLeft") as well as the short ones; "Aligned" too.
 std::optional<justification> justification_of(std::string_view text)
 {
@@ -93,13 +75,6 @@ std::optional<justification> justification_of(std::string_view text)
 constexpr std::string_view WORDS =
     "Align Aligned Fit Left Center Middle Right TL TC TR ML MC MR BL BC BR TLeft "
     "TCenter TRight MLeft MCenter MRight BLeft BCenter BRight";
-
-// The font's own shapes are not known here: its letters count as wide as this share of their height.
-double text_width(std::string_view text, double height, double width_factor)
-{
-    constexpr double LETTER = 0.85;
-    return static_cast<double>(text.size()) * LETTER * height * width_factor;
-}
 
 point3 moved(const point3& p, double direction, double distance)
 {
@@ -123,7 +98,7 @@ bool between_points(const justification& j)
 
 void place_line(command_io& io, text_place& place, std::string_view text)
 {
-    const style_values style = style_of(io, place.style);
+    const text_style style = text_style_of(io.data(), place.style);
     const double down = place.rotation - 1.5707963267948966;
     const point3 anchor = moved(place.at, down, place.dropped);
     double height = place.height, width_factor = style.width;
@@ -253,7 +228,7 @@ task<bool> text_dialogue::ask_start()
 
 task<> text_dialogue::ask_height()
 {
-    const double fixed = style_of(io_, next_.style).height;
+    const double fixed = text_style_of(io_.data(), next_.style).height;
     next_.height = fixed;
     if (fixed == 0.0 && next_.how.horizontal != ALIGNED) {
         const double before = db::real_variable(io_.doc(), "TEXTSIZE");

@@ -321,6 +321,8 @@ std::string_view asker::refusal_of_value(double value) const
 // `typed`: the number that the bits are about.
 bool asker::take_turn(double radians, double typed)
 {
+    if (!std::isfinite(radians))
+        return wrong();
     if (const std::string_view why = refusal_of_value(result.has_point ? radians : typed); !why.empty())
         return refuse(why);
     result.turn = radians;
@@ -345,6 +347,8 @@ bool asker::take_number(double value, bool whole)
 
 bool asker::take_point(const point3& point)
 {
+    if (!is_finite(point)) // a step from the last point can go too far
+        return wrong();
     if (!(question_.rules & RSG_NOLIM) && outside_limits(*doc_, point))
         return refuse("**Outside limits");
     note_last_point(*doc_, point);

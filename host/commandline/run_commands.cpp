@@ -163,7 +163,8 @@ bool start(document& doc, std::string_view typed, program_values* queue, bool sh
     return false;
 }
 
-// A value that begins a call while a command waits: a command's name that cannot be its answer.
+// A value that begins a call while a command waits: a command's name that cannot be its answer. "_U" is
+// the key word of a prompt that has it, and a command's name only elsewhere.
 bool starts_anew(document& doc, const input& in)
 {
     if (!in.is_text)
@@ -172,7 +173,7 @@ bool starts_anew(document& doc, const input& in)
     if (!find_command(name) && !find_module_command(name))
         return false;
     const bool marked = name.size() < trimmed(in.text).size();
-    return marked || !open_in(doc)->io.takes(in);
+    return marked ? !open_in(doc)->io.takes_key_word(in) : !open_in(doc)->io.takes(in);
 }
 
 // Feeds the values of one call. RTERROR when one was refused or named no command.

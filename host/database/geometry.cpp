@@ -348,12 +348,19 @@ box extents_of(const database& db, object_id id)
     return sink.all;
 }
 
+static bool is_finite(const double (&place)[3])
+{
+    return std::all_of(place, place + 3, [](double value) { return std::isfinite(value); });
+}
+
 box space_extents(const database& db, object_id block_record)
 {
     box all = box::empty();
     for (object_id at = first_entity(db, block_record); at; at = next_entity(db, at)) {
         const box one = extents_of(db, at);
-        if (one.is_empty())
+        // What reaches farther than numbers go would leave the drawing without extents.
+        const bool has_extent = !one.is_empty() && is_finite(one.low) && is_finite(one.high);
+        if (!has_extent)
             continue;
         all.add(one.low[0], one.low[1], one.low[2]);
         all.add(one.high[0], one.high[1], one.high[2]);

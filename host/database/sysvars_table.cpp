@@ -1,4 +1,6 @@
 // sysvars_table.cpp: what variables there are.
+#include <limits>
+
 #include "host/database/sysvars_table.h"
 
 namespace host::db
@@ -10,6 +12,10 @@ namespace
 using form = variable_form;
 using getter = list_ptr (*)(document& doc);
 using setter = set_result (*)(document& doc, const resbuf& value);
+
+// Bounds of real numbers.
+constexpr double GREATEST = std::numeric_limits<double>::max();
+constexpr double ABOVE_ZERO = std::numeric_limits<double>::min();
 
 constexpr variable_row worked_out(std::string_view name, form what, getter get)
 {
@@ -34,6 +40,10 @@ constexpr variable_row in_header(std::string_view name, int low, int high, std::
             static_cast<double>(low),
             static_cast<double>(high),
             initial};
+}
+constexpr variable_row in_header(std::string_view name, double low, std::string_view initial)
+{
+    return {name, form::real, variable_home::header, false, 40, low, GREATEST, initial};
 }
 constexpr variable_row of_drawing(std::string_view name, form what, std::string_view initial)
 {
@@ -132,7 +142,7 @@ constexpr variable_row ROWS[] = {
     of_session("CURSORSIZE", 1, 100, "5"),
     of_session("COORDS", 0, 2, "1"),
     of_session("POLARMODE", 0, 15, "0"),
-    of_session("POLARANG", form::real, "1.570796326794897"),
+    of_session("POLARANG", form::real, "1.5707963267948966"),
     of_session("TRACKPATH", 0, 3, "0"),
     of_session("DYNMODE", -3, 3, "0"),
     of_session("DYNPROMPT", 0, 1, "1"),
@@ -305,22 +315,22 @@ constexpr variable_row ROWS[] = {
     read_only(in_header("TDUSRTIMER", form::real, 40, "0")),
     // ---- dimensions
     read_only(in_header("DIMSTYLE", form::text, 2, "Standard")),
-    in_header("DIMSCALE", form::real, 40, "1"),
-    in_header("DIMASZ", form::real, 40, "0.18"),
-    in_header("DIMEXO", form::real, 40, "0.0625"),
+    in_header("DIMSCALE", 0.0, "1"),
+    in_header("DIMASZ", 0.0, "0.18"),
+    in_header("DIMEXO", 0.0, "0.0625"),
     in_header("DIMDLI", form::real, 40, "0.38"),
-    in_header("DIMRND", form::real, 40, "0"),
+    in_header("DIMRND", 0.0, "0"),
     in_header("DIMDLE", form::real, 40, "0"),
-    in_header("DIMEXE", form::real, 40, "0.18"),
+    in_header("DIMEXE", 0.0, "0.18"),
     in_header("DIMTP", form::real, 40, "0"),
     in_header("DIMTM", form::real, 40, "0"),
-    in_header("DIMTXT", form::real, 40, "0.18"),
+    in_header("DIMTXT", ABOVE_ZERO, "0.18"),
     in_header("DIMCEN", form::real, 40, "0.09"),
-    in_header("DIMTSZ", form::real, 40, "0"),
+    in_header("DIMTSZ", 0.0, "0"),
     in_header("DIMALTF", form::real, 40, "25.4"),
     in_header("DIMLFAC", form::real, 40, "1"),
     in_header("DIMTVP", form::real, 40, "0"),
-    in_header("DIMTFAC", form::real, 40, "1"),
+    in_header("DIMTFAC", ABOVE_ZERO, "1"),
     in_header("DIMGAP", form::real, 40, "0.09"),
     in_header("DIMALTRND", form::real, 40, "0"),
     in_header("DIMTOL", 0, 1, "0"),

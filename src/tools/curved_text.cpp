@@ -144,22 +144,26 @@ bool picked_circle(const ads_name name, const ads_point pick, text_circle* circl
 
 // ---- letters ---------------------------------------------------------------------------------------
 
-void draw_letter(const letter_place& place, double size, char letter)
+// False: cancelled, which the command can be only where it asks the user, for a lone backslash.
+bool draw_letter(const letter_place& place, double size, char letter)
 {
     const char text[] = {letter, '\0'};
-    acedCommand(RTSTR, "_.TEXT", RT3DPOINT, place.at, RTREAL, size, RT3DPOINT, place.toward, RTSTR, text, 0);
+    return acedCommand(RTSTR, "_.TEXT", RT3DPOINT, place.at, RTREAL, size, RT3DPOINT, place.toward, RTSTR, text,
+                       0) != RTCAN;
 }
 
 // Each letter takes one text height of arc, however wide it is. The end of the arc doesn't end the word.
-void draw_word(const text_circle& circle, const letter_style& style, const ads_point pick,
+bool draw_word(const text_circle& circle, const letter_style& style, const ads_point pick,
                std::string_view word)
 {
     const double step = TURN * style.size / (TURN * circle.radius);
     double angle = letter_angle(circle, pick);
     for (const char letter : word) {
-        draw_letter(place_letter(circle, style, angle), style.size, letter);
+        if (!draw_letter(place_letter(circle, style, angle), style.size, letter))
+            return false;
         angle -= style.turn * step;
     }
+    return true;
 }
 
 // A circle of no radius, or numbers too far apart for each other, have no place for a letter.
@@ -224,9 +228,9 @@ int curved_text(const resbuf* args)
         ads_point pick;
         text_circle circle;
         if (acedEntSel("\nPick arc at point to start text (Enter to end): ", name, pick) != RTNORM ||
-            !picked_circle(name, pick, &circle) || !has_place(circle, style))
+            !picked_circle(name, pick, &circle) || !has_place(circle, style) ||
+            !draw_word(circle, style, pick, text))
             break;
-        draw_word(circle, style, pick, text);
     } while (ask_text("\nEnter text (Blank to end): ", text));
     return RTNORM;
 }

@@ -217,6 +217,9 @@ TEST_F(Geometry, SpaceExtentsLeaveErasedObjectsOut)
     EXPECT_EQ(shown_box(space_extents(db, db.model_space())), "-1 -1 0 100 2 3");
     erase(far);
     EXPECT_EQ(shown_box(space_extents(db, db.model_space())), "-1 -1 0 1 2 3");
+    // A text whose end lies beyond all numbers has a place, but no extent.
+    make("0 TEXT;10 1e308,0,0;40 1e308;1 MAIN STREET");
+    EXPECT_EQ(shown_box(space_extents(db, db.model_space())), "-1 -1 0 1 2 3");
 }
 
 TEST_F(Geometry, OutlineKeepsWithinTheTolerance)

@@ -1,0 +1,197 @@
+// The drafting tools left at each of their prompts in turn, and with a heap that gives no more: what they
+// took is given back, variables are as they were, and the drawing holds nothing that is broken.
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "host/commandline/screen.h"
+#include "host/core/console.h"
+#include "host/core/document.h"
+#include "host/core/heap.h"
+#include "host/core/module.h"
+#include "host/core/trace.h"
+#include "host/database/entities.h"
+#include "host/database/selection_sets.h"
+#include "host/database/sysvars.h"
+#include "tests/shell/module_session.h"
+
+namespace
+{
+
+// Objects in fixed places, so that a point picks each: LINE (0,0)-(10,0); LWPOLYLINE (0,10)-(10,10)-(10,20);
+// closed LWPOLYLINE (30,0)-(40,0)-(40,10)-(30,10) whose first side is an arc; 2D POLYLINE (0,-10)-(10,-10)-
+// (10,-20); 3D POLYLINE (0,-30)-(10,-30)-(10,-40); ARC about (20,0) from 0 to 90 degrees; a TEXT that no
+// tool touches comes last.
+const char* const DRAWING = R"((progn (setq do_ini 0)
+    (entmake '((0 . "LINE") (10 0.0 0.0 0.0) (11 10.0 0.0 0.0)))
+    (entmake '((0 . "LWPOLYLINE") (100 . "AcDbEntity") (8 . "KERB") (48 . 2.0) (100 . "AcDbPolyline") (90 . 3) (70 . 0)
+               (10 0.0 10.0) (10 10.0 10.0) (10 10.0 20.0)))
+    (entmake '((0 . "LWPOLYLINE") (100 . "AcDbEntity") (8 . "0") (100 . "AcDbPolyline") (90 . 4) (70 . 1)
+               (10 30.0 0.0) (42 . 0.5) (10 40.0 0.0) (10 40.0 10.0) (10 30.0 10.0)))
+    (entmake '((0 . "POLYLINE") (66 . 1) (70 . 0) (10 0.0 0.0 0.0)))
+    (entmake '((0 . "VERTEX") (10 0.0 -10.0 0.0))) (entmake '((0 . "VERTEX") (10 10.0 -10.0 0.0)))
+    (entmake '((0 . "VERTEX") (10 10.0 -20.0 0.0))) (entmake '((0 . "SEQEND")))
+    (entmake '((0 . "POLYLINE") (66 . 1) (70 . 8) (10 0.0 0.0 0.0)))
+    (entmake '((0 . "VERTEX") (70 . 32) (10 0.0 -30.0 1.0))) (entmake '((0 . "VERTEX") (70 . 32) (10 10.0 -30.0 2.0)))
+    (entmake '((0 . "VERTEX") (70 . 32) (10 10.0 -40.0 3.0))) (entmake '((0 . "SEQEND")))
+    (entmake '((0 . "ARC") (10 20.0 0.0 0.0) (40 . 5.0) (50 . 0.0) (51 . 1.5707963267948966)))
+    (entmake '((0 . "TEXT") (10 -50.0 -50.0 0.0) (40 . 1.0) (1 . "label")))
+    (setq untouched (entlast) shape (entget untouched))
+    (setvar "OSMODE" 39) (setvar "ANGDIR" 1) (setvar "ANGBASE" 0.5) (setvar "DIMASZ" 0.75) (setvar "HIGHLIGHT" 1)))";
+
+struct interrupted_case {
+    const char* name;
+    const char* call;    // what stands behind the directory
+    const char* answers; // '|' behind each
+    // A DIMASZ that was chosen and stays when the tool ends with "Function cancelled."; null: none.
+    const char* size_kept = nullptr;
+};
+
+std::ostream& operator<<(std::ostream& out, const interrupted_case& c)
+{
+    return out << c.name;
+}
+
+const interrupted_case CASES[] = {
+    {"LevelViewWithLine", "0", "7,0|"},
+    {"LevelViewWithPolyline", "0", "10,18|"},
+    {"LevelViewWithOldPolyline", "0", "10,-18|"},
+    {"ExtendArc", "2", "25,0|No|2|-1|U|T10|3|U|U|U|20,9||"},
+    {"ExtendArcAndBreak", "2", "20,5|Yes|2|-1|U|100||"},
+    {"Leader", "4", "No|Yes|0.5|0,50|20,50|10,55|15,45|U|U|U|15,52||Yes|0,60|20,60||No|", "0.5"},
+    {"LeaderWithoutArrow", "4", "No|No|0,50|20,50|10,55||No|"},
+    {"Zorro", "4", "Yes|0.5|0,50|20,50||0,60|20,60|No|", "0.5"},
+    {"WordsAlongArc", "6 2.0", "MAIN STREET|1.5|0.5|Inside|Yes|25,0|NORTH|20,5||"},
+    {"WordsAlongPolyline", "6 2.0", "A B|||Outside|No|35,-2.5||"},
+    {"ArrowsOnObjects", "30", "0.5|9,0|10,19|10,-19|-50,-50|10,-39||"},
+};
+
+std::vector<std::string> lines_of(const std::string& answers)
+{
+    std::vector<std::string> lines(1);
+    for (const char c : answers) {
+        if (c == '|')
+            lines.emplace_back();
+        else
+            lines.back() += c;
+    }
+    lines.pop_back();
+    return lines;
+}
+
+std::string text_of(const std::vector<std::string>& lines, std::size_t count)
+{
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i)
+        text += lines[i] + "\n";
+    return text;
+}
+
+struct state {
+    std::size_t blocks, bytes, views, sets;
+    std::map<std::string, std::string> variables;
+};
+
+std::string variable(const char* name)
+{
+    const host::list_ptr value = host::db::get_variable(host::current_document(), name);
+    return value ? host::printed_value(*value) : "none";
+}
+
+state state_now()
+{
+    state now{host::heap_live_blocks(), host::heap_live_bytes(), host::live_views(), host::db::live_sets(), {}};
+    for (const char* name : {"ANGBASE", "ANGDIR", "OSMODE", "HIGHLIGHT", "CMDECHO", "DIMSCALE", "DIMASZ"})
+        now.variables[name] = variable(name);
+    return now;
+}
+
+void expect_whole_objects()
+{
+    const host::db::database& data = host::db::current_database();
+    for (host::db::object_id id = 1; id < data.size(); ++id) {
+        if (data.at(id).family != host::db::object_class::entity || host::db::is_erased(data, id))
+            continue;
+        std::string error;
+        host::db::group_list groups = data.at(id).groups;
+        EXPECT_TRUE(host::db::complete_entity(data, groups, &error)) << data.type_of(id) << ": " << error;
+        EXPECT_EQ(groups.size(), data.at(id).groups.size()) << data.type_of(id);
+        if (data.is(id, "POLYLINE")) {
+            EXPECT_TRUE(data.is(data.at(id).last, "SEQEND"));
+            EXPECT_NE(host::db::first_child(data, id), 0u);
+        }
+    }
+}
+
+class InterruptedTools : public testing::TestWithParam<interrupted_case>
+{
+protected:
+    // One call in a drawing of its own. True: the call took all its answers and asked for no more.
+    static bool run(const std::string& answers)
+    {
+        module_session session;
+        session.lisp(DRAWING);
+        session.printed();
+        state before = state_now();
+        host::answers_from_text(answers);
+        session.lisp("(cf:zentutil \"\" " + std::string(GetParam().call) + ")");
+        const std::string told = session.printed();
+        const bool was_told = told.find("Function cancelled.") != std::string::npos;
+        if (const char* size = GetParam().size_kept;
+            size && was_told && answers.find(size + std::string("\n")) != std::string::npos)
+            before.variables["DIMASZ"] = size;
+        const state after = state_now();
+        EXPECT_EQ(after.blocks, before.blocks);
+        EXPECT_EQ(after.bytes, before.bytes);
+        EXPECT_EQ(after.views, before.views);
+        EXPECT_EQ(after.sets, before.sets);
+        EXPECT_EQ(after.variables, before.variables);
+        EXPECT_TRUE(host::commandline::screen_vectors(host::current_document()).empty());
+        expect_whole_objects();
+        EXPECT_EQ(session.lisp("(equal (entget untouched) shape)"), "T");
+        const bool ran_out = host::answers_ended();
+        // A next answer would be one too many.
+        const bool took_all = !host::next_answer("").has_value();
+        return took_all && !ran_out;
+    }
+
+    static void leave_at_each_prompt(const std::string& leaving)
+    {
+        const std::vector<std::string> lines = lines_of(GetParam().answers);
+        for (std::size_t at = 0; at < lines.size(); ++at) {
+            SCOPED_TRACE("left at prompt " + std::to_string(at + 1));
+            run(text_of(lines, at) + leaving);
+        }
+    }
+};
+
+TEST_P(InterruptedTools, TakesTheseAnswersAndNoMore)
+{
+    const std::vector<std::string> lines = lines_of(GetParam().answers);
+    EXPECT_TRUE(run(text_of(lines, lines.size())));
+}
+
+TEST_P(InterruptedTools, CancelLeavesNothingBehind)
+{
+    leave_at_each_prompt("^C\n^C\n");
+}
+
+TEST_P(InterruptedTools, EnterLeavesNothingBehind)
+{
+    leave_at_each_prompt("\n");
+}
+
+TEST_P(InterruptedTools, EndOfTheAnswersLeavesNothingBehind)
+{
+    leave_at_each_prompt("");
+}
+
+std::string case_name(const testing::TestParamInfo<interrupted_case>& row)
+{
+    return row.param.name;
+}
+INSTANTIATE_TEST_SUITE_P(Tools, InterruptedTools, testing::ValuesIn(CASES), case_name);
+
+} // namespace
