@@ -282,7 +282,7 @@ TEST(PointerGrowth, StepsOfALongPolylineTakeTimeInProportion)
     session.lisp("(setq many (long " + std::to_string(VERTICES) + ") few (long 3125))");
     const auto run = [&session](int vertices) {
         const std::string name = vertices == VERTICES ? "many" : "few";
-        session.run("(list " + name + " (list 0.0 0.0))|5|L5|U|C|N|N|P|P|T7|");
+        session.run("(list " + name + " (list 0.0 0.0))|5|L5|C|N|N|P|P|T7|");
         EXPECT_EQ(session.lisp("(> (cdr (assoc 90 (entget (entlast)))) " + std::to_string(vertices) + ")"),
                   "T");
         session.lisp("(entdel (entlast))(entdel " + name + ")"); // the polyline as it was
