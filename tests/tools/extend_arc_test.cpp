@@ -188,6 +188,8 @@ const extend_case CASES[] = {
     {"FarLongerThanAnyNumber", 10, 30, false, "\n1e400\n\n", "((\"10\" \"30\"))"},
     {"SignsAndBlanks", 10, 30, false, "\n+5 \n\n", "((\"10\" \"35\"))"},
 
+    {"BlanksInFront", 10, 30, false, "\n 5\n T50\n 0\n  u\n u\n\n", "((\"10\" \"35\"))"},
+
     {"UndoOne", 10, 30, false, "\n5\n7\nU\n\n", "((\"10\" \"35\"))"},
     {"UndoAll", 10, 30, true, "\n5\n7\nu\nu\n\n", "((\"10\" \"30\"))"},
     {"UndoByItsWord", 10, 30, true, "\n5\nUndo\n\n", "((\"10\" \"30\"))"},

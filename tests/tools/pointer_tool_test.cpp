@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <string>
 #include <vector>
 
@@ -12,6 +11,7 @@
 #include "host/core/console.h"
 #include "hostapi/ads.h"
 #include "tests/drawing/chains.h"
+#include "tests/growth.h"
 #include "tests/shell/module_session.h"
 #include "tools/pointer_step.h"
 
@@ -788,24 +788,21 @@ TEST_F(Pointer, ListWithoutATypeIsToldAndKeepsTheTurn)
     release_pointer(state);
 }
 
-TEST_F(Pointer, StepsOnALongChainTakeLinearTime)
+TEST_F(Pointer, StepsGrowWithTheChain)
 {
-    const auto seconds = [&](int count) {
-        std::string points;
-        for (int i = 0; i < count; ++i)
-            points += "(10 " + std::to_string(i) + ".0 " + std::to_string(i % 7) + ".5)";
-        erase_all(session);
-        session.lisp("(entmake '((0 . \"LWPOLYLINE\") (100 . \"AcDbEntity\") (8 . \"ROAD\") (100 . "
-                     "\"AcDbPolyline\") (90 . " +
-                     std::to_string(count) + ") (70 . 0)" + points + "))");
-        const auto start = std::chrono::steady_clock::now();
-        run("#last_" + std::to_string(count - 1) + "," + std::to_string((count - 1) % 7) +
-            ".5 5 R5 L5 U 5 S N N P 0");
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    };
-    seconds(1000);
-    const double small = seconds(10000), large = seconds(100000);
-    EXPECT_LT(large, 40.0 * small + 0.5) << small;
+    EXPECT_TRUE(grows_in_proportion(
+        [&](int count) {
+            const auto corner_at = [](int i) { return corner{double(i), i % 7 + 0.5}; };
+            shape corners;
+            for (int i = 0; i < count; ++i)
+                corners.push_back(corner_at(i));
+            erase_all(session);
+            polyline(corners);
+            const corner last = corners.back();
+            run("#last_" + std::to_string(last.x) + "," + std::to_string(last.y) + " 5 R5 L5 U 5 S N N P 0");
+            EXPECT_GE(objects().at(0).corners.size(), corners.size());
+        },
+        100000));
 }
 
 } // namespace
