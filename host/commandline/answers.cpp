@@ -6,6 +6,7 @@
 
 #include "host/core/document.h"
 #include "host/core/text.h"
+#include "host/database/dxf_numbers.h"
 #include "host/database/sysvars.h"
 
 namespace host::commandline
@@ -102,7 +103,7 @@ std::optional<double> parse_bearing(std::string_view text)
     const std::optional<double> degrees = take_dms(middle);
     if (!degrees || !middle.empty() || !std::isfinite(*degrees))
         return std::nullopt;
-    const double from_axis = *degrees * PI / 180.0;
+    const double from_axis = db::radians_of(*degrees);
     const double start = word.front() == 'N' ? PI / 2 : 3 * PI / 2;
     const bool left = (word.front() == 'N') == (word.back() == 'W');
     return normal_angle(left ? start + from_axis : start - from_axis);
@@ -265,8 +266,10 @@ std::optional<typed_angle> parse_angle(std::string_view text, const reading_rule
     if (const std::optional<double> bearing = parse_bearing(text))
         return typed_angle{*bearing, true};
     if (const std::optional<double> value = parse_real(text)) {
-        const double unit = rules.aunits == 2 ? PI / 200.0 : rules.aunits == 3 ? 1.0 : PI / 180.0;
-        return typed_angle{*value * unit, false};
+        return typed_angle{rules.aunits == 2   ? *value * PI / 200.0
+                           : rules.aunits == 3 ? *value
+                                               : db::radians_of(*value),
+                           false};
     }
     const double sign = text.front() == '-' ? -1.0 : 1.0;
     take(text, "+-");
@@ -279,7 +282,7 @@ std::optional<typed_angle> parse_angle(std::string_view text, const reading_rule
     const std::optional<double> degrees = take_dms(text);
     if (!degrees || !text.empty() || !std::isfinite(*degrees))
         return std::nullopt;
-    return typed_angle{sign * *degrees * PI / 180.0, false};
+    return typed_angle{sign * db::radians_of(*degrees), false};
 }
 
 double absolute_angle(const typed_angle& angle, const reading_rules& rules)

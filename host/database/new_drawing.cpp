@@ -254,7 +254,7 @@ void add_layout(database& db, object_id layouts, std::string_view name, std::str
 
 constexpr const char* LINE_STYLE =
     "0 MLINESTYLE;5 0;330 0;100 AcDbMlineStyle;2 @;70 0;3 ;62 256;"
-    "51 1.570796326794897;52 1.570796326794897;71 2;49 0.5;62 256;6 BYLAYER;49 -0.5;"
+    "51 1.5707963267948966;52 1.5707963267948966;71 2;49 0.5;62 256;6 BYLAYER;49 -0.5;"
     "62 256;6 BYLAYER";
 
 void add_dictionaries(database& db)

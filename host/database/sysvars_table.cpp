@@ -142,7 +142,7 @@ constexpr variable_row ROWS[] = {
     of_session("CURSORSIZE", 1, 100, "5"),
     of_session("COORDS", 0, 2, "1"),
     of_session("POLARMODE", 0, 15, "0"),
-    of_session("POLARANG", form::real, "1.570796326794897"),
+    of_session("POLARANG", form::real, "1.5707963267948966"),
     of_session("TRACKPATH", 0, 3, "0"),
     of_session("DYNMODE", -3, 3, "0"),
     of_session("DYNPROMPT", 0, 1, "1"),

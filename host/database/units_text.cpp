@@ -16,6 +16,7 @@
 
 #include "host/core/document.h"
 #include "host/core/text.h"
+#include "host/database/dxf_numbers.h"
 #include "host/database/sysvars.h"
 #include "hostapi/ads.h"
 
@@ -381,14 +382,13 @@ std::optional<double> angle_part(scanner& in, int unit)
         return std::nullopt;
     if (take_degree_mark(in)) {
         const auto degrees = minutes_and_seconds(in, *value);
-        return degrees ? std::optional(*degrees * PI / 180.0) : std::nullopt;
+        return degrees ? std::optional(radians_of(*degrees)) : std::nullopt;
     }
     if (in.take_letter('G'))
         return *value * PI / 200.0;
     if (in.take_letter('R'))
         return *value;
-    constexpr std::array<double, 5> IN_RADIANS = {PI / 180.0, PI / 180.0, PI / 200.0, 1.0, PI / 180.0};
-    return *value * IN_RADIANS[static_cast<std::size_t>(unit)];
+    return unit == 2 ? *value * PI / 200.0 : unit == 3 ? *value : radians_of(*value);
 }
 
 std::optional<double> bearing(scanner& in, bool north)
@@ -426,7 +426,7 @@ std::optional<std::string> angle_text(double radians, const unit_form& form)
         return std::nullopt;
     unit_form used = form;
     used.precision = std::min(form.precision, MAX_DECIMALS);
-    double turn = std::fmod(radians, 2 * PI);
+    double turn = std::fmod(radians, 2 * PI) + 0.0; // no negative zero
     if (turn < 0)
         turn += 2 * PI;
     switch (form.unit) {

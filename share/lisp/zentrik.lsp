@@ -26,6 +26,7 @@
 (defun c:plread () (cf:zentutil usrdir$ 27 tmpdir$ lspdir$) (princ))
 
 ; ---- drafting tools ----------------------------------------------------------------------------
+(defun c:horizview () (cf:zentutil usrdir$ 0) (princ))
 (defun c:pointer () (cf:zentutil usrdir$ 1) (princ))
 (defun c:extendarc () (cf:zentutil usrdir$ 2) (princ))
 ; The standard size is that of the last text; the tool asks for another.

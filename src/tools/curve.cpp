@@ -80,12 +80,15 @@ vector3 along_tangent(const pl_vertex& p, const pl_vertex& before, const pl_vert
     return {p.x + f * d.x, p.y + f * d.y, p.z + f * d.z};
 }
 
+// The cubic's point at t, from p0 on: so points in a plane of one height stay in it to the last bit, and a
+// flat line is drawn as one.
 vector3 bezier(const pl_vertex& p0, const pl_vertex& p1, const pl_vertex& p2, const pl_vertex& p3, double t)
 {
     const double u = 1.0 - t;
-    const double f0 = u * u * u, f1 = 3.0 * t * u * u, f2 = 3.0 * t * t * u, f3 = t * t * t;
-    return {f0 * p0.x + f1 * p1.x + f2 * p2.x + f3 * p3.x, f0 * p0.y + f1 * p1.y + f2 * p2.y + f3 * p3.y,
-            f0 * p0.z + f1 * p1.z + f2 * p2.z + f3 * p3.z};
+    const double f1 = 3.0 * t * u * u, f2 = 3.0 * t * t * u, f3 = t * t * t;
+    const vector3 d1 = difference(p1, p0), d2 = difference(p2, p0), d3 = difference(p3, p0);
+    return {p0.x + f1 * d1.x + f2 * d2.x + f3 * d3.x, p0.y + f1 * d1.y + f2 * d2.y + f3 * d3.y,
+            p0.z + f1 * d1.z + f2 * d2.z + f3 * d3.z};
 }
 
 // The last vertex of the group of four that begins at p0, null when it isn't complete.

@@ -188,6 +188,7 @@ void arc_run::extend(bool break_arc)
 // One answer. False when the tool can't go on; it has said so.
 bool arc_run::step(const char* text)
 {
+    text += std::strspn(text, " \t");
     if (begins_with(text, 'U'))
         return take_back();
     const bool total = begins_with(text, 'T');

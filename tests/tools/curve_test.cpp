@@ -189,6 +189,16 @@ TEST(Curve, TouchesItsPointsAndLeavesThemAlongTheirTangents)
     }
 }
 
+TEST(Curve, PointsOfOneHeightStayAtItToTheLastBit)
+{
+    for (const double z : {5.0, 0.1, 101.37, 1e9 / 3.0}) {
+        const auto chain = user_chain({{0, 0, z}, {30, 20, z}, {60, -20, z}});
+        ASSERT_TRUE(chain_curve(chain.get(), 2.7, 0.08));
+        for (const corner& c : corners_of(chain.get()))
+            EXPECT_EQ(c.z, z);
+    }
+}
+
 TEST(Curve, ReversedPointsGiveTheSameCurve)
 {
     const auto chain = user_chain({{0, 0}, {30, 20}, {60, -20}});

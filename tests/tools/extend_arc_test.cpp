@@ -188,6 +188,8 @@ const extend_case CASES[] = {
     {"FarLongerThanAnyNumber", 10, 30, false, "\n1e400\n\n", "((\"10\" \"30\"))"},
     {"SignsAndBlanks", 10, 30, false, "\n+5 \n\n", "((\"10\" \"35\"))"},
 
+    {"BlanksInFront", 10, 30, false, "\n 5\n T50\n 0\n  u\n u\n\n", "((\"10\" \"35\"))"},
+
     {"UndoOne", 10, 30, false, "\n5\n7\nU\n\n", "((\"10\" \"35\"))"},
     {"UndoAll", 10, 30, true, "\n5\n7\nu\nu\n\n", "((\"10\" \"30\"))"},
     {"UndoByItsWord", 10, 30, true, "\n5\nUndo\n\n", "((\"10\" \"30\"))"},
@@ -294,16 +296,13 @@ TEST_F(ExtendArc, RefusesWhatIsNoArcWhenItIsHandedOne)
     EXPECT_EQ(host::heap_live_blocks(), blocks);
 }
 
+// Symmetric about x, so that the two distances are the same to the bit.
 TEST_F(ExtendArc, PickEquallyFarFromBothEndsTakesTheEnd)
 {
-    session.lisp("(entmake '((0 . \"ARC\") (10 0.0 0.0 0.0) (40 . 50.0) (50 . 1.0) (51 . 2.0)))");
-    // The centre is as far from both; rounding apart, 50 from each.
-    session.lisp("(setq d (entget (entlast)) d (subst (cons 50 0.0) (assoc 50 d) d)"
-                 " d (subst (cons 51 pi) (assoc 51 d) d)) (entmod d)");
-    run("#last 0,50\n\n(* 5 pi)\n\n");
-    EXPECT_EQ(session.lisp(
-                  "(list (cdr (assoc 50 (entget (entlast)))) (rtos (cdr (assoc 51 (entget (entlast)))) 2 6))"),
-              "(0.0 \"3.455752\")");
+    session.lisp("(entmake '((0 . \"ARC\") (10 0.0 0.0 0.0) (40 . 50.0) (50 . -1.0) (51 . 1.0)))");
+    run("#last 50,0\n\n25\n\n");
+    EXPECT_EQ(session.lisp("(list (cdr (assoc 50 (entget (entlast)))) (cdr (assoc 51 (entget (entlast)))))"),
+              "(-1.0 1.5)");
 }
 
 TEST_F(ExtendArc, PickedPointGivesItsPlanDistanceWithNineDecimals)
@@ -371,6 +370,13 @@ TEST_F(ExtendArc, BreakingChangesInPlaceAndAddsPieces)
     EXPECT_LT(change, make) << trace;
     EXPECT_NE(make, std::string::npos) << trace;
     EXPECT_EQ(arcs(), "((\"0\" \"15\") (\"15\" \"25\") (\"15\" \"35\"))");
+}
+
+TEST_F(ExtendArc, BreakingByNothingChangesNothingInPlace)
+{
+    session.lisp("(arc 0 (/ pi 2))");
+    host::answers_from_text("#last 200,120\nYes\n0\n\n");
+    EXPECT_EQ(session.traced("(cf:zentutil \"\" 2)").find("acdbEntMod"), std::string::npos);
 }
 
 TEST_F(ExtendArc, KeepsAllProperties)

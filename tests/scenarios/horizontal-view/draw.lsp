@@ -1,0 +1,13 @@
+; A kerb, the outline of a house, a tree and a ditch with heights.
+(entmake '((0 . "LINE") (8 . "KERB") (10 640000.0 5120000.0 0.0) (11 640040.0 5120030.0 0.0)))
+(entmake '((0 . "LWPOLYLINE") (100 . "AcDbEntity") (8 . "HOUSE") (100 . "AcDbPolyline") (90 . 4) (70 . 1)
+           (10 640010.0 5120020.0) (10 640018.0 5120026.0) (10 640012.0 5120034.0) (10 640004.0 5120028.0)))
+(entmake '((0 . "CIRCLE") (8 . "TREE") (10 640030.0 5120005.0 0.0) (40 . 2.0)))
+(entmake '((0 . "POLYLINE") (8 . "DITCH") (66 . 1) (70 . 8) (10 0.0 0.0 0.0)))
+(foreach p '((640000.0 5119990.0 101.5) (640020.0 5119990.0 101.2) (640020.0 5119970.0 100.4))
+  (entmake (list '(0 . "VERTEX") '(70 . 32) (cons 10 p))))
+(entmake '((0 . "SEQEND")))
+(setvar "CMDECHO" 0)
+(command "_.ZOOM" "_E")
+(setvar "CMDECHO" 1)
+(princ)
