@@ -95,9 +95,7 @@ task<> ask_leader_text(command_io& io, leader_answers& what)
 {
     // Nothing in this host measures, so the last measurement is that of a new session.
     const std::string measured = length_text(io.doc(), 0.0);
-    question q = ask_text(with_default("\nDimension text", measured));
-    q.free_text();
-    const answer given = co_await io.ask(std::move(q));
+    const answer given = co_await io.ask(ask_text(with_default("\nDimension text", measured)));
     what.text = given.none() ? measured : given.text;
     if (const std::size_t at = what.text.find("<>"); at != std::string::npos)
         what.text.replace(at, 2, measured);

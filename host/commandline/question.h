@@ -35,7 +35,7 @@ struct question {
     std::string key_words;
     int rules = 0; // RSG_... bits of hostapi/adsdef.h
     std::optional<point3> base;
-    bool is_free_text = false; // of a drawing: "\\" of a program is a letter, while TEXTEVAL is 0
+    bool is_free_text = false; // of TEXT or an attribute: "\\" of a program is a letter, while TEXTEVAL is 0
 
     question(want what, std::string_view text) : kind(what), prompt(text) {}
     question& keys(std::string_view list)
