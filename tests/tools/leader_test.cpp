@@ -307,6 +307,15 @@ TEST_F(Leader, LineOnALayerThatIsLockedIsLeftWhereItCannotBeErased)
     EXPECT_EQ(variable("DIMASZ"), "3.0");
 }
 
+TEST_F(Leader, LineThatAnAnswerHasErasedStaysErased)
+{
+    run(LEADER, HEADLESS + "(progn (entdel (entlast)) '(50.0 30.0 0.0))\n\nNo\n");
+    EXPECT_EQ(drawn(), "LWPOLYLINE 15: 0.00,0.00 100.00,0.00");
+    erase_all();
+    run(LEADER, HEADLESS + "50,30\n(progn (entdel (entlast)) '(20.0 30.0 0.0))\n^C\nNo\n");
+    EXPECT_EQ(drawn(), "");
+}
+
 TEST_F(Leader, HeapThatGivesNoMoreLeavesNothingBehindAndNoOtherLine)
 {
     const std::string answers = "\n\n2\n0,0\n100,0\n50,30\nU\n20,10\n\n\n0,50\n100,50\n^C\nNo\n";
