@@ -239,6 +239,26 @@ TEST_F(dviews, AnEmptyDrawingHasNothingToSelectAndTwistsAllTheSame)
     EXPECT_EQ(made_horizontal(PI / 3), RTNORM) << "in a twisted view";
 }
 
+TEST_F(dviews, EachWayOfSelectingLeadsToTheOptionsAndLeavesThePreviousSelection)
+{
+    send("LINE|0,0|10,0|");
+    send("POINT|50,50");
+    send("SELECT|L|");
+    const object_list before = previous_selection(doc());
+    double degrees = 0;
+    for (const std::string& way :
+         {std::string("5,0|"), std::string("_C|-1,-1|60,60|"), std::string("W|-1,-1|60,60|"),
+          std::string("ALL|"), std::string("WP|-1,-1|60,0|60,60||"), std::string("F|5,-5|5,5||"),
+          std::string("L|R|P|"), std::string("200,200|300,300|"), std::string("SI|5,0"), std::string("#0|xyz|"),
+          handle(0) + "|"}) {
+        SCOPED_TRACE(way);
+        degrees += 10;
+        send("DVIEW|" + way + "|TW|" + std::to_string(degrees) + "|");
+        EXPECT_NEAR(twist_deg(), degrees, 1e-9);
+        EXPECT_EQ(previous_selection(doc()), before);
+    }
+}
+
 TEST_F(dviews, AWindowIsARectangleOfTheScreen)
 {
     // A cross of points about 10,10 at a distance of 5, seen turned by 45 degrees.
