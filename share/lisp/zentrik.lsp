@@ -33,3 +33,10 @@
 (defun c:arctext () (zt:quietly '(cf:zentutil usrdir$ 6 (getvar "TEXTSIZE"))) (princ))
 (defun c:curveleader () (cf:zentutil usrdir$ 4) (princ))
 (defun c:addarrow () (cf:zentutil usrdir$ 30) (princ))
+
+; The answers of the last time are the standards of the next.
+(setq zt:elevation nil)
+(defun c:chgelev (/ answers)
+  (setq answers (zt:quietly '(apply 'cf:chgpnts zt:elevation)))
+  (if answers (setq zt:elevation answers))
+  (princ))
