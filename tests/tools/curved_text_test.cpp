@@ -406,6 +406,17 @@ TEST_F(CurvedText, ArcsOfPolylines)
         }
 }
 
+// Exactly on a vertex the segment that begins there counts, whichever it ends.
+TEST_F(CurvedText, PickOnTheVertexThatBeginsAnArc)
+{
+    session.lisp("(lw 0 '((-30 -10 0) (0 -10 1) (0 10 -1) (0 30 0))) (setq line (entlast))");
+    run("A\n0.5\n1\n\nNo\n(list line (list 0.0 -10.0 0.0))\nB\n(list line (list 0.0 10.0 0.0))\n\n");
+    const std::vector<letter> all = letters();
+    ASSERT_EQ(all.size(), 2u);
+    EXPECT_NEAR(std::hypot(all[0].x, all[0].y), 11.5, 1e-6);
+    EXPECT_NEAR(std::hypot(all[1].x, all[1].y - 20), 11.5, 1e-6);
+}
+
 struct refused_case {
     const char* name;
     const char* object;
