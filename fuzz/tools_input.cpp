@@ -374,6 +374,8 @@ tool_input tool_input_of(std::string_view bytes, int object_count)
     out.operation = op.number;
     out.break_after = first >= 224 ? static_cast<long>(first - 223) / 4 : 0;
     out.settings = variables_of(in);
+    if (const unsigned refused = in.next(); refused >= 224)
+        out.refused_request = static_cast<long>(refused - 223) + (refused & 1 ? 30L : 0L);
     out.call = "(cf:zentutil \"\" " + std::to_string(op.number) + values_of_call(in, op.values) + ")";
     const keys_of_operation& keys = keys_of(op.number);
     for (const char wanted : std::string_view(keys.opening))

@@ -40,8 +40,9 @@ tool_input running;
 
 void print_tool_input()
 {
-    std::fprintf(stderr, "operation %d, break after %ld\n%s\n%s\nanswers:\n%s", running.operation,
-                 running.break_after, running.settings.c_str(), running.call.c_str(), running.answers.c_str());
+    std::fprintf(stderr, "operation %d, break after %ld, request %ld refused\n%s\n%s\nanswers:\n%s",
+                 running.operation, running.break_after, running.refused_request, running.settings.c_str(),
+                 running.call.c_str(), running.answers.c_str());
 }
 
 namespace
@@ -69,7 +70,8 @@ void watch(int seconds)
     setitimer(ITIMER_VIRTUAL, &timer, nullptr);
 }
 
-const char* const OBJECTS = "(setq lspdir$ \"" ZENT_DIALOGS "\")" R"LISP(
+const char* const OBJECTS = "(setq lspdir$ \"" ZENT_DIALOGS "\")"
+                            R"LISP(
 (entmake '((0 . "LAYER") (100 . "AcDbSymbolTableRecord") (100 . "AcDbLayerTableRecord") (2 . "OFF") (70 . 0) (62 . -3) (6 . "Continuous")))
 (entmake '((0 . "LAYER") (100 . "AcDbSymbolTableRecord") (100 . "AcDbLayerTableRecord") (2 . "FROZEN") (70 . 1) (62 . 3) (6 . "Continuous")))
 (entmake '((0 . "LAYER") (100 . "AcDbSymbolTableRecord") (100 . "AcDbLayerTableRecord") (2 . "LOCKED") (70 . 4) (62 . 3) (6 . "Continuous")))
@@ -292,7 +294,9 @@ void call_tool(document& doc)
     run_settings().break_after = running.break_after;
     answers_from_text(running.answers);
     watch(LONGEST_RUN);
+    heap_refuse(running.refused_request);
     const lisp::outcome outcome = lisp::evaluate_text(doc, running.call, "call");
+    heap_refuse(0);
     watch(0);
     run_settings().break_after = 0;
     clear_break();

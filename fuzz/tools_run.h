@@ -11,11 +11,12 @@ struct tool_input {
     int operation = 0;
     std::string settings; // LISP forms
     long break_after = 0; // poll that is answered by the break key; 0: none
+    long refused_request = 0; // of memory by the module, counted from 1; 0: none
     std::string call;
     std::string answers; // UTF-8, a line each
 };
 
-// The first byte chooses the operation, the second and third the settings, then come the values of a call
+// The first byte chooses the operation, the next three the settings, then come the values of a call
 // that takes some; each further byte or two is an answer.
 tool_input tool_input_of(std::string_view bytes, int object_count);
 

@@ -2,6 +2,7 @@
 #include "host/commandline/arc_shapes.h"
 
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 namespace host::commandline
@@ -24,6 +25,15 @@ double signed_angle(double a)
     return a > PI ? a - 2 * PI : a;
 }
 
+// How far the cross product of two sides may be off because the coordinates are rounded: points in line far
+// from the origin would make an arc of enormous radius.
+double rounding_of_cross(const point3& a, const point3& b, const point3& c)
+{
+    const double far = std::fmax(std::hypot(a.x, a.y), std::fmax(std::hypot(b.x, b.y), std::hypot(c.x, c.y)));
+    const double sides = std::hypot(b.x - a.x, b.y - a.y) + std::hypot(c.x - a.x, c.y - a.y);
+    return 2.0 * std::numeric_limits<double>::epsilon() * far * sides;
+}
+
 } // namespace
 
 point3 on_circle(const point3& center, double radius, double angle)
@@ -36,7 +46,7 @@ std::optional<arc_shape> arc_through(const point3& a, const point3& b, const poi
     const double bx = b.x - a.x, by = b.y - a.y, cx = c.x - a.x, cy = c.y - a.y;
     const double cross = bx * cy - by * cx;
     const double size = std::hypot(bx, by) * std::hypot(cx, cy);
-    if (size == 0.0 || std::abs(cross) < 1e-12 * size)
+    if (size == 0.0 || std::abs(cross) < 1e-12 * size + rounding_of_cross(a, b, c))
         return std::nullopt;
     const double b2 = bx * bx + by * by, c2 = cx * cx + cy * cy;
     arc_shape arc;

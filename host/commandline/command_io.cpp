@@ -4,9 +4,20 @@
 #include "host/core/console.h"
 #include "host/core/session.h"
 #include "host/core/text.h"
+#include "host/database/sysvars.h"
 
 namespace host::commandline
 {
+
+namespace
+{
+
+bool takes_backslash(document& doc, const question& what)
+{
+    return what.is_free_text && db::int_variable(doc, "TEXTEVAL") == 0;
+}
+
+} // namespace
 
 void command_io::say(std::string_view text) const
 {
@@ -52,7 +63,8 @@ bool command_io::waiter::advance()
                 return false;
             given = std::move(values.front());
             values.pop_front();
-            if (given->is_text && given->text == "\\") { // a pause: the next answer is the user's
+            if (given->is_text && given->text == "\\" && !takes_backslash(io_.doc_, asking_.asked())) {
+                // a pause: the next answer is the user's
                 user_answers_ = true;
                 continue;
             }

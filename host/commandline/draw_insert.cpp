@@ -182,7 +182,9 @@ task<std::vector<std::string>> ask_attributes(command_io& io, const std::vector<
         if (prompt.empty())
             prompt = tag;
         const std::string shown = preset.empty() ? "\n" + prompt + ": " : with_default("\n" + prompt, preset);
-        const answer given = co_await io.ask(ask_text(shown));
+        question q = ask_text(shown);
+        q.free_text();
+        const answer given = co_await io.ask(std::move(q));
         values.push_back(given.none() ? preset : given.text);
     }
     co_return values;

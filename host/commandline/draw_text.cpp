@@ -81,6 +81,11 @@ point3 moved(const point3& p, double direction, double distance)
     return {p.x + distance * std::cos(direction), p.y + distance * std::sin(direction), p.z};
 }
 
+double direction(const point3& from, const point3& to)
+{
+    return normal_angle(std::atan2(to.y - from.y, to.x - from.x));
+}
+
 // Lower left corner of a text from its alignment point.
 point3 corner_of(const text_place& place, const point3& anchor, double width, double height)
 {
@@ -154,6 +159,7 @@ private:
     task<> ask_points(justification how);
     task<> ask_height();
     task<> ask_rotation();
+    task<answer> ask_line();
     task<> ask_lines();
     task<> ask_style();
 
@@ -190,7 +196,7 @@ task<> text_dialogue::ask_points(justification how)
     other.with(RSG_NONULL).from(next_.at);
     const answer second = co_await io_.ask(std::move(other));
     next_.second = second.point;
-    next_.rotation = normal_angle(std::atan2(next_.second.y - next_.at.y, next_.second.x - next_.at.x));
+    next_.rotation = direction(next_.at, next_.second);
 }
 
 task<bool> text_dialogue::ask_start()
@@ -252,14 +258,26 @@ task<> text_dialogue::ask_rotation()
     place_ = next_;
 }
 
+// Programs give place, height, rotation and line whether or not the style has a height and whether or not
+// two points have given the rotation. One value too many puts the point that shows the rotation here: it is
+// not the line. Where the style has a height, what was taken for the rotation was the height.
+task<answer> text_dialogue::ask_line()
+{
+    for (;;) {
+        question q = ask_text("\nEnter text: ");
+        q.free_text();
+        answer line = co_await io_.ask(std::move(q));
+        if (!line.has_point)
+            co_return line;
+        if (!between_points(place_.how) && text_style_of(io_.data(), place_.style).height > 0.0)
+            place_.rotation = direction(place_.at, line.point);
+    }
+}
+
 task<> text_dialogue::ask_lines()
 {
     for (;;) {
-        // Some programs send a point for the rotation here, although two points give it.
-        question q(want::text, "\nEnter text: ");
-        answer line = co_await io_.ask(std::move(q));
-        if (line.has_point)
-            line = co_await io_.ask(question(want::text, "\nEnter text: "));
+        const answer line = co_await ask_line();
         if (line.none() && io_.is_typed())
             break;
         place_line(io_, place_, line.text);

@@ -163,7 +163,10 @@ bool is_view(const view& v)
 
 task<> dview_command(command_io& io)
 {
-    co_await select_objects(io, {}, "Select objects or <use DVIEWBLOCK>: ");
+    // The objects would be shown while the view is being found; it is found by its numbers here.
+    selection_rules rules;
+    rules.unused = true;
+    co_await select_objects(io, rules, "Select objects or <use DVIEWBLOCK>: ");
     view now = view_of(io.doc());
     std::vector<view> before; // of each option, for Undo
     for (;;) {

@@ -457,6 +457,7 @@ bool asker::feed_value(const resbuf* atoms)
             return take_point(*point);
         if (question_.kind == want::word || question_.kind == want::text) {
             result.has_point = true;
+            result.point = *point;
             return take_text(lisp_point(point->data()));
         }
         return wrong();

@@ -35,6 +35,7 @@ struct question {
     std::string key_words;
     int rules = 0; // RSG_... bits of hostapi/adsdef.h
     std::optional<point3> base;
+    bool is_free_text = false; // of TEXT or an attribute: "\\" of a program is a letter, while TEXTEVAL is 0
 
     question(want what, std::string_view text) : kind(what), prompt(text) {}
     question& keys(std::string_view list)
@@ -45,6 +46,11 @@ struct question {
     question& with(int bits)
     {
         rules |= bits;
+        return *this;
+    }
+    question& free_text()
+    {
+        is_free_text = true;
         return *this;
     }
     question& from(const point3& point)

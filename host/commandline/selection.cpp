@@ -142,6 +142,11 @@ private:
     task<std::vector<point3>> points(selection_word& said, std::string_view first, std::string_view next);
     task<> take_point(point3 point);
     void take(const object_list& found, bool filtered = true);
+    template <class Search>
+    void take_by(Search search) // a search can be long
+    {
+        take(rules_.unused ? object_list() : search());
+    }
 
     command_io& io_;
     selection_rules rules_;
@@ -160,6 +165,10 @@ private:
 
 void dialogue::take(const object_list& found, bool filtered)
 {
+    if (rules_.unused) {
+        answered_ = true;
+        return;
+    }
     const object_list admitted_now = filtered ? admitted(io_.data(), found, rules_) : found;
     const std::size_t held = set_.size();
     object_list changed = removing_ ? set_.remove(admitted_now) : set_.add(admitted_now);
@@ -239,7 +248,7 @@ task<> dialogue::take_point(point3 point)
     }
     const bool to_the_left = is_to_the_left(io_.doc(), other.point, point);
     const region how = to_the_left ? region::crossing : region::inside;
-    take(objects_in_window(io_.doc(), point, other.point, how));
+    take_by([&] { return objects_in_window(io_.doc(), point, other.point, how); });
 }
 
 task<> dialogue::take_word(selection_word said)
@@ -250,18 +259,19 @@ task<> dialogue::take_word(selection_word said)
         const point3 a = co_await corner(said, FIRST);
         const point3 b = co_await corner(said, OPPOSITE);
         const bool crossing = word == "Crossing" || (word == "BOX" && is_to_the_left(io_.doc(), b, a));
-        take(objects_in_window(io_.doc(), a, b, crossing ? region::crossing : region::inside));
+        const region how = crossing ? region::crossing : region::inside;
+        take_by([&] { return objects_in_window(io_.doc(), a, b, how); });
     } else if (word == "WPolygon" || word == "CPolygon") {
         const std::vector<point3> all =
             co_await points(said, "First polygon point: ", "Specify endpoint of line or [Undo]: ");
         const region how = word == "CPolygon" ? region::crossing : region::inside;
-        take(all.size() < 3 ? object_list() : objects_in_polygon(io_.data(), all, how));
+        take_by([&] { return all.size() < 3 ? object_list() : objects_in_polygon(io_.data(), all, how); });
     } else if (word == "Fence") {
         const std::vector<point3> all =
             co_await points(said, "Specify first fence point: ", "Specify next fence point or [Undo]: ");
-        take(all.size() < 2 ? object_list() : objects_on_fence(io_.data(), all));
+        take_by([&] { return all.size() < 2 ? object_list() : objects_on_fence(io_.data(), all); });
     } else if (word == "ALL") {
-        take(all_objects(io_.data()));
+        take_by([&] { return all_objects(io_.data()); });
     } else if (word == "Last") {
         const db::object_id id = last_object(io_.data());
         take(id ? object_list{id} : object_list());

@@ -19,6 +19,7 @@ struct selection_rules {
     bool no_locked = false; // nothing on a locked layer
     bool single = false;    // one answer, which may be several objects
     bool every = false;     // a pick takes all that the pick box touches
+    bool unused = false;    // nobody looks at the set: answers are taken, but nothing is searched for
 };
 
 // How a region takes objects.

@@ -85,7 +85,10 @@ void each_corner(const db::box& box, Take take)
 void add_object(screen_box& box, const view& seen, const db::database& db, db::object_id id)
 {
     const db::box own = db::extents_of(db, id);
-    if (own.is_empty())
+    // What reaches farther than numbers go would leave nothing to be seen.
+    const bool has_extent =
+        !own.is_empty() && is_finite(point3::of(own.low)) && is_finite(point3::of(own.high));
+    if (!has_extent)
         return;
     bool is_inside = true;
     each_corner(own, [&](const double* corner) { is_inside = is_inside && box.has(seen.on_screen(corner)); });
@@ -104,12 +107,12 @@ void add_object(screen_box& box, const view& seen, const db::database& db, db::o
 
 screen_box space_on_screen(document& doc)
 {
-    const db::database& db = db::database_of(doc);
+    db::database& db = db::database_of(doc);
     const view seen = view_of(doc);
     const db::object_id space = db.current_space();
     screen_box box;
     if (seen.is_plan() && seen.twist == 0.0) {
-        const db::box all = db::space_extents(db, space);
+        const db::box all = db::known_space_extents(db, space);
         if (!all.is_empty())
             each_corner(all, [&](const double* corner) { box.add(seen.on_screen(corner)); });
         return box;

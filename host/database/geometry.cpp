@@ -368,6 +368,40 @@ box space_extents(const database& db, object_id block_record)
     return all;
 }
 
+namespace
+{
+
+class known_extents : public change_listener
+{
+public:
+    explicit known_extents(database& db) : db_(db) { db_.add_listener(this); }
+    known_extents(const known_extents&) = delete;
+    known_extents& operator=(const known_extents&) = delete;
+    ~known_extents() override { db_.remove_listener(this); }
+
+    void object_changed(object_id, change_kind) override { space_ = 0; }
+    box of(object_id space)
+    {
+        if (space_ != space || !space_) {
+            extents_ = space_extents(db_, space);
+            space_ = space;
+        }
+        return extents_;
+    }
+
+private:
+    database& db_;
+    object_id space_ = 0; // 0: to be worked out anew
+    box extents_ = box::empty();
+};
+
+} // namespace
+
+box known_space_extents(database& db, object_id block_record)
+{
+    return db.part<known_extents>().of(block_record);
+}
+
 std::vector<run> outline_of(const database& db, object_id id, double tolerance)
 {
     outline_sink sink(tolerance, tolerance > 0 ? 0 : FINE);

@@ -20,6 +20,8 @@ struct box {
 box extents_of(const database& db, object_id id);
 // Of all objects in a space.
 box space_extents(const database& db, object_id block_record);
+// The same, remembered until the drawing changes: programs ask for the corners one after the other.
+box known_space_extents(database& db, object_id block_record);
 
 // The object as straight pieces in the plane (arcs by their chords, `tolerance` off at most), for
 // picking and crossing; closed outlines repeat their first point. Each inner list is one run.

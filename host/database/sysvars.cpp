@@ -218,6 +218,8 @@ set_result set_variable(document& doc, std::string_view name, const resbuf& valu
         return set_result::out_of_range;
     if (row->set)
         return row->set(doc, value);
+    if (row->dot_empties && wanted.text == ".")
+        wanted.text.clear();
     put_value(doc, *row, wanted);
     return set_result::done;
 }

@@ -257,9 +257,9 @@ namespace
 
 box drawing_extents(document& doc)
 {
-    const database& db = database_of(doc);
+    database& db = database_of(doc);
     const object_id space = db.current_space();
-    return space ? space_extents(db, space) : box::empty();
+    return space ? known_space_extents(db, space) : box::empty();
 }
 
 constexpr double NOTHING_DRAWN = 1e20; // low corner; the high one has it negative

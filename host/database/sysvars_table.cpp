@@ -80,6 +80,11 @@ constexpr variable_row read_only(variable_row row)
     row.read_only = true;
     return row;
 }
+constexpr variable_row emptied_by_dot(variable_row row)
+{
+    row.dot_empties = true;
+    return row;
+}
 constexpr variable_row ruled(variable_row row, getter get, setter set)
 {
     row.get = get;
@@ -374,12 +379,12 @@ constexpr variable_row ROWS[] = {
     in_header("DIMLWD", -3, 211, "-2"),
     in_header("DIMLWE", -3, 211, "-2"),
     in_header("DIMTMOVE", 0, 2, "0"),
-    in_header("DIMBLK", form::text, 1, ""),
-    in_header("DIMBLK1", form::text, 1, ""),
-    in_header("DIMBLK2", form::text, 1, ""),
-    in_header("DIMLDRBLK", form::text, 1, ""),
-    in_header("DIMPOST", form::text, 1, ""),
-    in_header("DIMAPOST", form::text, 1, ""),
+    emptied_by_dot(in_header("DIMBLK", form::text, 1, "")),
+    emptied_by_dot(in_header("DIMBLK1", form::text, 1, "")),
+    emptied_by_dot(in_header("DIMBLK2", form::text, 1, "")),
+    emptied_by_dot(in_header("DIMLDRBLK", form::text, 1, "")),
+    emptied_by_dot(in_header("DIMPOST", form::text, 1, "")),
+    emptied_by_dot(in_header("DIMAPOST", form::text, 1, "")),
     in_header("DIMTXSTY", form::text, 7, "Standard"),
 };
 

@@ -26,6 +26,7 @@ struct variable_row {
     // Worked out, or in place of what the home does.
     list_ptr (*get)(document& doc) = nullptr;
     set_result (*set)(document& doc, const resbuf& value) = nullptr;
+    bool dot_empties = false; // a text that "." takes away
 };
 
 std::span<const variable_row> variable_rows();

@@ -37,6 +37,11 @@ void format_number(number_text* number, double value, int decimals)
         *point = '\0';
 }
 
+const char* or_empty(const char* text)
+{
+    return text ? text : "";
+}
+
 void drop_minus(char* text)
 {
     if (*text == '-')
@@ -202,6 +207,7 @@ double dms_degrees(double value, int minute_decimals, text_out minutes_text)
 
 double dms_degrees_of_text(const char* text, int minute_decimals)
 {
+    text = or_empty(text);
     const std::string degrees(text, std::strcspn(text, "."));
     number_text minutes;
     return add_minutes(std::atof(text), std::atof(degrees.c_str()), minute_decimals, &minutes);
@@ -209,6 +215,7 @@ double dms_degrees_of_text(const char* text, int minute_decimals)
 
 quadrant_bearing read_quadrant_bearing(const char* text)
 {
+    text = or_empty(text);
     const int digit = text[0] >= '1' && text[0] <= '9' ? text[0] - '0' : 5;
     return {digit, text[0] == '\0' ? 0.0 : dms_degrees_of_text(text + 1, 9)};
 }
@@ -234,7 +241,7 @@ double bearing_direction(const quadrant_bearing& bearing)
 
 double station_value(const char* text)
 {
-    std::string digits(text);
+    std::string digits(or_empty(text));
     digits.erase(std::remove(digits.begin(), digits.end(), '+'), digits.end());
     return std::atof(digits.c_str());
 }

@@ -6,8 +6,8 @@
 // 5 seconds. A quadrant bearing has the digit of its quadrant in front, Qdd.mmss: 130.1005.
 //
 // Nothing here reports an error. Degenerate input gives what the arithmetic gives: a vertical grade
-// or a curve without length an infinity or not a number, never a fault. Texts that are no numbers read
-// as 0.
+// or a curve without length an infinity or not a number, never a fault. Texts that are no numbers, and
+// null, read as 0.
 #pragma once
 
 #include "common/text_buffer.h"

@@ -1,6 +1,6 @@
 // add_arrow_tool.h: arrow heads on lines and polylines that are there.
 #pragma once
 
-// Asks for the size and puts a head on the nearer end of each segment that is picked. DIMASZ is put back,
-// except on a cancel at the first question, before it was changed. RTNORM in all cases.
+// Asks for the size and puts a head on the nearer end of each segment that is picked. DIMASZ is put back.
+// RTNORM in all cases.
 int add_arrow_tool();

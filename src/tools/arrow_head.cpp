@@ -3,7 +3,6 @@
 #include "tools/arrow_head.h"
 
 #include <cmath>
-#include <cstring>
 #include <string_view>
 
 #include "common/names.h"

@@ -92,10 +92,14 @@ struct leader_line {
     ads_name drawn{}; // the polyline, when there is one
 };
 
+// An answer may have been an expression that erased it before; erased again it would come back.
 void erase_line(leader_line* line)
 {
-    if (line->is_drawn)
+    resbuf* list = line->is_drawn ? acdbEntGet(line->drawn) : nullptr;
+    if (list) {
+        acutRelRb(list);
         acdbEntDel(line->drawn);
+    }
     line->is_drawn = false;
 }
 

@@ -191,19 +191,19 @@ void put_at_end(resbuf** list, resbuf* node)
     *list = node;
 }
 
-void scale_last_linetype(double scale)
+void scale_linetype(const ads_name name, double scale)
 {
-    ads_name last;
-    if (acdbEntLast(last) == RTNORM)
-        acedCommand(RTSTR, "_.CHPROP", RTENAME, last, RTSTR, "", RTSTR, "_SCALE", RTREAL, scale, RTSTR, "", 0);
+    acedCommand(RTSTR, "_.CHPROP", RTENAME, name, RTSTR, "", RTSTR, "_SCALE", RTREAL, scale, RTSTR, "", 0);
 }
 
 void draw_polyline(pointer_state& state)
 {
     resbuf* scale = take_group(&state.ent_list, LINETYPE_SCALE_GROUP);
+    const newest_object before;
     pl_write_vertices(state.chain_entry->head, state.ent_props, 0, 0, 1);
-    if (scale && scale->resval.rreal > 0.0)
-        scale_last_linetype(scale->resval.rreal);
+    ads_name made;
+    if (scale && scale->resval.rreal > 0.0 && before.added(made))
+        scale_linetype(made, scale->resval.rreal);
     put_at_end(&state.ent_list, scale);
 }
 

@@ -38,12 +38,12 @@ void zorro_line(const ads_point start, const ads_point end, bool with_arrow)
     const double uy = dy / length == 0.0 ? LEAST : dy / length;
     double n[2];
     zigzag_direction(ux, uy, n);
-    const double along = length, across = BEND_WIDTH * length;
+    const double across = BEND_WIDTH * length;
     const ads_point points[4] = {
         {start[0], start[1], start[2]},
-        {start[0] + FAR_BEND * along * ux - across * n[0], start[1] + FAR_BEND * along * uy - across * n[1],
+        {start[0] + FAR_BEND * length * ux - across * n[0], start[1] + FAR_BEND * length * uy - across * n[1],
          start[2]},
-        {start[0] + NEAR_BEND * along * ux + across * n[0], start[1] + NEAR_BEND * along * uy + across * n[1],
+        {start[0] + NEAR_BEND * length * ux + across * n[0], start[1] + NEAR_BEND * length * uy + across * n[1],
          start[2]},
         {end[0], end[1], end[2]},
     };

@@ -661,6 +661,14 @@ TEST(StationValue, DropsEveryPlus)
     EXPECT_EQ(station_value((zeros + "5").c_str()), 15);
 }
 
+TEST(Texts, ThatAreNullReadAsEmpty)
+{
+    EXPECT_EQ(dms_degrees_of_text(nullptr, 9), 0.0);
+    EXPECT_EQ(read_quadrant_bearing(nullptr).quadrant, 5);
+    EXPECT_EQ(read_quadrant_bearing(nullptr).angle, 0.0);
+    EXPECT_EQ(station_value(nullptr), 0.0);
+}
+
 TEST(RotateAbout, TurnsClockwiseByTheArcTangentOfTheSlope)
 {
     double x = 10, y = 0;

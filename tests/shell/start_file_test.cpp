@@ -45,7 +45,8 @@ TEST(StartFile, DefinesACommandForEachTool)
     module_session session;
     session.lisp("(setq *zentrik-share* \"/opt/zentrik/\")");
     load_start_file();
-    for (const char* name : {"PLWRITE", "PLREAD", "HORIZVIEW", "EXTENDARC", "ARCTEXT", "CURVELEADER", "ADDARROW"})
+    for (const char* name :
+         {"PLWRITE", "PLREAD", "HORIZVIEW", "EXTENDARC", "ARCTEXT", "CURVELEADER", "ADDARROW"})
         EXPECT_TRUE(host::lisp::has_command(host::current_document(), name)) << name;
 }
 

@@ -67,6 +67,16 @@ TEST_F(ArrowPair, MissingPointsAreTheOrigin)
     EXPECT_EQ(pair("0.0 0.0 '(30.0 40.0 1.0)"), "SOLID; LWPOLYLINE 8: 30.00,40.00 0.00,0.00");
 }
 
+TEST_F(ArrowPair, HeadIsThatOfTheDrawingsDimensions)
+{
+    set("DIMBLK", "\"_DOT\"");
+    EXPECT_EQ(pair("0.0 0.0 '(10.0 20.0) '(110.0 20.0) 8.0"), "INSERT; LWPOLYLINE 8: 10.00,20.00 110.00,20.00");
+    erase_all();
+    set("DIMBLK", "\"_NONE\"");
+    EXPECT_EQ(pair("0.0 0.0 '(10.0 20.0) '(110.0 20.0) 8.0"), "LWPOLYLINE 8: 10.00,20.00 110.00,20.00");
+    EXPECT_EQ(drawn(), "LWPOLYLINE 8: 10.00,20.00 110.00,20.00");
+}
+
 TEST_F(ArrowPair, SizeWithoutAHeadAnswersTheLineAlone)
 {
     make("(0 . \"CIRCLE\") (10 0.0 0.0 0.0) (40 . 5.0)");

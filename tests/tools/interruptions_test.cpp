@@ -58,6 +58,12 @@ const interrupted_case CASES[] = {
     {"LevelViewWithLine", "0", "7,0|"},
     {"LevelViewWithPolyline", "0", "10,18|"},
     {"LevelViewWithOldPolyline", "0", "10,-18|"},
+    {"PointerOnLine", "1", "9,0|5|U|R3|C|O|L|U|T|20|A|10,18|2|B|130.1005|1|T|-4|S|N|P|u||"},
+    {"PointerOnPolyline", "1", "10,19|5|R5|C|3|O|E|7,0||"},
+    {"PointerToEdge", "1", "9,0|E|40,5|2|E|40,5|H||M|3|D|2|A45.3030|B945.0|4||"},
+    {"PointerOnClosedPolyline", "1", "40,8|2|U|N|N|R4|M|5|@3,4|D|6|H||B|1|T||A|20,5|A||7||"},
+    {"PointerOnOldPolyline", "1", "10,-19|5|L5|U|P|3|C|O||"},
+    {"PointerOnOldPolylineInSpace", "1", "10,-39|5|L5|U|S|3|C|2|O||"},
     {"ExtendArc", "2", "25,0|No|2|-1|U|T10|3|U|U|U|20,9||"},
     {"ExtendArcAndBreak", "2", "20,5|Yes|2|-1|U|100||"},
     {"Leader", "4", "No|Yes|0.5|0,50|20,50|10,55|15,45|U|U|U|15,52||Yes|0,60|20,60||No|", "0.5"},
@@ -128,15 +134,22 @@ void expect_whole_objects()
 class InterruptedTools : public testing::TestWithParam<interrupted_case>
 {
 protected:
-    // One call in a drawing of its own. True: the call took all its answers and asked for no more.
-    static bool run(const std::string& answers)
+    struct outcome {
+        std::string told;
+        bool took_all_answers; // and asked for no more
+        bool is_refused;       // the request for memory that was to be refused has come
+    };
+    // One call in a drawing of its own.
+    static outcome run(const std::string& answers, long refused_request = 0)
     {
         module_session session;
         session.lisp(DRAWING);
         session.printed();
         state before = state_now();
         host::answers_from_text(answers);
+        host::heap_refuse(refused_request);
         session.lisp("(cf:zentutil \"\" " + std::string(GetParam().call) + ")");
+        const bool is_refused = refused_request && host::heap_refuse(0) == 0;
         const std::string told = session.printed();
         const bool was_told = told.find("Function cancelled.") != std::string::npos;
         if (const char* size = GetParam().size_kept;
@@ -154,7 +167,7 @@ protected:
         const bool ran_out = host::answers_ended();
         // A next answer would be one too many.
         const bool took_all = !host::next_answer("").has_value();
-        return took_all && !ran_out;
+        return {told, took_all && !ran_out, is_refused};
     }
 
     static void leave_at_each_prompt(const std::string& leaving)
@@ -170,7 +183,8 @@ protected:
 TEST_P(InterruptedTools, TakesTheseAnswersAndNoMore)
 {
     const std::vector<std::string> lines = lines_of(GetParam().answers);
-    EXPECT_TRUE(run(text_of(lines, lines.size())));
+    const outcome whole = run(text_of(lines, lines.size()));
+    EXPECT_TRUE(whole.took_all_answers) << whole.told;
 }
 
 TEST_P(InterruptedTools, CancelLeavesNothingBehind)
@@ -186,6 +200,19 @@ TEST_P(InterruptedTools, EnterLeavesNothingBehind)
 TEST_P(InterruptedTools, EndOfTheAnswersLeavesNothingBehind)
 {
     leave_at_each_prompt("");
+}
+
+// The answers are there; what the module asks of the heap is refused once, each time a request later. Whatever
+// the tool then leaves undone, it leaves nothing behind.
+TEST_P(InterruptedTools, AHeapThatGivesNoMoreLeavesNothingBehind)
+{
+    const std::vector<std::string> lines = lines_of(GetParam().answers);
+    const std::string answers = text_of(lines, lines.size());
+    bool is_refused = true;
+    for (long request = 1; is_refused && !HasFailure(); ++request) {
+        SCOPED_TRACE("request " + std::to_string(request) + " refused");
+        is_refused = run(answers, request).is_refused;
+    }
 }
 
 std::string case_name(const testing::TestParamInfo<interrupted_case>& row)

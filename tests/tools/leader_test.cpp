@@ -298,13 +298,23 @@ TEST_F(Leader, ZorroTakesTheHeightOfItsStartForItsBends)
               "58.00,7.50,5.00");
 }
 
-TEST_F(Leader, LineOnALayerThatIsLockedIsLeftWhereItCannotBeErased)
+TEST_F(Leader, IsDrawnAndRedrawnOnALockedLayerToo)
 {
     make(R"((0 . "LAYER") (100 . "AcDbSymbolTableRecord") (100 . "AcDbLayerTableRecord") (2 . "SHUT") (70 . 4)
             (62 . 3) (6 . "Continuous"))");
     set("CLAYER", "\"SHUT\"");
     run(LEADER, "\n\n2\n0,0\n100,0\n50,30\n\nNo\n");
+    EXPECT_EQ(drawn(), "LWPOLYLINE 15: 0.00,0.00 100.00,0.00; SOLID");
     EXPECT_EQ(variable("DIMASZ"), "3.0");
+}
+
+TEST_F(Leader, LineThatAnAnswerHasErasedStaysErased)
+{
+    run(LEADER, HEADLESS + "(progn (entdel (entlast)) '(50.0 30.0 0.0))\n\nNo\n");
+    EXPECT_EQ(drawn(), "LWPOLYLINE 15: 0.00,0.00 100.00,0.00");
+    erase_all();
+    run(LEADER, HEADLESS + "50,30\n(progn (entdel (entlast)) '(20.0 30.0 0.0))\n^C\nNo\n");
+    EXPECT_EQ(drawn(), "");
 }
 
 TEST_F(Leader, HeapThatGivesNoMoreLeavesNothingBehindAndNoOtherLine)

@@ -220,6 +220,15 @@ TEST_F(leaders, LeaderBlockGoesBeforeTheBlockOfDimensions)
     EXPECT_EQ(described(nth(3), {10}), "LINE 10=10,0,0") << "a tick leaves the line its way to the tip";
 }
 
+TEST_F(leaders, ADotTakesTheNameOfAHeadAway)
+{
+    set("DIMBLK", "_OPEN");
+    EXPECT_EQ(set("DIMBLK", "."), RTNORM);
+    EXPECT_EQ(db::text_variable(doc(), "DIMBLK"), "");
+    send("DIM1|LEADER|0,0|10,0|| ");
+    EXPECT_EQ(types(), "SOLID LINE");
+}
+
 TEST_F(leaders, StandardHeadsAreMadeOnce)
 {
     for (const char* name :
@@ -291,6 +300,13 @@ TEST_F(leaders, ModeGoesOnUntilItIsLeft)
         EXPECT_EQ(types(), "SOLID LINE TEXT SOLID LINE TEXT") << leaving;
         EXPECT_FALSE(answers_ended()) << leaving;
     }
+}
+
+TEST_F(leaders, APauseAsksTheUserForTheText)
+{
+    answer("by hand");
+    EXPECT_EQ(send("DIM1|LEADER|0,0|10,0||\\"), RTNORM);
+    EXPECT_EQ(described(nth(2), {1}), "TEXT 1=by hand");
 }
 
 TEST_F(leaders, WhatWasDrawnBeforeACancelStays)

@@ -14,6 +14,7 @@
 #include "host/database/dxf_numbers.h"
 #include "host/database/entities.h"
 #include "host/database/sysvars.h"
+#include "tests/host/database/dxf_binary.h"
 
 namespace host::db
 {
@@ -32,11 +33,12 @@ protected:
     group_list& record() { return drawing().modify(drawing().record("VPORT", "*ACTIVE")); }
 
     // A drawing with a VPORT table that has the groups given ("40\n0.0\n"), taken as the current one.
-    bool open(const std::string& groups)
+    bool open(const std::string& groups, bool as_binary = false)
     {
-        const std::string text =
-            "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nVPORT\n70\n1\n0\nVPORT\n2\n*ACTIVE\n70\n0\n" + groups +
-            "0\nENDTAB\n0\nENDSEC\n0\nEOF\n";
+        std::string text = "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nVPORT\n70\n1\n0\nVPORT\n2\n*ACTIVE\n70\n0\n" +
+                           groups + "0\nENDTAB\n0\nENDSEC\n0\nEOF\n";
+        if (as_binary)
+            text = test::binary_dxf(text, true);
         dxf_error error;
         std::unique_ptr<database> made = parse_dxf(text, "x.dxf", doc(), &error);
         if (made)
@@ -106,6 +108,22 @@ TEST_F(ActiveView, FilesWithPoorRecordsGiveWhatTheyHave)
         const list_ptr center = get_variable(doc(), "VIEWCTR");
         EXPECT_NEAR(center->resval.rpoint[0], c.x, 1e-9);
     }
+}
+
+// Texts of numbers that are none are refused; binary files can hold such numbers.
+TEST_F(ActiveView, BinaryFilesWithHeightsThatAreNoNumbersGiveAViewWithASize)
+{
+    for (const char* height : {"nan", "inf", "-inf", "0", "-3", "1e-310"}) {
+        SCOPED_TRACE(height);
+        if (open("40\n" + std::string(height) + "\n51\nnan\n", true)) {
+            EXPECT_GT(real_variable(doc(), "VIEWSIZE"), 0.0);
+            EXPECT_TRUE(std::isfinite(real_variable(doc(), "VIEWSIZE")));
+            EXPECT_EQ(real_variable(doc(), "VIEWTWIST"), 0.0);
+        }
+    }
+    ASSERT_TRUE(open("40\n-3\n51\n30\n", true));
+    EXPECT_EQ(real_variable(doc(), "VIEWSIZE"), 9.0);
+    EXPECT_NEAR(real_variable(doc(), "VIEWTWIST"), PI / 6, 1e-15);
 }
 
 TEST_F(ActiveView, TheTwistStandsInFilesInDegreesAndComesBack)

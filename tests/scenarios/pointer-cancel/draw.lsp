@@ -1,0 +1,6 @@
+(setvar "ANGBASE" 0.75)
+(setvar "ANGDIR" 1)
+(entmake '((0 . "LWPOLYLINE") (100 . "AcDbEntity") (100 . "AcDbPolyline") (90 . 2) (70 . 0)
+           (10 1000.0 1000.0) (10 1030.0 1000.0)))
+(defun kept () (list (getvar "ANGBASE") (getvar "ANGDIR")))
+(princ)

@@ -1,0 +1,7 @@
+(setvar "CMDECHO" 0)
+(command "_.LAYER" "_N" "KERB" "")
+(entmake '((0 . "POLYLINE") (8 . "KERB") (62 . 5) (66 . 1) (70 . 0) (10 0.0 0.0 4.0) (40 . 0.5) (41 . 1.5)))
+(foreach p '((1000.0 1000.0 4.0) (1020.0 1000.0 4.0))
+  (entmake (list '(0 . "VERTEX") '(8 . "KERB") '(62 . 5) (cons 10 p) '(40 . 0.5) '(41 . 1.5))))
+(entmake '((0 . "SEQEND")))
+(princ)

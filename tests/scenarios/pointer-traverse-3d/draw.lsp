@@ -1,0 +1,6 @@
+(setvar "CMDECHO" 0)
+(entmake '((0 . "POLYLINE") (66 . 1) (70 . 8) (10 0.0 0.0 0.0)))
+(foreach p '((1000.0 1000.0 50.0) (1040.0 1000.0 52.0))
+  (entmake (list '(0 . "VERTEX") (cons 10 p) '(70 . 32))))
+(entmake '((0 . "SEQEND")))
+(princ)

@@ -1,0 +1,6 @@
+(setvar "CMDECHO" 0)
+(command "_.LAYER" "_N" "LOTS" "_C" "3" "LOTS" "")
+(command "_.LINETYPE" "_L" "HIDDEN" "acad.lin" "")
+(entmake '((0 . "LINE") (8 . "LOTS") (62 . 1) (6 . "HIDDEN") (48 . 2.0) (39 . 1.5)
+           (10 1000.0 1000.0 12.0) (11 1050.0 1000.0 12.0)))
+(princ)

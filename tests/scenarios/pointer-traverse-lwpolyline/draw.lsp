@@ -1,0 +1,5 @@
+(setvar "CMDECHO" 0)
+(command "_.LAYER" "_N" "LOTS" "")
+(entmake '((0 . "LWPOLYLINE") (100 . "AcDbEntity") (8 . "LOTS") (62 . 1) (48 . 2.0) (100 . "AcDbPolyline")
+           (90 . 2) (70 . 128) (43 . 0.25) (38 . 7.5) (39 . 1.0) (10 1000.0 1000.0) (10 1030.0 1000.0)))
+(princ)
