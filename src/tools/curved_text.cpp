@@ -142,7 +142,7 @@ bool picked_circle(const ads_name name, const ads_point pick, text_circle* circl
 
 // ---- letters ---------------------------------------------------------------------------------------
 
-// False: cancelled, which the command can be only where it asks the user, for a lone backslash.
+// False: cancelled, which the command can be only where it asks the user: at a backslash while TEXTEVAL is 1.
 bool draw_letter(const letter_place& place, double size, char letter)
 {
     const char text[] = {letter, '\0'};
