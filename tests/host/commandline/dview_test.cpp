@@ -196,6 +196,41 @@ TEST_F(dviews, EachOptionDoesItsPartOrSaysThatItCannot)
     }
 }
 
+TEST_F(dviews, OffEndsThePerspectiveOfAFileAndLeavesItsOtherModes)
+{
+    constexpr int PERSPECTIVE = 1, FOLLOWS_UCS = 8;
+    db::find(data().modify(data().record("VPORT", "*ACTIVE")), 71)->integer = PERSPECTIVE + FOLLOWS_UCS;
+    EXPECT_EQ(db::int_variable(doc(), "VIEWMODE"), PERSPECTIVE + FOLLOWS_UCS);
+    set_twist(30);
+    EXPECT_EQ(db::int_variable(doc(), "VIEWMODE"), PERSPECTIVE + FOLLOWS_UCS);
+    send("DVIEW||O|");
+    EXPECT_EQ(db::int_variable(doc(), "VIEWMODE"), FOLLOWS_UCS);
+    EXPECT_NEAR(twist_deg(), 30, 1e-9);
+}
+
+// A view that doesn't look straight down: pixels follow it, and its direction stays.
+TEST_F(dviews, ATiltedViewOfAFileIsTurnedAsItIs)
+{
+    db::group* direction = db::find(data().modify(data().record("VPORT", "*ACTIVE")), 16);
+    direction->point[0] = 1;
+    direction->point[1] = -1;
+    direction->point[2] = 1;
+    set_twist(30);
+    const std::array<int, 2> low = pixel(5, 5);
+    const ads_point above = {5, 5, 2};
+    int x = 0, y = 0;
+    ASSERT_EQ(acedCoordFromWorldToPixel(2, above, &x, &y), 1);
+    EXPECT_NEAR(std::atan2(low[1] - y, x - low[0]) * 180 / PI, 120, 1) << "up, turned by 30 degrees";
+    const list_ptr kept = db::get_variable(doc(), "VIEWDIR");
+    EXPECT_EQ(kept->resval.rpoint[1], -1);
+    send("POINT|50,50");
+    EXPECT_EQ(find("W", 49, 49, 51, 51), 1);
+    send("ZOOM|E");
+    EXPECT_GT(db::real_variable(doc(), "VIEWSIZE"), 0.0);
+    EXPECT_EQ(send("DVIEW||PO|7,8|7,8,1|"), RTNORM);
+    EXPECT_TRUE(has_shown("Only plan views")) << shown;
+}
+
 TEST_F(dviews, WrongAnswersAreToldAndTheRestGoesOn)
 {
     db::set_int(doc(), "CMDECHO", 1); // refusals are told with the prompts

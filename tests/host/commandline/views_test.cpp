@@ -75,6 +75,57 @@ TEST_F(viewing, WrongScalesFail)
     expect_view(before.center.x, before.center.y, before.height);
 }
 
+// The extents are kept between questions; each way of changing the drawing must be seen all the same.
+TEST_F(viewing, TheDrawingsExtentsFollowEveryChange)
+{
+    const auto extents = [&] {
+        const list_ptr low = db::get_variable(doc(), "EXTMIN"), high = db::get_variable(doc(), "EXTMAX");
+        const double *a = low->resval.rpoint, *b = high->resval.rpoint;
+        return number(a[0]) + "," + number(a[1]) + " " + number(b[0]) + "," + number(b[1]);
+    };
+    const std::string nothing = extents();
+    send("LINE|0,0|10,5|");
+    EXPECT_EQ(extents(), "0,0 10,5");
+    send("LINE|-5,0|20,7|");
+    EXPECT_EQ(extents(), "-5,0 20,7");
+    send("MOVE|L||0,0|0,100");
+    EXPECT_EQ(extents(), "-5,0 20,107");
+    send("ERASE|L|");
+    EXPECT_EQ(extents(), "0,0 10,5");
+    send("U");
+    EXPECT_EQ(extents(), "-5,0 20,107");
+    send("U");
+    EXPECT_EQ(extents(), "-5,0 20,7");
+    send("U");
+    send("U");
+    EXPECT_EQ(extents(), nothing);
+    send("REDO");
+    EXPECT_EQ(extents(), "0,0 10,5");
+    ads_name line;
+    ASSERT_EQ(acdbEntLast(line), RTNORM);
+    const list_ptr groups(acdbEntGet(line));
+    for (resbuf* node = groups.get(); node; node = node->rbnext)
+        if (node->restype == 11)
+            node->resval.rpoint[0] = 33;
+    ASSERT_EQ(acdbEntMod(groups.get()), RTNORM);
+    EXPECT_EQ(extents(), "0,0 33,5");
+    open_document();
+    EXPECT_EQ(extents(), nothing);
+}
+
+// A block's objects reach where they are inserted.
+TEST_F(viewing, TheDrawingsExtentsFollowItsBlocks)
+{
+    send("LINE|0,0|1,1|");
+    send("BLOCK|MARK|0,0|L|");
+    send("INSERT|MARK|10,10|1|1|0");
+    const auto highest = [&] { return db::get_variable(doc(), "EXTMAX")->resval.rpoint[0]; };
+    EXPECT_DOUBLE_EQ(highest(), 11);
+    const db::object_id block = data().record("BLOCK_RECORD", "MARK");
+    db::find(data().modify(db::first_entity(data(), block)), 11)->point[0] = 5;
+    EXPECT_DOUBLE_EQ(highest(), 15);
+}
+
 TEST_F(viewing, PanMovesTheMiddle)
 {
     send("ZOOM|C|0,0|10");
