@@ -66,6 +66,11 @@ struct tool_case {
     const char* sends; // the command that the tool sends; null: none
 };
 
+std::ostream& operator<<(std::ostream& out, const tool_case& tool)
+{
+    return out << tool.command;
+}
+
 const tool_case TOOLS[] = {
     {"(c:horizview)", "0", "7,0\n", "_.DVIEW"},
     {"(c:pointer)", "1", "9,10\n5\n\n", "_.CHPROP"},
