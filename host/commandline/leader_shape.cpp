@@ -28,7 +28,7 @@ leader_shape shape_of_leader(const std::vector<point3>& points, const leader_siz
     const double first_x = points[1].x - tip.x, first_y = points[1].y - tip.y;
     const double first_length = std::hypot(first_x, first_y);
     out.has_head = sizes.arrow > 0.0 && first_length >= HEAD_ROOM * sizes.arrow;
-    out.head_direction = std::atan2(-first_y, -first_x);
+    out.head_direction = std::atan2(tip.y - points[1].y, tip.x - points[1].x);
     point3 from = tip;
     if (out.has_head && !sizes.line_to_tip)
         from = along(tip, first_x / first_length, first_y / first_length, sizes.arrow);

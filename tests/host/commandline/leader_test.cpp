@@ -443,6 +443,14 @@ TEST(LeaderShape, HookBeginsAboveFifteenDegrees)
     }
 }
 
+TEST(LeaderShape, HeadAlongTheAxisHasNoNegativeZero)
+{
+    const double direction =
+        shape_of_leader({{10, 0, 0}, {0, 0, 0}}, {1.0, 0.5, 1.0, false}, false).head_direction;
+    EXPECT_EQ(direction, 0.0);
+    EXPECT_FALSE(std::signbit(direction));
+}
+
 TEST(LeaderShape, HeadIsAThirdAsWideAsLongInAnyDirection)
 {
     for (int i = 0; i < 12; ++i) {
