@@ -53,6 +53,7 @@ private:
 // behind them what isn't standard: closed gen layer= color= ltype= ltscale= width=start/end thick= elev=.
 // Coordinates have four decimals.
 std::string objects_text();
+std::string coordinate_text(double value);
 
 // What the tool said beside its prompts, '|' between the lines.
 std::string messages_of(std::string_view printed);
