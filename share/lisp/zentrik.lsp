@@ -45,7 +45,7 @@
 ; ---- elevations ----------------------------------------------------------------------------------
 ; The answers of the last time are the standards of the next.
 (setq zt:elevation nil)
-(defun c:chgelev (/ answers)
-  (setq answers (zt:quietly '(apply 'cf:chgpnts zt:elevation)))
-  (if answers (setq zt:elevation answers))
+(defun c:chgelev (/ zt:answers)
+  (setq zt:answers (zt:quietly '(apply 'cf:chgpnts zt:elevation)))
+  (if zt:answers (setq zt:elevation zt:answers))
   (princ))
