@@ -11,6 +11,10 @@
 namespace
 {
 
+constexpr const char* EXIT_STATUS =
+    "Exit status: 0 done, 1 a LISP error that nothing caught or a file that failed,\n"
+    "2 wrong usage, 3 the answers ran out.";
+
 struct run_options {
     app::run_request request;
     std::vector<std::string> programs, expressions, drives;
@@ -72,6 +76,14 @@ void add_run(CLI::App& program, run_options& options)
         ->capture_default_str();
     run->add_option("PROGRAM", options.programs, "LISP programs, run in order with the expressions")
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    run->footer("Commands of the module, for -e as '(c:pointer)' or for a program:\n"
+                "  plwrite, plread            polyline files\n"
+                "  pointer                    draws on from a line or polyline by distances and bearings\n"
+                "  horizview                  turns the view level with a line\n"
+                "  extendarc                  makes an arc longer or shorter\n"
+                "  curveleader, addarrow      leaders, zorro lines, arrow heads\n"
+                "  arctext                    text along an arc\n\n" +
+                std::string(EXIT_STATUS));
 }
 
 // Programs and expressions in the order in which they stand on the command line.
@@ -108,8 +120,7 @@ int main(int argc, char** argv)
     CLI::App program("zentrik: drawings, AutoLISP and the surveyor's module zentutil");
     program.set_version_flag("--version", "zentrik " ZENT_VERSION);
     program.require_subcommand(1);
-    program.footer("Exit status: 0 done, 1 a LISP error that nothing caught or a file that failed,\n"
-                   "2 wrong usage, 3 the answers ran out.");
+    program.footer(EXIT_STATUS);
 
     run_options options;
     add_run(program, options);

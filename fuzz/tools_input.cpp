@@ -43,6 +43,8 @@ const char* const LONG_NUMBER =
     "1234567890123456789012345678901234567890123456789012345678901234567890123456789"
     "0123456789012345678901234567890123456789012345678901234567890123456789012345";
 
+const char* const MOSTLY_YES[] = {"Yes", "Y", "", "No"};
+const char* const MOSTLY_NO[] = {"No", "N", "", "Yes"};
 const char* const TEXTS[] = {
     "x",
     "Draw",
@@ -107,7 +109,8 @@ const char* const ARC_PICKS[] = {
 };
 
 // Words that an operation's prompts know, and more often than by chance; and what it asks for first: n a
-// number, k a word, t a text, p a point, s the pick of a segment, a that of an arc.
+// number, k a word, y and z Yes and No with the first or the last more often, t a text, p a point, s the pick
+// of a segment, a that of an arc.
 struct keys_of_operation {
     int operation;
     const char* opening;
@@ -122,7 +125,7 @@ const keys_of_operation KEYS[] = {
                                  "B6.", "B945.5959", "A45.3030", "A-90",      "R10",    "L5", "T25",
                                  "T-3", "u",         "n",        "p",         "c"}},
     {2, "ak", "TU", {"U", "u", "Yes", "No", "Y", "T10", "t0.5", "T-4", "T1e99", "-3", "2"}},
-    {4, "kknpp", "U", {"Yes", "No", "Y", "N", "U", "Undo", "u", ""}},
+    {4, "zynppppkp", "U", {"Yes", "No", "Y", "N", "U", "Undo", "u", ""}},
     {5, "", "", {"yes"}},
     {6,
      "tnnkka",
@@ -254,6 +257,10 @@ std::string opening_answer_of(byte_reader& in, char wanted, const keys_of_operat
         return in.choose(SEGMENT_PICKS);
     case 'a':
         return in.next() % 4 ? in.choose(ARC_PICKS) : in.choose(SEGMENT_PICKS);
+    case 'y':
+        return in.choose(MOSTLY_YES);
+    case 'z':
+        return in.choose(MOSTLY_NO);
     case 't':
         return in.next() % 2 ? "MAIN STREET" : in.choose(TEXTS);
     default:

@@ -2,7 +2,7 @@
 //
 //   tools_random COUNT [SEED]                as a test
 //   tools_random COUNT SEED --collect DIR    keeps the inputs that made a tool say something new behind what
-//                                            it had said before: the corpus
+//                                            it had said before, and goes on from those: the corpus
 //   tools_random 0 0 --show FILE             what a file of the corpus stands for, and what comes of it
 #include <cctype>
 #include <cstdio>
@@ -12,6 +12,7 @@
 #include <random>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "fuzz/tools_run.h"
 
@@ -25,6 +26,22 @@ std::string random_bytes(std::mt19937& random)
     std::string bytes(SHORTEST + random() % (LONGEST - SHORTEST), '\0');
     for (char& byte : bytes)
         byte = static_cast<char>(random() & 255);
+    return bytes;
+}
+
+// Another input with a few places changed, left out or put in.
+std::string changed_bytes(std::string bytes, std::mt19937& random)
+{
+    for (auto times = 1 + random() % 4; times > 0; --times) {
+        const std::size_t at = random() % (bytes.size() + 1);
+        const auto way = random() % 3;
+        if (way == 0 && at < bytes.size())
+            bytes[at] = static_cast<char>(random() & 255);
+        else if (way == 1 && bytes.size() > SHORTEST && at < bytes.size())
+            bytes.erase(at, 1 + random() % 4);
+        else
+            bytes.insert(at, random_bytes(random).substr(0, 1 + random() % 6));
+    }
     return bytes;
 }
 
@@ -58,16 +75,17 @@ public:
         known_.merge(features);
         if (known_.size() == known)
             return;
+        kept_.push_back(bytes);
         char name[32];
-        std::snprintf(name, sizeof name, "/random_%03d", ++kept_);
+        std::snprintf(name, sizeof name, "/random_%03zu", kept_.size());
         std::ofstream(directory_ + name, std::ios::binary) << bytes;
     }
-    int kept() const { return kept_; }
+    const std::vector<std::string>& kept() const { return kept_; }
 
 private:
     std::string directory_;
     std::set<std::string> known_;
-    int kept_ = 0;
+    std::vector<std::string> kept_;
 };
 
 int show(const char* file)
@@ -96,13 +114,15 @@ int main(int argc, char** argv)
     collector kept(option == "--collect" ? argv[4] : "");
     std::mt19937 random(seed);
     for (long i = 0; i < count; ++i) {
-        const std::string bytes = random_bytes(random);
+        const bool goes_on = !kept.kept().empty() && random() % 2;
+        const std::string bytes =
+            goes_on ? changed_bytes(kept.kept()[random() % kept.kept().size()], random) : random_bytes(random);
         const std::string history = run_tool(bytes);
         if (option == "--collect")
             kept.offer(bytes, history);
     }
     std::printf("%ld runs, seed %lu", count, static_cast<unsigned long>(seed));
     if (option == "--collect")
-        std::printf(", %d kept", kept.kept());
+        std::printf(", %zu kept", kept.kept().size());
     std::printf("\n");
 }

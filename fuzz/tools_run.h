@@ -9,8 +9,8 @@
 // What the bytes stand for: a LISP call of the module, settings made in front of it, and the answers.
 struct tool_input {
     int operation = 0;
-    std::string settings; // LISP forms
-    long break_after = 0; // poll that is answered by the break key; 0: none
+    std::string settings;     // LISP forms
+    long break_after = 0;     // poll that is answered by the break key; 0: none
     long refused_request = 0; // of memory by the module, counted from 1; 0: none
     std::string call;
     std::string answers; // UTF-8, a line each

@@ -23,6 +23,15 @@ const db::group_list* layer_of(const db::database& db, db::object_id id)
     return layer ? &db.at(layer).groups : nullptr;
 }
 
+// What a pick of a part takes: the polyline of a vertex, the block reference of an attribute.
+db::object_id main_object(const db::database& db, db::object_id id)
+{
+    while (id && db.at(id).family == db::object_class::entity && db.valid(db.at(id).owner) &&
+           db.at(db.at(id).owner).family == db::object_class::entity)
+        id = db.at(id).owner;
+    return id;
+}
+
 } // namespace
 
 double pick_reach(document& doc)
@@ -88,8 +97,9 @@ db::object_id object_by_text(document& doc, std::string_view text)
     const std::uint64_t handle = std::strtoull(digits.c_str(), &end, 16);
     if (digits.empty() || *end)
         return 0;
-    const db::object_id id = db.by_handle(handle);
-    return id && !db.at(id).erased && db.at(id).family == db::object_class::entity ? id : 0;
+    const db::object_id id = main_object(db, db.by_handle(handle));
+    const bool is_here = id && !db.at(id).erased && db.at(id).owner == db.current_space();
+    return is_here && !db.is(id, "BLOCK") && !db.is(id, "ENDBLK") ? id : 0;
 }
 
 point3 some_point_on(const db::database& db, db::object_id id)

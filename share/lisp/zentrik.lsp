@@ -6,14 +6,22 @@
   (if (null (eval name)) (set name value))
   (eval name))
 
-; The value of a call, run without the prompts of the commands that it sends.
-(defun zt:quietly (call / echo *error*)
-  (setq echo (getvar "CMDECHO"))
-  (defun *error* (message) (setvar "CMDECHO" echo) (princ (strcat "\n; error: " message)))
+; The value of a call of the module, run without the prompts of the commands that it sends. A break, or an end
+; of the answers, is left to the *error* function of the program around it, with all put back before. The
+; names stand apart from those that a user's answer may ask for.
+(defun zt:quietly (zt:call / zt:echo zt:error)
+  (setq zt:echo (getvar "CMDECHO") zt:error *error*)
+  (defun *error* (message)
+    (zt:put-back)
+    (if *error* (*error* message) (princ (strcat "\n; error: " message))))
   (setvar "CMDECHO" 0)
-  (setq call (eval call))
-  (setvar "CMDECHO" echo)
-  call)
+  (setq zt:call (eval zt:call))
+  (zt:put-back)
+  zt:call)
+
+(defun zt:put-back ()
+  (setvar "CMDECHO" zt:echo)
+  (setq *error* zt:error))
 
 (zt:standard 'lspdir$ (strcat *zentrik-share* "dialogs/"))
 (zt:standard 'psname (strcat *zentrik-share* "symbols/"))
@@ -26,10 +34,18 @@
 (defun c:plread () (cf:zentutil usrdir$ 27 tmpdir$ lspdir$) (princ))
 
 ; ---- drafting tools ----------------------------------------------------------------------------
-(defun c:horizview () (cf:zentutil usrdir$ 0) (princ))
-(defun c:pointer () (cf:zentutil usrdir$ 1) (princ))
-(defun c:extendarc () (cf:zentutil usrdir$ 2) (princ))
+(defun c:horizview () (zt:quietly '(cf:zentutil usrdir$ 0)) (princ))
+(defun c:pointer () (zt:quietly '(cf:zentutil usrdir$ 1)) (princ))
+(defun c:extendarc () (cf:zentutil usrdir$ 2) (princ)) ; sends no commands
+(defun c:curveleader () (zt:quietly '(cf:zentutil usrdir$ 4)) (princ))
 ; The standard size is that of the last text; the tool asks for another.
 (defun c:arctext () (zt:quietly '(cf:zentutil usrdir$ 6 (getvar "TEXTSIZE"))) (princ))
-(defun c:curveleader () (cf:zentutil usrdir$ 4) (princ))
-(defun c:addarrow () (cf:zentutil usrdir$ 30) (princ))
+(defun c:addarrow () (zt:quietly '(cf:zentutil usrdir$ 30)) (princ))
+
+; ---- elevations ----------------------------------------------------------------------------------
+; The answers of the last time are the standards of the next.
+(setq zt:elevation nil)
+(defun c:chgelev (/ zt:answers)
+  (setq zt:answers (zt:quietly '(apply 'cf:chgpnts zt:elevation)))
+  (if zt:answers (setq zt:elevation zt:answers))
+  (princ))

@@ -33,6 +33,11 @@ bool is_line_list(const resbuf* list)
     return type_of(list) == "LINE";
 }
 
+bool is_arc_list(const resbuf* list)
+{
+    return type_of(list) == "ARC";
+}
+
 bool is_polyline_list(const resbuf* list)
 {
     const std::string_view type = type_of(list);

@@ -8,8 +8,9 @@
 constexpr const char* NOT_A_LINE_OR_POLYLINE = "\nError: selection must be a LINE or POLYLINE";
 constexpr const char* NO_SEGMENT_THERE = "\nError: no segment of the polyline at that point";
 
-// An entity list's group 0: "LINE"; "POLYLINE" or "LWPOLYLINE".
+// An entity list's group 0: "LINE"; "ARC"; "POLYLINE" or "LWPOLYLINE".
 bool is_line_list(const resbuf* list);
+bool is_arc_list(const resbuf* list);
 bool is_polyline_list(const resbuf* list);
 
 // The two ends of a LINE from its entity list, as a chain of two vertices (pl_free_vertices). Null when

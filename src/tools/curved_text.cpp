@@ -17,7 +17,6 @@
 namespace
 {
 
-constexpr int TYPE_GROUP = 0;
 constexpr int CENTRE_GROUP = 10;
 constexpr int RADIUS_GROUP = 40;
 
@@ -120,10 +119,9 @@ bool circle_of_polyline(const ads_name name, const ads_point pick, text_circle* 
 
 bool circle_of_arc(const resbuf* list, text_circle* circle)
 {
-    const resbuf* type = rb_find(list, TYPE_GROUP);
     const resbuf* centre = rb_find(list, CENTRE_GROUP);
     const resbuf* radius = rb_find(list, RADIUS_GROUP);
-    if (!type || !type->resval.rstring || std::strcmp(type->resval.rstring, "ARC") != 0 || !centre || !radius) {
+    if (!is_arc_list(list) || !centre || !radius) {
         acutPrintf("\nError: selection must be an ARC or POLYLINE");
         return false;
     }
@@ -144,7 +142,7 @@ bool picked_circle(const ads_name name, const ads_point pick, text_circle* circl
 
 // ---- letters ---------------------------------------------------------------------------------------
 
-// False: cancelled, which the command can be only where it asks the user, for a lone backslash.
+// False: cancelled, which the command can be only where it asks the user: at a backslash while TEXTEVAL is 1.
 bool draw_letter(const letter_place& place, double size, char letter)
 {
     const char text[] = {letter, '\0'};

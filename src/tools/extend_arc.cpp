@@ -13,6 +13,7 @@
 
 #include "common/names.h"
 #include "common/text_buffer.h"
+#include "drawing/picked_segment.h"
 #include "drawing/selection.h"
 #include "hostapi/ads.h"
 
@@ -24,7 +25,6 @@ constexpr double CLOSING_GAP = 0.01; // radians that stay open when an arc is ex
 constexpr double WHOLE = 1.0;
 constexpr double LONGEST_TOTAL = 0.999;
 
-constexpr int TYPE_GROUP = 0;
 constexpr int CENTRE_GROUP = 10;
 constexpr int RADIUS_GROUP = 40;
 constexpr int START_GROUP = 50;
@@ -32,6 +32,8 @@ constexpr int END_GROUP = 51;
 
 constexpr int DECIMAL = 2; // unit and precision of a picked distance's text
 constexpr int DISTANCE_PRECISION = 9;
+
+constexpr const char* CANT_CHANGE = "\nError: the arc can't be changed.";
 
 // A step that can be taken back: the angles before it.
 struct arc_undo {
@@ -72,6 +74,14 @@ bool begins_with(const char* text, char upper)
     return text[0] == upper || text[0] == upper - 'A' + 'a';
 }
 
+bool is_live(const ads_name name)
+{
+    resbuf* list = acdbEntGet(name);
+    if (list)
+        acutRelRb(list);
+    return list != nullptr;
+}
+
 class arc_run
 {
 public:
@@ -91,6 +101,7 @@ private:
     bool set_total(double part);
     bool add_length(double part);
     bool add_broken(double part, const arc_angles& grown);
+    bool cut(const arc_angles& kept, const arc_angles& rest);
 
     bool push();
     void point_at(double angle, ads_point point) const;
@@ -124,13 +135,11 @@ bool arc_run::read(const ads_name name, const ads_point pick)
 {
     std::copy_n(name, 2, name_);
     list_ = acdbEntGet(name);
-    const resbuf* type = rb_find(list_, TYPE_GROUP);
     const resbuf* centre = rb_find(list_, CENTRE_GROUP);
     const resbuf* radius = rb_find(list_, RADIUS_GROUP);
     start_group_ = rb_find(list_, START_GROUP);
     end_group_ = rb_find(list_, END_GROUP);
-    const bool is_arc = type && type->resval.rstring && std::strcmp(type->resval.rstring, "ARC") == 0;
-    if (!is_arc || !centre || !radius || !start_group_ || !end_group_) {
+    if (!is_arc_list(list_) || !centre || !radius || !start_group_ || !end_group_) {
         acutPrintf("\nError: selection must be an ARC");
         return false;
     }
@@ -243,17 +252,30 @@ bool arc_run::add_broken(double part, const arc_angles& grown)
     const double edge_a = at_start_ ? grown.start : arc_.end;
     const double edge_b = at_start_ ? arc_.start : grown.end;
     arc_ = grown;
-    if (part < 0.0) {
-        set_groups(arc_.start, arc_.end);
-        if (acdbEntMod(list_) != RTNORM) {
-            acutPrintf("\nError: the arc can't be changed.");
-            return false;
-        }
-        set_groups(edge_b, edge_a);
-    } else {
-        set_groups(edge_a, edge_b);
-    }
+    if (part < 0.0)
+        return cut(grown, {edge_b, edge_a});
+    set_groups(edge_a, edge_b);
     return make();
+}
+
+// The object that the list names keeps one piece, and a new one has the rest. It is whole again when that can't
+// be made.
+bool arc_run::cut(const arc_angles& kept, const arc_angles& rest)
+{
+    resbuf* whole = acdbEntGet(list_->resval.rlname);
+    set_groups(kept.start, kept.end);
+    bool done = acdbEntMod(list_) == RTNORM;
+    if (!done) {
+        acutPrintf("%s", CANT_CHANGE);
+    } else {
+        set_groups(rest.start, rest.end);
+        done = make();
+        if (!done && whole)
+            acdbEntMod(whole);
+    }
+    if (whole)
+        acutRelRb(whole);
+    return done;
 }
 
 // Breaking takes nothing back: its pieces are objects of their own.
@@ -287,11 +309,15 @@ bool arc_run::make()
     return true;
 }
 
-// The list goes on naming its object, which a cut changes in place.
+// The list goes on naming its object, which a cut changes in place. An object that an answer has erased doesn't
+// come back: to erase it once more would do that.
 bool arc_run::remake()
 {
     const ads_name old = {name_[0], name_[1]};
-    acdbEntDel(old);
+    if (!is_live(old) || acdbEntDel(old) != RTNORM) {
+        acutPrintf("%s", CANT_CHANGE);
+        return false;
+    }
     if (!make()) {
         acdbEntDel(old); // comes back
         return false;

@@ -3,7 +3,6 @@
 #include <cmath>
 #include <cstring>
 
-#include "common/user_break.h"
 #include "common/variables.h"
 #include "hostapi/ads.h"
 #include "tools/arrow_head.h"
@@ -138,7 +137,8 @@ leader_end bend_line(leader_line* line)
         if (status == RTNORM)
             insert_point(line->chain, at, line->next_type++);
         const bool is_curved = chain_curve(line->chain, LEADER_TENSION, LEADER_STEP);
-        if (status == RTNORM && user_break())
+        // Asked of the host anew: a break that ended a program in an answer isn't one of this line.
+        if (status == RTNORM && acedUsrBrk())
             return leader_end::broken;
         if (is_curved)
             redraw_line(line);

@@ -10,7 +10,7 @@ namespace
 
 constexpr double TWO_PI = 6.283185307179586;
 
-enum bearing_code { LAST_OF_NORTH = 5, BACKSIGHT_LEFT, BACKSIGHT_RIGHT, DEFLECTION_LEFT, DEFLECTION_RIGHT };
+enum bearing_code { AZIMUTH = 5, BACKSIGHT_LEFT, BACKSIGHT_RIGHT, DEFLECTION_LEFT, DEFLECTION_RIGHT };
 
 } // namespace
 
@@ -52,7 +52,7 @@ double bearing_turn(int code, double degrees, double base)
     case DEFLECTION_RIGHT:
         return rotate_angle(-degrees, 0.0);
     default:
-        const int quadrant = code >= 1 && code < LAST_OF_NORTH ? code : LAST_OF_NORTH;
+        const int quadrant = code >= 1 && code < AZIMUTH ? code : AZIMUTH;
         return rotate_angle(bearing_direction({quadrant, degrees}), -base);
     }
 }

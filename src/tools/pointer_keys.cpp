@@ -204,7 +204,7 @@ bool command_number_is_usable(const char* text)
     const pointer_key* key = find_key(text);
     if (!key || !key->takes_number)
         return true;
-    const char* number = key->letters == NUMBER_STARTS ? text : text + 1;
+    const char* number = begins_with_one_of(text, NUMBER_STARTS) ? text : text + 1;
     if (std::isfinite(std::atof(number)))
         return true;
     acutPrintf("\nError: %s is not a usable number", number);

@@ -6,7 +6,6 @@
 #include <cmath>
 
 #include "common/names.h"
-#include "common/text.h"
 #include "drawing/write.h"
 #include "hostapi/ads.h"
 #include "tools/drawn_objects.h"
@@ -160,9 +159,8 @@ void set_point(resbuf* group, const pl_vertex& v)
     group->resval.rpoint[2] = v.z;
 }
 
-void draw_lines(pointer_state& state, resbuf* type)
+void draw_lines(pointer_state& state)
 {
-    type->resval.rstring = str_dup(type->resval.rstring, "LINE");
     for (const pl_vertex* v = state.chain_entry->head; v && v->next; v = v->next) {
         set_point(rb_find(state.ent_list, START_GROUP), *v);
         set_point(rb_find(state.ent_list, END_GROUP), *v->next);
@@ -209,14 +207,13 @@ void draw_polyline(pointer_state& state)
 
 bool draw_chain(pointer_state& state)
 {
-    resbuf* type = rb_find(state.ent_list, TYPE_GROUP);
-    if (!type) {
+    if (!rb_find(state.ent_list, TYPE_GROUP)) {
         acutPrintf("\nError 1 remaking polyline.");
         return false;
     }
     const newest_object before;
     if (state.is_line)
-        draw_lines(state, type);
+        draw_lines(state);
     else
         draw_polyline(state);
     // When nothing came the last object is somebody else's, not to be erased with the next step.

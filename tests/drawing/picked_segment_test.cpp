@@ -186,22 +186,26 @@ TEST_F(PickedSegment, ListsAreToldApartByTheirType)
     const ads_name name = {1, 2};
     struct type_case {
         const char* type;
-        bool line, polyline;
+        bool line, polyline, arc;
     };
-    for (const type_case& c : {type_case{"LINE", true, false},
-                               {"POLYLINE", false, true},
-                               {"LWPOLYLINE", false, true},
-                               {"MLINE", false, false},
-                               {"XLINE", false, false},
-                               {"line", false, false},
-                               {"", false, false}}) {
+    for (const type_case& c : {type_case{"LINE", true, false, false},
+                               {"POLYLINE", false, true, false},
+                               {"LWPOLYLINE", false, true, false},
+                               {"ARC", false, false, true},
+                               {"ARC_DIMENSION", false, false, false},
+                               {"MLINE", false, false, false},
+                               {"XLINE", false, false, false},
+                               {"line", false, false, false},
+                               {"", false, false, false}}) {
         resbuf* list = acutBuildList(-1, name, RTDXF0, c.type, 8, "LINE", 0);
         EXPECT_EQ(is_line_list(list), c.line) << c.type;
         EXPECT_EQ(is_polyline_list(list), c.polyline) << c.type;
+        EXPECT_EQ(is_arc_list(list), c.arc) << c.type;
         acutRelRb(list);
     }
     EXPECT_FALSE(is_line_list(nullptr));
     EXPECT_FALSE(is_polyline_list(nullptr));
+    EXPECT_FALSE(is_arc_list(nullptr));
 }
 
 TEST(PickFraction, IsThePlanDistanceFromTheFirstEnd)

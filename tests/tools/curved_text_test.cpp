@@ -309,17 +309,51 @@ TEST_F(CurvedText, LettersThatMeanSomethingElsewhere)
               "(49 59 35 34 95 46 76 40 33 94 67 37)");
 }
 
-// A lone backslash is how a program lets a command ask its user; his answer stands in its place.
-TEST_F(CurvedText, BackslashIsAskedForByTheCommand)
+TEST_F(CurvedText, BackslashIsALetter)
 {
-    run("A\\B\n\n\n\n\n#last 130,240\n\\\n\n");
-    EXPECT_EQ(session.lisp("(mapcar '(lambda (l) (ascii (car l))) (texts))"), "(65 92 66)");
+    run("A\\B\n\n\n\n\n#last 130,240\n\n");
+    EXPECT_EQ(word(), "A\\B");
+}
+
+// With TEXTEVAL a lone backslash has the command ask its user; his answer stands in its place.
+TEST_F(CurvedText, BackslashIsAskedForWhereTextsAreEvaluated)
+{
+    session.lisp("(setvar \"TEXTEVAL\" 1)");
+    run("A\\B\n\n\n\n\n#last 130,240\nC\n\n");
+    EXPECT_EQ(word(), "ACB");
 }
 
 TEST_F(CurvedText, CancelWithinAWordEndsTheTool)
 {
+    session.lisp("(setvar \"TEXTEVAL\" 1)");
     run("A\\B\n\n\n\n\n#last 130,240\n^C\n");
     EXPECT_EQ(word(), "A");
+}
+
+// The size is then of the steps only.
+TEST_F(CurvedText, StyleOfAFixedHeightKeepsPlacesAndDirections)
+{
+    session.lisp("(command \"_.STYLE\" \"FIXED\" \"txt\" 3.0 1.0 0.0 \"_N\" \"_N\" \"_N\")");
+    run("AB\n2\n1\n\n\n#last 130,240\n\n");
+    const std::vector<letter> all = letters();
+    ASSERT_EQ(all.size(), 2u);
+    for (std::size_t i = 0; i < 2; ++i) {
+        const double angle = std::atan2(40, 30) - static_cast<double>(i) * 2.0 / 50.0;
+        EXPECT_EQ(all[i].size, 3.0);
+        EXPECT_NEAR(all[i].x, 100 + 51 * std::cos(angle), 1e-7);
+        EXPECT_NEAR(all[i].y, 200 + 51 * std::sin(angle), 1e-7);
+        EXPECT_NEAR(std::remainder(all[i].rotation - (angle - PI / 2), 2 * PI), 0.0, 1e-7);
+    }
+}
+
+TEST_F(CurvedText, RunningObjectSnapsMoveNoLetter)
+{
+    session.lisp("(setvar \"OSMODE\" 1)");
+    run("A\n2\n0\n\nNo\n#last 149.9,203\n\n");
+    const letter all = letters().at(0);
+    EXPECT_NEAR(std::hypot(all.x - 100, all.y - 200), 52.0, 1e-7);
+    EXPECT_NEAR(std::remainder(all.rotation - std::atan2(all.y - 200, all.x - 100) - PI / 2, 2 * PI), 0.0,
+                1e-7);
 }
 
 TEST_F(CurvedText, LongWordRunsPastTheArcAndOnAroundTheCircle)
@@ -404,6 +438,17 @@ TEST_F(CurvedText, ArcsOfPolylines)
                 EXPECT_NEAR(std::remainder(all[i].rotation - angle - PI / 2, 2 * PI), 0.0, 1e-6) << c.name;
             }
         }
+}
+
+// Exactly on a vertex the segment that begins there counts, whichever it ends.
+TEST_F(CurvedText, PickOnTheVertexThatBeginsAnArc)
+{
+    session.lisp("(lw 0 '((-30 -10 0) (0 -10 1) (0 10 -1) (0 30 0))) (setq line (entlast))");
+    run("A\n0.5\n1\n\nNo\n(list line (list 0.0 -10.0 0.0))\nB\n(list line (list 0.0 10.0 0.0))\n\n");
+    const std::vector<letter> all = letters();
+    ASSERT_EQ(all.size(), 2u);
+    EXPECT_NEAR(std::hypot(all[0].x, all[0].y), 11.5, 1e-6);
+    EXPECT_NEAR(std::hypot(all[1].x, all[1].y - 20), 11.5, 1e-6);
 }
 
 struct refused_case {

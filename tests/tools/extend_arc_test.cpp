@@ -39,6 +39,7 @@ TEST(ArcPart, OfTheCircle)
     EXPECT_EQ(circle_part(1000.0, 1.0, 0.999), 0.999);
     // Between the two a total isn't cut.
     EXPECT_DOUBLE_EQ(circle_part(2 * PI * 0.9995, 1.0, 0.999), 0.9995);
+    EXPECT_EQ(circle_part(2 * PI, 1.0, 0.999), 1.0);
     EXPECT_DOUBLE_EQ(circle_part(-2000.0 * PI, 1.0, 1.0), -1000.0);
     EXPECT_EQ(circle_part(1.0, 0.0, 1.0), 1.0);
     EXPECT_FALSE(std::isfinite(circle_part(0.0, 0.0, 1.0)));
@@ -71,11 +72,15 @@ TEST(ArcAngles, Cases)
         {"whole circle at the end", extended_angles, {0.5, 3.0}, 1.0, false, {0.5, 0.49}},
         {"whole circle at an end below 0", extended_angles, {0.0, 3.0}, 1.0, false, {0.0, -0.01}},
         {"whole circle at the start", extended_angles, {0.5, 3.0}, 1.0, true, {3.01, 3.0}},
+        {"a negative whole circle is none", extended_angles, {0.5, 3.0}, -1.0, false, {0.5, 3.0 - 2 * PI}},
         {"nearly the whole circle", extended_angles, {0.0, 0.0}, 0.999, false, {0.0, 1.998 * PI}},
         {"total at the end", total_angles, {0.5, 3.0}, 0.25, false, {0.5, 0.5 + PI / 2}},
         {"total at the end, over angle 0", total_angles, {6.0, 0.5}, 0.25, false, {6.0, 6.0 - 1.5 * PI}},
         {"total at the start", total_angles, {0.5, 3.0}, 0.25, true, {3.0 - PI / 2, 3.0}},
         {"total at the start, over angle 0", total_angles, {0.5, 1.0}, 0.25, true, {1.0 + 1.5 * PI, 1.0}},
+        {"total of the whole circle", total_angles, {0.5, 3.0}, 1.0, false, {0.5, 0.5}},
+        {"total of the whole circle at the start", total_angles, {0.5, 3.0}, 1.0, true, {3.0, 3.0}},
+        {"negative total at the start", total_angles, {0.5, 6.0}, -0.25, true, {6.0 + PI / 2, 6.0}},
         {"longest total", total_angles, {0.5, 3.0}, 0.999, false, {0.5, 0.5 - 0.002 * PI}},
     };
     for (const angles_case& c : cases) {
@@ -448,6 +453,27 @@ TEST_F(ExtendArc, ArcThatCantBeMadeStays)
         run(10, 30, false, "\n2\n(progn (entmake '((0 . \"POLYLINE\") (66 . 1) (10 0.0 0.0 0.0))) \"5\")\n");
     EXPECT_NE(told.find("\nError: the arc can't be made."), std::string::npos) << told;
     EXPECT_EQ(arcs(), "((\"10\" \"32\"))");
+}
+
+// The same at a cut: no piece is lost. The list has been given other angles by the steps before.
+TEST_F(ExtendArc, ArcWhoseOtherPieceCantBeMadeIsWholeAgain)
+{
+    const std::string told =
+        run(10, 30, false,
+            "Yes\n-5\n9\n(progn (entmake '((0 . \"POLYLINE\") (66 . 1) (10 0.0 0.0 0.0))) \"-20\")\n");
+    EXPECT_NE(told.find("\nError: the arc can't be made."), std::string::npos) << told;
+    EXPECT_EQ(arcs(), "((\"10\" \"25\") (\"25\" \"30\") (\"25\" \"34\"))");
+}
+
+TEST_F(ExtendArc, ArcThatIsGoneDoesNotComeBack)
+{
+    for (const char* answer : {"5", "T50", "U"}) {
+        session.lisp("(while (entlast) (entdel (entlast)))");
+        const std::string told =
+            run(10, 30, false, std::string("\n2\n(progn (entdel (entlast)) \"") + answer + "\")\n");
+        EXPECT_TRUE(told.ends_with("\nError: the arc can't be changed.")) << told;
+        EXPECT_EQ(arcs(), "nil") << answer;
+    }
 }
 
 TEST_F(ExtendArc, ArcThatIsGoneCantBeCut)

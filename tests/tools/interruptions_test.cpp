@@ -71,6 +71,11 @@ const interrupted_case CASES[] = {
     {"Zorro", "4", "Yes|0.5|0,50|20,50||0,60|20,60|No|", "0.5"},
     {"WordsAlongArc", "6 2.0", "MAIN STREET|1.5|0.5|Inside|Yes|25,0|NORTH|20,5||"},
     {"WordsAlongPolyline", "6 2.0", "A B|||Outside|No|35,-2.5||"},
+    {"ArrowToSide", "5 1.0 2.0 (list 0.0 50.0 0.0) (list 20.0 50.0 0.0) 25.0 0 \"ARROWS\" nil", ""},
+    {"ArrowToSideInParts", "5 1.0 2.0 (list 0.0 50.0 0.0) (list 20.0 50.0 0.0) 25.0 1 \"\" nil", ""},
+    {"ArrowToSideOnMendedLayer", "5 -1.0 2.0 (list 0.0 50.0 0.0) (list 20.0 50.0 0.0) 25.0 2 \"a<b\" nil",
+     "newnam=GOOD|!ok|"},
+    {"ArrowPair", "9 1.0 2.0 (list 0.0 50.0 0.0) (list 20.0 50.0 0.0) 5.0", ""},
     {"ArrowsOnObjects", "30", "0.5|9,0|10,19|10,-19|-50,-50|10,-39||"},
 };
 
@@ -144,6 +149,7 @@ protected:
     {
         module_session session;
         session.lisp(DRAWING);
+        session.lisp("(setq lspdir$ \"" ZENT_SOURCE_DIR "/share/dialogs/\")");
         session.printed();
         state before = state_now();
         host::answers_from_text(answers);
@@ -159,7 +165,8 @@ protected:
         EXPECT_EQ(after.blocks, before.blocks);
         EXPECT_EQ(after.bytes, before.bytes);
         EXPECT_EQ(after.views, before.views);
-        EXPECT_EQ(after.sets, before.sets);
+        // What operations 5 and 9 answer may live as long as AutoLISP holds it.
+        EXPECT_LE(after.sets - before.sets, is_value_a_set() ? 1u : 0u);
         EXPECT_EQ(after.variables, before.variables);
         EXPECT_TRUE(host::commandline::screen_vectors(host::current_document()).empty());
         expect_whole_objects();
@@ -170,6 +177,7 @@ protected:
         return {told, took_all && !ran_out, is_refused};
     }
 
+    static bool is_value_a_set() { return GetParam().call[0] == '5' || GetParam().call[0] == '9'; }
     static void leave_at_each_prompt(const std::string& leaving)
     {
         const std::vector<std::string> lines = lines_of(GetParam().answers);

@@ -224,6 +224,56 @@ TEST_F(Leader, BreakEndsItAndTheSizeStays)
     run(LEADER, "\n\n2\n0,0\n100,0\n20,10\n\nNo\n"); // a break doesn't last into the next call
 }
 
+TEST_F(Leader, BreakIsLookedForBehindPointsOnly)
+{
+    press_break(2);
+    EXPECT_TRUE(run(LEADER, "\nNo\n0,0\n100,0\nU\n20,10\nU\nU\n60,10\n")
+                    .ends_with("\nFunction cancelled at user request."));
+    EXPECT_EQ(drawn(), "LWPOLYLINE 8: 0.00,0.00 100.00,0.00") << "as the last undo left it";
+    EXPECT_EQ(variable("DIMASZ"), "3.0");
+}
+
+TEST_F(Leader, BreakOfAProgramInAnAnswerIsThatProgramsAlone)
+{
+    press_break(1);
+    const std::string told = run(LEADER, HEADLESS + "(progn (cf:zentutil \"\" 4) '(50.0 30.0 0.0))\n" +
+                                             "\nNo\n0,50\n100,50\n20,60\n" + "\nNo\n");
+    const std::string words = "\nFunction cancelled at user request.";
+    const std::size_t first = told.find(words);
+    ASSERT_NE(first, std::string::npos) << told;
+    EXPECT_EQ(told.find(words, first + 1), std::string::npos) << told;
+    EXPECT_EQ(drawn(), "LWPOLYLINE 2: 0.00,50.00 100.00,50.00; LWPOLYLINE 15: 0.00,0.00 100.00,0.00");
+}
+
+TEST_F(Leader, AnotherToMatchHasTheChosenSizeAndArrow)
+{
+    struct match_case {
+        const char* name;
+        const char* answers;
+        const char* drawn;
+        const char* leaders; // lengths of the host's leaders, 2.1 sizes
+    };
+    const match_case cases[] = {
+        {"arrow of 4", "\n\n4\n0,0\n0,100\n\n\n5,0\n5,100\n\nNo\n",
+         "LWPOLYLINE 2: 0.00,0.00 0.00,100.00; SOLID; LWPOLYLINE 2: 5.00,0.00 5.00,100.00; SOLID",
+         "acedCommand (\"_.DIM1\" \"_LEADER\" (0.0 0.0 0.0) (0.0 8.4 0.0) \"\" \"\") -> RTNORM\n"
+         "acedCommand (\"_.DIM1\" \"_LEADER\" (5.0 0.0 0.0) (5.0 8.4 0.0) \"\" \"\") -> RTNORM\n"},
+        {"no arrow", "\nNo\n0,0\n0,100\n\n\n5,0\n5,100\n\nNo\n",
+         "LWPOLYLINE 2: 0.00,0.00 0.00,100.00; LWPOLYLINE 2: 5.00,0.00 5.00,100.00", ""},
+        {"zorro", "Yes\n4\n0,0\n0,100\n\n5,0\n5,100\nNo\n",
+         "LWPOLYLINE 40: 0.00,0.00 0.00,100.00; SOLID; LWPOLYLINE 40: 5.00,0.00 5.00,100.00; SOLID", nullptr},
+    };
+    for (const match_case& c : cases) {
+        erase_all();
+        const std::string trace = trace_of(LEADER, c.answers);
+        EXPECT_EQ(drawn(), c.drawn) << c.name;
+        if (c.leaders) {
+            EXPECT_EQ(only(trace, {"acedCommand (\"_.DIM1\""}), c.leaders) << c.name;
+        }
+        EXPECT_NE(trace.find("acedSetVar \"DIMASZ\" 3.0"), std::string::npos) << c.name;
+    }
+}
+
 TEST_F(Leader, HeightsMakeItA3dPolyline)
 {
     run(LEADER, "\nNo\n0,0,5\n100,0,5\n50,30,5\n\nNo\n");

@@ -236,19 +236,22 @@ TEST(PointerCalls, OfOneStepOfALine)
                          "(A,B,C,E,L,M,N,O,P,R,S,T,U,Help): \" -> RTNONE");
 }
 
-TEST(PointerCalls, OfOneStepOfAPolylineWithAScaleOfItsOwn)
+TEST(PointerCalls, OfEachStepOfAPolylineWithAScaleOfItsOwn)
 {
     pointer_session session(std::string(TABLES) + FULL_LW);
     std::vector<std::string> changes;
-    for (const std::string& line : session.trace("9,0|5|"))
+    for (const std::string& line : session.trace("9,0|5|5|"))
         if (line.starts_with("acdbEntDel") || line.starts_with("appendAcDbEntity") ||
             line.find("CHPROP") != std::string::npos)
             changes.push_back(line);
-    ASSERT_EQ(changes.size(), 3u);
-    EXPECT_EQ(call_name(changes[0]), "acdbEntDel");
-    EXPECT_EQ(call_name(changes[1]), "appendAcDbEntity");
-    EXPECT_TRUE(changes[2].starts_with("acedCommand (\"_.CHPROP\" <Entity name: ")) << changes[2];
-    EXPECT_TRUE(changes[2].ends_with("> \"\" \"_SCALE\" 2.5 \"\") -> RTNORM")) << changes[2];
+    ASSERT_EQ(changes.size(), 6u);
+    for (std::size_t step = 0; step < 6; step += 3) {
+        EXPECT_EQ(call_name(changes[step]), "acdbEntDel");
+        EXPECT_EQ(call_name(changes[step + 1]), "appendAcDbEntity");
+        const std::string& command = changes[step + 2];
+        EXPECT_TRUE(command.starts_with("acedCommand (\"_.CHPROP\" <Entity name: ")) << command;
+        EXPECT_TRUE(command.ends_with("> \"\" \"_SCALE\" 2.5 \"\") -> RTNORM")) << command;
+    }
 }
 
 TEST(PointerCalls, PolylineOfStandardScaleNeedsNoCommand)

@@ -32,15 +32,16 @@ public:
     explicit pointer_session(std::string_view drawing);
 
     // Runs the tool with these answers; what was printed. All answers must have been asked for, the screen
-    // must be as before, and so must the host's variables and the module's heap.
-    std::string run(std::string_view answers);
+    // must be as before, and so must the host's variables and the module's heap. With `may_end_early` some of
+    // the answers may be left.
+    std::string run(std::string_view answers, bool may_end_early = false);
     // The same, with the trace of host operations.
     std::vector<std::string> trace(std::string_view answers);
     std::string lisp(std::string_view forms) { return session_.lisp(forms); }
 
 private:
     void before(std::string_view answers);
-    void after();
+    void after(bool may_end_early);
 
     module_session session_;
     std::string variables_;
@@ -53,6 +54,7 @@ private:
 // behind them what isn't standard: closed gen layer= color= ltype= ltscale= width=start/end thick= elev=.
 // Coordinates have four decimals.
 std::string objects_text();
+std::string coordinate_text(double value);
 
 // What the tool said beside its prompts, '|' between the lines.
 std::string messages_of(std::string_view printed);

@@ -179,6 +179,20 @@ TEST(PointerDistance, ThatLeavesNoLengthDoesNoHarm)
         }
 }
 
+TEST(PointerDistance, ThatLeavesNoLengthCanBeFollowedByAnother)
+{
+    static constexpr pointer_run ROWS[] = {
+        {"gone", LINE10, "9,0|-10|", "", ""},
+        {"gone by a total of nothing", LINE10, "9,0|T0|", "", ""},
+        // no direction is left: east
+        {"line, then on", LINE10, "9,0|-10|5|", "LINE 0,0 5,0", ""},
+        {"line, then taken back", LINE10, "9,0|-10|U|", LINE10_TEXT, ""},
+        {"polyline, then on", EAST, "9,0|-10|5|", "LW 0,0 5,0", ""},
+        {"polyline, then nothing", EAST, "9,0|-10|0|0|", "", ""},
+    };
+    check_runs(ROWS);
+}
+
 // ---- turns ---------------------------------------------------------------------------------------
 
 TEST(PointerTurn, RightAndLeftBendTheLine)
@@ -426,6 +440,9 @@ TEST(PointerClose, AtAMiddleVertexStartsAChainThatIsNotDrawn)
     static constexpr pointer_run ROWS[] = {
         {"close", BEND, "9,0|C|", BEND_TEXT, "New Polyline"},
         {"open", BEND, "10,1|O|", BEND_TEXT, "New Polyline"},
+        // it has no direction yet, so it goes east; the polyline that it began on stays
+        {"close, then drawn", BEND, "10,1|C|5|", "LW 0,0 10,0 10,10\nLW 10,0 15,0 closed", "New Polyline"},
+        {"close, then a bend", BEND, "10,1|C|L5|", "LW 0,0 10,0 10,10\nLW 10,0 10,5 closed", "New Polyline"},
     };
     check_runs(ROWS);
 }

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -753,6 +755,50 @@ TEST_F(Pointer, CommandsOfAnyLengthAreTaken)
     EXPECT_EQ(objects().size(), 1u);
     run("9,0 M -1e300 9,9");
     run("9,0 M 1e200 9,9 9,9 D 1e307");
+}
+
+// Many sessions of keys at random, with short and long legs, arcs and doubled vertices in the chains: the tool
+// ends when told to, gives all back, wipes its arrow, and what it leaves is drawn in numbers.
+TEST_F(Pointer, KeysInAnyOrderLeaveSoundObjects)
+{
+    const char* const keys[] = {"5",     "-5",   "0",    "-10",  "10",    "0.001",  "-0.001", "R",   "L",
+                                "R5",    "L10",  "T10",  "T0",   "S",     "N",      "P",      "N",   "P",
+                                "C",     "O",    "M",    "D",    "D",     "U",      "U",      "A90", "A0.30",
+                                "A_0,9", "B145", "B790", "B690", "B_1",   "E_0,40", "20,3",   "H_",  "?",
+                                "T_4",   "A_",   "-20",  "10,0", "1e308", "-1e308"};
+    const shape shapes[] = {
+        BENT,
+        {{0, 0}, {10, 0}},
+        {{0, 0, 0, 1.0}, {10, 0, 0, -0.5}, {10, 10}, {0, 10}},
+        {{0, 0}, {0, 0}, {10, 0}, {10, 0}, {10, 0.002}, {10, 10}, {10, 10}},
+    };
+    std::mt19937 random(51);
+    const auto below = [&](std::size_t count) { return random() % count; };
+    for (int round = 0; round < 400; ++round) {
+        erase_all(session);
+        polyline({{-50, 40}, {50, 40}});
+        const shape& corners = shapes[below(std::size(shapes))];
+        const int kind = static_cast<int>(below(4));
+        if (kind == 0)
+            line({{0, 0, 1}, {10, 0, 2}});
+        else if (kind == 1)
+            old_polyline(corners, below(2) ? PLINE_3D : PLINE_CLOSED);
+        else
+            polyline(corners, kind == 2);
+        std::string answers = below(2) ? "#last 1,0\n" : "#last 9,0\n";
+        for (std::size_t i = 5 + below(30); i > 0; --i)
+            answers += std::string(keys[below(std::size(keys))]) + "\n";
+        std::replace(answers.begin(), answers.end(), '_', '\n');
+        // E may end the tool early, and what follows is then not asked for.
+        host::answers_from_text(answers + std::string(4, '\n') + "^C\n^C\n");
+        EXPECT_EQ(session.lisp("(cf:zentutil \"\" 1)"), "nil") << answers;
+        session.printed();
+        for (const object& o : objects()) {
+            EXPECT_GE(o.corners.size(), 2u) << round << answers;
+            for (const corner& c : o.corners)
+                EXPECT_TRUE(std::isfinite(c.x) && std::isfinite(c.y) && std::isfinite(c.z)) << round << answers;
+        }
+    }
 }
 
 // ---- the step by itself

@@ -113,6 +113,38 @@ TEST_F(picks, AHandleWithAPointThatIsNoneIsAskedForAgain)
     EXPECT_DOUBLE_EQ(at[0], 1e308);
 }
 
+TEST_F(picks, AHandleOfAPartTakesTheWholeAndOneOfAnotherSpaceNothing)
+{
+    const auto text_of = [this](db::object_id id) {
+        char text[24];
+        std::snprintf(text, sizeof text, "#%lX", static_cast<unsigned long>(data().at(id).handle));
+        return std::string(text);
+    };
+    send("3DPOLY|50,0,0|60,0,0|60,10,0|"); // 3
+    const db::object_id polyline = nth(3), vertex = db::first_child(data(), polyline);
+    ads_name name;
+    ads_point at;
+    ASSERT_EQ(pick(text_of(vertex) + " 55,0", name, at), RTNORM);
+    EXPECT_EQ(picked_index(name), 3);
+    ASSERT_EQ(pick(text_of(data().at(polyline).last), name, at), RTNORM) << "the end of its sequence";
+    EXPECT_EQ(picked_index(name), 3);
+
+    const db::object_id block = db::add_block(data(), "MARK");
+    std::string error;
+    const db::object_id inner = db::append_entity(
+        data(), block,
+        {data().text_group(0, "LINE"), db::point_group(10, 0, 0, 0), db::point_group(11, 1, 0, 0)}, &error);
+    const db::object_id begin = data().at(block).first;
+    for (const db::object_id other : {inner, begin, block, data().record("LAYER", "0"), data().model_space()}) {
+        EXPECT_EQ(pick(text_of(other), name, at), RTERROR) << data().type_of(other);
+        EXPECT_EQ(errno_now(), 7);
+    }
+    // A polyline that is gone is not found by its parts either.
+    db::object_id gone = polyline;
+    data().set_erased(gone, true);
+    EXPECT_EQ(pick(text_of(vertex), name, at), RTERROR);
+}
+
 TEST_F(picks, WithoutObjectsThereIsNoLastOne)
 {
     send("ERASE|ALL|");

@@ -1,4 +1,5 @@
 ; Arrows that a program draws: what it has drawn is answered as a selection set.
+(setvar "CMDECHO" 0) ; the commands that draw the heads needn't be seen
 (defun members (set / i)
   (if set
     (progn (setq i 0)

@@ -18,7 +18,6 @@
 (c:horizview) (told)
 
 ; The kerb in each unit of angles, from the x axis and from north clockwise.
-(setvar "CMDECHO" 0)
 (foreach unit '(0 1 2 3 4)
   (foreach north '(nil t)
     (setvar "AUNITS" unit)

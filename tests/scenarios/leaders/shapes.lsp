@@ -12,5 +12,4 @@
   (princ "\n")
   (princ))
 (setq before (entlast))
-(setvar "CMDECHO" 0) ; the commands that draw the head needn't be seen
 (setvar "DIMASZ" 3.0)
