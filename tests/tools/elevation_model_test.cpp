@@ -1,10 +1,8 @@
 // cf:chgpnts on a drawing of all kinds of objects, against a plain reckoning of every height and text.
 #include <cmath>
 #include <cstdio>
-#include <cstring>
 #include <map>
 #include <random>
-#include <set>
 #include <vector>
 
 #include "tests/tools/annotation_case.h"
