@@ -79,7 +79,7 @@ TEST(ReadableAngle, Cases)
         {90, 90, 90},
         {170, 90, 170},
         {190, 90, 370},
-        {0, 90.01, 0},
+        {0, 90.01, 180},
         {0, 89.99, 0},
         {300, 90, 480},
         {10, 300, 10},
@@ -87,7 +87,7 @@ TEST(ReadableAngle, Cases)
         {350, -30, 350},
         // The difference is brought back once.
         {0, 400, 0},
-        {0, 500, 180 + 0},
+        {0, 500, 0},
         {100, -400, 100},
     };
     for (const angle_case& c : cases) {
@@ -167,22 +167,34 @@ const turn_case TURNS[] = {
     {"OnTheLine", "(lw 0 '((0.0 0.0 0.0) (100.0 0.0 0.0)))", "50.0 0.0", "0"},
     {"BeyondTheEnds", "(lw 0 '((0.0 0.0 0.0) (100.0 0.0 0.0)))", "-990.0 5.0", "0"},
     {"FarBeyondTheEnds", "(lw 0 '((0.0 0.0 0.0) (100.0 0.0 0.0)))", "1101.0 5.0", UNTURNED},
-    {"ALongWayToTheSide", "(lw 0 '((0.0 0.0 0.0) (0.0 100.0 0.0)))", "900000.0 50.0", "270000"},
+    {"ALongWayToTheSide", "(lw 0 '((0.0 0.0 0.0) (10.0 10.0 0.0)))", "-600000.0 600010.0", "45000"},
     {"SlopingLine", "(lw 0 '((0.0 0.0 0.0) (10.0 10.0 0.0)))", "4.0 6.0", "45000"},
-    {"OtherWayRoundStaysReadable", "(lw 0 '((10.0 10.0 0.0) (0.0 0.0 0.0)))", "6.0 4.0", "45000"},
+    {"OtherWayRoundStaysReadable", "(lw 0 '((10.0 10.0 0.0) (0.0 0.0 0.0)))", "6.0 4.0", "405000"},
     {"OutsideOfABend", "(lw 0 '((0.0 0.0 0.0) (10.0 0.0 0.0) (10.0 -10.0 0.0)))", "12.0 2.0", UNTURNED},
-    {"BesideAnArc", "(lw 0 '((0.0 0.0 1.0) (10.0 0.0 0.0)))", "5.0 -9.0", "0"},
-    {"BesideTheSideOfAnArc", "(lw 0 '((0.0 0.0 1.0) (10.0 0.0 0.0)))", "8.0 -3.0", "45000"},
-    {"ArcAtTheStartIsNotDrawnOut", "(lw 0 '((0.0 0.0 1.0) (10.0 0.0 0.0) (10.0 90.0 0.0)))", "-5.0 5.0",
+    {"OutsideOfAnArc", "(lw 0 '((-50.0 0.0 0.0) (0.0 0.0 1.0) (10.0 0.0 0.0) (60.0 0.0 0.0)))", "5.0 -9.0",
+     "360000"},
+    {"BesideTheSideOfAnArc", "(lw 0 '((-50.0 0.0 0.0) (0.0 0.0 1.0) (10.0 0.0 0.0) (60.0 0.0 0.0)))",
+     "9.0 -4.0", "405000"},
+    {"InsideOfAnArc", "(lw 0 '((-50.0 0.0 0.0) (0.0 0.0 1.0) (10.0 0.0 0.0) (60.0 0.0 0.0)))", "6.0 -1.0",
+     "405000"},
+    {"ArcAtTheStartIsNotDrawnOut", "(lw 0 '((0.0 0.0 1.0) (10.0 0.0 0.0) (10.0 -90.0 0.0)))", "-5.0 5.0",
      UNTURNED},
+    {"StraightStartIsDrawnOut", "(lw 0 '((0.0 0.0 0.0) (10.0 0.0 0.0) (10.0 -90.0 0.0)))", "-5.0 5.0", "0"},
+    // The end of an arc is moved too, and its circle with it: 505 about (505, 0) in place of 5 about (5, 0).
+    {"ArcAtTheEndIsDrawnOut", "(lw 0 '((0.0 0.0 1.0) (10.0 0.0 0.0)))", "505.0 -9.0", "360000"},
     {"ClosingSegment", "(lw 1 '((0.0 0.0 0.0) (10.0 0.0 0.0) (10.0 10.0 0.0)))", "4.0 5.0", "45000"},
     {"ClosingSegmentOfAnOldOne", "(old 1 0 '((0.0 0.0 0.0 0.0) (10.0 0.0 0.0 0.0) (10.0 10.0 0.0 0.0)))",
      "4.0 5.0", "45000"},
     {"PolylineInSpace", "(old 8 32 '((0.0 0.0 5.0 0.0) (10.0 10.0 9.0 0.0)))", "4.0 6.0", "45000"},
     {"OneVertex", "(old 0 0 '((0.0 0.0 0.0 0.0)))", "4.0 6.0", UNTURNED},
-    {"NoLength", "(lw 0 '((0.0 0.0 0.0) (0.0 0.0 0.0)))", "4.0 6.0", UNTURNED},
+    {"AChainWithoutLengthIsAPlaceAllTheSame", "(lw 0 '((0.0 0.0 0.0) (0.0 0.0 0.0)))", "5.0 5.0", "315000"},
     {"Line", "(line '(0.0 0.0 0.0) '(10.0 10.0 0.0))", "4.0 6.0", UNTURNED},
 };
+
+std::ostream& operator<<(std::ostream& out, const turn_case& c)
+{
+    return out << c.name;
+}
 
 class Turned : public RotateToChain, public testing::WithParamInterface<turn_case>
 {

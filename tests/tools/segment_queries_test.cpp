@@ -62,7 +62,7 @@ const segment_case CASES[] = {
      "((0.0 0.0 7.0) (10.0 0.0 7.0))", "180000"},
 
     {"OutsideOfTheCorner", OPEN, "12.0 -2.0 0.0", "nil", "nil"},
-    {"BeyondTheEnd", OPEN, "10.0 10.1 0.0", "nil", "nil"},
+    {"BeyondTheEnd", OPEN, "10.1 10.1 0.0", "nil", "nil"},
     {"ClosedWithOneVertex", "(old 1 0 '((3.0 3.0 0.0 0.0)))", "3.0 3.0 0.0", "nil", "nil"},
     {"OneVertex", "(old 0 0 '((3.0 3.0 0.0 0.0)))", "3.0 3.0 0.0", "nil", "nil"},
     {"WithoutAnyLength", "(lw 0 '((3.0 3.0 0.0) (3.0 3.0 0.0)))", "3.0 3.0 0.0", "nil", "nil"},
@@ -99,7 +99,7 @@ TEST_F(SegmentQueries, AnswerNilFirst)
 {
     session.lisp(std::string("(setq e ") + OPEN + ")");
     std::string trace = session.traced("(cf:zentutil \"\" 10 e '(8.0 1.0 0.0))");
-    EXPECT_EQ(trace, "acedRetNil\nacedRetList ((0.0 0.0 7.0) (10.0 0.0 7.0))\n");
+    EXPECT_EQ(trace, "acedRetNil\nacedRetList (((0.0 0.0 7.0) (10.0 0.0 7.0)))\n");
     trace = session.traced("(cf:zentutil \"\" 11 e '(8.0 1.0 0.0))");
     EXPECT_EQ(trace, "acedRetNil\nacedRetReal 0.0\n");
     for (const char* values : {"10 e '(12.0 -2.0 0.0)", "10 e", "10", "10 nil nil", "11 e '(12.0 -2.0 0.0)",

@@ -29,11 +29,11 @@ protected:
             (defun line (a b) (make (list '(0 . "LINE") (cons 10 a) (cons 11 b))))
             ; vertices: (x y bulge)
             (defun lw (flags vertices / g)
-              (setq g (list '(0 . "LWPOLYLINE") '(100 . "AcDbEntity") '(100 . "AcDbPolyline") (cons 90 (length vertices))
-                            (cons 70 flags) '(38 . 7.0)))
+              (setq g (list '(38 . 7.0) (cons 70 flags) (cons 90 (length vertices)) '(100 . "AcDbPolyline")
+                            '(100 . "AcDbEntity") '(0 . "LWPOLYLINE")))
               (foreach v vertices
-                (setq g (append g (list (cons 10 (list (car v) (cadr v))) (cons 42 (caddr v))))))
-              (make g))
+                (setq g (cons (cons 42 (caddr v)) (cons (list 10 (car v) (cadr v)) g))))
+              (make (reverse g)))
             ; vertices: (x y z bulge)
             (defun old (flags vertex-flags vertices)
               (entmake (list '(0 . "POLYLINE") '(66 . 1) (cons 70 flags) '(10 0.0 0.0 0.0)))
@@ -50,6 +50,14 @@ protected:
 
     // Value of a call of cf:zentutil with these values behind the directory.
     std::string call(const std::string& values) { return session.lisp("(cf:zentutil \"\" " + values + ")"); }
+    // The same with these answers, all of which must be wanted.
+    std::string call(const std::string& values, const std::string& answers)
+    {
+        host::answers_from_text(answers + "left over\n");
+        const std::string value = call(values);
+        EXPECT_EQ(host::next_answer("").value_or("none"), "left over") << "not the answers that were wanted";
+        return value;
+    }
     // The same from C, for values that LISP has no way to write. Takes the list over.
     static std::string called(resbuf* arguments)
     {
