@@ -57,7 +57,7 @@ TEST_F(Drag, MovesWhatItDrops)
     EXPECT_EQ(drag("101,202,303\n"), "1");
     EXPECT_EQ(session.lisp("(list (of a 10) (of a 11) (of b 10) (of b 40))"),
               "((100.0 200.0 300.0) (110.0 200.0 301.0) (105.0 205.0 300.0) 2.0)");
-    EXPECT_EQ(session.printed(), "Drop it: 101,202,303\n");
+    EXPECT_EQ(told, "Drop it: 101,202,303\n");
 }
 
 TEST_F(Drag, MovesTheFourPointGroupsThatThereAre)
@@ -175,7 +175,7 @@ TEST_F(Drag, PlaceThatNoDrawingHoldsLeavesTheObject)
 {
     session.lisp("(setq a (line '(1e308 0.0 0.0) '(10.0 0.0 1.0)) s (set-of (list a)))");
     EXPECT_EQ(drag("1.7e308,0\n"), "1");
-    EXPECT_EQ(session.lisp("(of a 10)"), "(1e+308 0.0 0.0)");
+    EXPECT_EQ(session.lisp("(of a 10)"), "(1.0e+308 0.0 0.0)");
 }
 
 TEST_F(Drag, WithoutAPromptItAsksAllTheSame)
@@ -216,7 +216,7 @@ TEST_F(Drag, SecondPointIsAnsweredAndNothingMoves)
     session.lisp("(setq a (line '(0.0 0.0 0.0) '(10.0 0.0 1.0)) s (set-of (list a)))");
     EXPECT_EQ(call("29 s '(1.0 2.0 3.0)", "@10,0\n"), "(11.0 2.0 0.0)"); // from a point in the plan
     EXPECT_EQ(session.lisp("(of a 10)"), "(0.0 0.0 0.0)");
-    EXPECT_EQ(session.printed(), "Select Second Point: @10,0\n");
+    EXPECT_EQ(told, "Select Second Point: @10,0\n");
 }
 
 TEST_F(Drag, SecondPointCallsToTheLetter)

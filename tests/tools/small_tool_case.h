@@ -21,6 +21,7 @@ class SmallTool : public testing::Test
 protected:
     module_session session;
     const std::size_t views = host::live_views();
+    std::string told; // by the last call with answers
 
     SmallTool()
     {
@@ -54,7 +55,9 @@ protected:
     std::string call(const std::string& values, const std::string& answers)
     {
         host::answers_from_text(answers + "left over\n");
+        session.printed();
         const std::string value = call(values);
+        told = session.printed();
         EXPECT_EQ(host::next_answer("").value_or("none"), "left over") << "not the answers that were wanted";
         return value;
     }
