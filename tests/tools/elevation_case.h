@@ -75,7 +75,7 @@ protected:
               (setq g (entget e) out (cdr (assoc 0 g)))
               (if (= out "ATTRIB") (setq out (strcat (cdr (assoc 2 g)) " '" (cdr (assoc 1 g)) "'")))
               (foreach n g
-                (if (or (and (member (car n) '(10 11)) (cadddr n)) (= (car n) 38))
+                (if (or (and (member (car n) '(10 11 12 13)) (cadddr n)) (= (car n) 38))
                   (setq out (strcat out " " (txt (if (= (car n) 38) (cdr n) (cadddr n)))))))
               out)
             (defun heights (/ e out)

@@ -37,6 +37,17 @@ TEST_F(ElevationChange, FlatPolylinesGoByTheMoveCommand)
                      "acedCommand (\"_.REDRAW\") -> RTNORM\n");
 }
 
+TEST_F(ElevationChange, PolylinesOfOtherPlanesMoveInTheWorld)
+{
+    begin_with(R"((foreach plane '((-4.0 0.0 0.0 -1.0) (2.0 0.0 -1.0 0.0))
+        (entmake (list '(0 . "LWPOLYLINE") '(100 . "AcDbEntity") '(8 . "0") '(100 . "AcDbPolyline") '(90 . 2) '(70 . 0)
+          (cons 38 (car plane)) '(10 0.0 3.0) '(10 5.0 3.0) (cons 210 (cdr plane))))))");
+    EXPECT_TRUE(run(CALL, ABSOLUTE + ALL).ends_with("\nPolyLine Entities Changed> 2"));
+    // Upside down at -5; upright at its own elevation of 2, 5 up.
+    EXPECT_EQ(heights(), "LWPOLYLINE -5.00; LWPOLYLINE 2.00");
+    EXPECT_EQ(session.lisp("(cdr (assoc 10 (entget (entlast))))"), "(0.0 5.0)");
+}
+
 TEST_F(ElevationChange, RegeneratesForAttributesOnly)
 {
     const struct {
@@ -195,8 +206,10 @@ TEST_F(ElevationChange, ObjectsWithoutTheirPointsAreToldAndLeft)
         change(nothing, list, rule, &tally);
         return session.printed();
     };
-    EXPECT_EQ(told_by(change_line, acutBuildList(RTDXF0, "LINE", 11, at, RTNONE)), "\nError getting coordinate of ");
-    EXPECT_EQ(told_by(change_line, acutBuildList(RTDXF0, "LINE", 10, at, RTNONE)), "\nError getting coordinate of ");
+    EXPECT_EQ(told_by(change_line, acutBuildList(RTDXF0, "LINE", 11, at, RTNONE)),
+              "\nError getting coordinate of ");
+    EXPECT_EQ(told_by(change_line, acutBuildList(RTDXF0, "LINE", 10, at, RTNONE)),
+              "\nError getting coordinate of ");
     EXPECT_EQ(told_by(change_line, acutBuildList(RTDXF0, "LINE", 10, ground, RTNONE)), "");
     EXPECT_EQ(told_by(change_insert, acutBuildList(RTDXF0, "INSERT", 2, "PINE", RTNONE)),
               "\nError getting coordinate of Insert");

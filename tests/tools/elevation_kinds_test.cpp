@@ -42,7 +42,7 @@ TEST_F(ElevationChange, EachKindInEachMode)
         {"text by a factor", CENTRED, SCALE, "TEXT 12.00 12.00", OTHER_1},
         {"circle", CIRCLE, ADD, "CIRCLE 2.00", OTHER_1},
         {"arc", ARC, SCALE, "ARC 12.00", OTHER_1},
-        {"face: its third and fourth corner stay", FACE, ABSOLUTE, "3DFACE 5.00 5.00", OTHER_1},
+        {"face: its third and fourth corner stay", FACE, ABSOLUTE, "3DFACE 5.00 5.00 3.00 4.00", OTHER_1},
         {"ellipse",
          "(entmake '((0 . \"ELLIPSE\") (100 . \"AcDbEntity\") (100 . \"AcDbEllipse\") (10 0.0 0.0 4.0) "
          "(11 2.0 0.0 0.0) (40 . 0.5)))",
