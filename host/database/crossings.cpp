@@ -140,7 +140,6 @@ std::vector<crossing> crossing_finder::with(const plan_curve& edge) const
             if (is_self && i == j)
                 return;
             const curve_piece& own = curve_.pieces[i];
-            meetings.clear();
             find_meetings(own, other, tolerance_, meetings);
             for (const piece_meetings::stretch& each : meetings.shared)
                 shared.emplace_back(own.before + each.from * own.size, own.before + each.to * own.size);
