@@ -123,6 +123,24 @@ TEST(ChainIndexAlone, OfNothingFindsNothing)
     EXPECT_EQ(normal[0], 7.0);
 }
 
+// The foot lies 5e-7 beyond the end of the first run, nearer than a segment of the second run's.
+TEST(ChainIndexAlone, FeetJustBeyondAnEndCount)
+{
+    std::vector<corner> corners;
+    for (int i = 0; i <= 8; ++i)
+        corners.push_back({i * 1.25, 0.0});
+    corners.push_back({20.0, 50.0});
+    corners.push_back({10.0 + 8e-7, 50.0});
+    corners.push_back({10.0 + 8e-7, -50.0});
+    const vertex_chain chain = make_vertices(corners);
+    int found = 0;
+    expect_same(chain.get(), chain_index(chain.get()), 10.0 + 5e-7, 0.0, NO_VALUE, &found);
+    double normal[2];
+    const ads_point point = {10.0 + 5e-7, 0.0, 0.0};
+    EXPECT_EQ(chain_index(chain.get()).normal_at(point, NO_VALUE, normal), 1);
+    EXPECT_EQ(normal[0], 1.0);
+}
+
 TEST(ChainIndexAlone, NumbersThatAreNoPlaceAreNoTrap)
 {
     const double inf = std::numeric_limits<double>::infinity(), nan = std::nan("");
