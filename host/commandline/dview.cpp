@@ -154,11 +154,6 @@ bool is_same(const view& a, const view& b)
            a.mode == b.mode && std::equal(a.target, a.target + 3, b.target);
 }
 
-bool is_view(const view& v)
-{
-    return v.height > 0.0 && std::isfinite(v.height) && std::isfinite(v.center.x) && std::isfinite(v.center.y);
-}
-
 } // namespace
 
 task<> dview_command(command_io& io)
