@@ -161,7 +161,7 @@ task<> dview_command(command_io& io)
     // The objects would be shown while the view is being found; it is found by its numbers here.
     selection_rules rules;
     rules.unused = true;
-    co_await select_objects(io, rules, "Select objects or <use DVIEWBLOCK>: ");
+    co_await select_objects(io, rules, "\nSelect objects or <use DVIEWBLOCK>: ");
     view now = view_of(io.doc());
     std::vector<view> before; // of each option, for Undo
     for (;;) {
