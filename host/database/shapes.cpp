@@ -366,8 +366,14 @@ void draw_text(walker& to, object_id id, const transform& map)
             angle = std::atan2(along.y, along.x);
         }
     }
-    const double x = across == 1 || across == 4 ? -width / 2 : across == 2 ? -width : 0;
-    const double y = up == 3 ? -height : up == 2 || across == 4 ? -height / 2 : 0;
+    double x = across == 1 || across == 4 ? -width / 2 : across == 2 ? -width : 0;
+    double y = up == 3 ? -height : up == 2 || across == 4 ? -height / 2 : 0;
+    // Letters written backwards or upside down lie on the other side of the text's place.
+    const std::int64_t mirrored = across == 3 || across == 5 ? 0 : int_of(groups, 71, 0);
+    if (mirrored & 2)
+        x = -x - width;
+    if (mirrored & 4)
+        y = -y - height;
     draw_box(to, map * plane_of_object(groups) * moved(base) * turned(angle), x, y, width, height);
 }
 
