@@ -47,8 +47,8 @@ TEST(StartFile, DefinesACommandForEachTool)
     module_session session;
     session.lisp("(setq *zentrik-share* \"/opt/zentrik/\")");
     load_start_file();
-    for (const char* name :
-         {"PLWRITE", "PLREAD", "HORIZVIEW", "POINTER", "EXTENDARC", "ARCTEXT", "CURVELEADER", "ADDARROW", "TRIMSYMBOLS"})
+    for (const char* name : {"PLWRITE", "PLREAD", "HORIZVIEW", "POINTER", "EXTENDARC", "ARCTEXT", "CURVELEADER",
+                             "ADDARROW", "TRIMSYMBOLS"})
         EXPECT_TRUE(host::lisp::has_command(host::current_document(), name)) << name;
 }
 
