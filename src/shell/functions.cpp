@@ -3,6 +3,7 @@
 #include "common/user_break.h"
 #include "hostapi/ads.h"
 #include "shell/operations.h"
+#include "tools/text_scaling.h"
 
 int in_map_call = 0;
 
@@ -21,6 +22,14 @@ void run_map_operation()
     in_map_call = 0;
 }
 
+void run_text_scaling()
+{
+    resbuf* args = acedGetArgs();
+    text_scaling(args);
+    if (args)
+        acutRelRb(args);
+}
+
 } // namespace
 
 // LISP programs tell success by cf:chgpnts' value, so its nil comes first and may be replaced; the four
@@ -29,7 +38,7 @@ const lisp_function LISP_FUNCTIONS[LISP_FUNCTION_COUNT] = {
     {"cf:zentutil", run_operation, nil_answer::none},
     {"cf:chgpnts", nullptr, nil_answer::before},
     {"cf:ztedit", nullptr, nil_answer::after},
-    {"cf:txtenl", nullptr, nil_answer::after},
+    {"cf:txtenl", run_text_scaling, nil_answer::after},
     {"cf:print_line", nullptr, nil_answer::after},
     {"cf:report_up", nullptr, nil_answer::after},
     {"cf:map_zentutil", run_map_operation, nil_answer::none},
