@@ -54,6 +54,7 @@ const std::vector<command_entry>& all_commands()
         {"SETVAR SET", setvar_command},
         {"STYLE ST", style_command},
         {"TEXT DTEXT DT", text_command},
+        {"TRIM TR", trim_command},
         {"U", u_command, COMMAND_NO_STEP},
         {"UCS", ucs_command},
         {"UNDO", undo_command, COMMAND_NO_STEP},

@@ -138,6 +138,8 @@ public:
     object_id append(object_id owner, object_class family, group_list groups, std::uint64_t handle = 0);
     // The object's groups, to be changed in place. The reference holds until the next append.
     group_list& modify(object_id id);
+    // Other groups for an entity, perhaps of another kind: what is cut out of a circle is an arc.
+    void replace(object_id id, group_list groups);
     void set_erased(object_id id, bool erased);
     void reserve_handle(std::uint64_t handle); // no handle up to it is given out again
 
@@ -205,6 +207,7 @@ private:
     void settle_renamed() const;
     void note_rename(object_id id);
     void restore_groups(object_id id, group_list& groups);
+    void note_type(object_id id);
     void put_erased(object_id id, bool erased);
     void tell(object_id id, change_kind kind);
 

@@ -114,8 +114,7 @@ object_id database::append(object_id owner, object_class family, group_list grou
     made.family = family;
     made.groups = std::move(groups);
     made.groups.shrink_to_fit();
-    if (const group* type = find(made.groups, 0))
-        made.type = type->kind == group_kind::text ? type->text : 0;
+    note_type(id);
     fill_handles(made);
     handles_.emplace(made.handle, id);
     if (made.owner)
@@ -145,11 +144,27 @@ group_list& database::modify(object_id id)
     return changed.groups;
 }
 
+void database::note_type(object_id id)
+{
+    const group* type = find(objects_[id].groups, 0);
+    objects_[id].type = type && type->kind == group_kind::text ? type->text : 0;
+}
+
+void database::replace(object_id id, group_list groups)
+{
+    if (!valid(id))
+        return;
+    groups.shrink_to_fit();
+    modify(id) = std::move(groups);
+    note_type(id);
+}
+
 // Undo's way of changing: the groups change places with the kept ones.
 void database::restore_groups(object_id id, group_list& groups)
 {
     note_rename(id);
     std::swap(objects_[id].groups, groups);
+    note_type(id);
     modified_ = true;
     tell(id, change_kind::modified);
 }

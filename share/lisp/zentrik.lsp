@@ -42,3 +42,11 @@
 (defun c:arctext () (zt:quietly '(cf:zentutil usrdir$ 6 (getvar "TEXTSIZE"))) (princ))
 (defun c:addarrow () (zt:quietly '(cf:zentutil usrdir$ 30)) (princ))
 (defun c:txtscale () (zt:quietly '(cf:txtenl)) (princ))
+
+; ---- elevations ----------------------------------------------------------------------------------
+; The answers of the last time are the standards of the next.
+(setq zt:elevation nil)
+(defun c:chgelev (/ zt:answers)
+  (setq zt:answers (zt:quietly '(apply 'cf:chgpnts zt:elevation)))
+  (if zt:answers (setq zt:elevation zt:answers))
+  (princ))

@@ -3,6 +3,7 @@
 #include "common/user_break.h"
 #include "hostapi/ads.h"
 #include "shell/operations.h"
+#include "tools/elevation_change.h"
 #include "tools/text_scaling.h"
 
 int in_map_call = 0;
@@ -36,7 +37,7 @@ void run_text_scaling()
 // behind it are called for what they do, and their value is nil in all cases.
 const lisp_function LISP_FUNCTIONS[LISP_FUNCTION_COUNT] = {
     {"cf:zentutil", run_operation, nil_answer::none},
-    {"cf:chgpnts", nullptr, nil_answer::before},
+    {"cf:chgpnts", elevation_change, nil_answer::before},
     {"cf:ztedit", nullptr, nil_answer::after},
     {"cf:txtenl", run_text_scaling, nil_answer::after},
     {"cf:print_line", nullptr, nil_answer::after},

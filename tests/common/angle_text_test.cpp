@@ -234,6 +234,12 @@ TEST(DmsText, FlagsCountOnlyWhenTheyAreOne)
 {
     for (const int flag : {0, 2, -1, 256})
         EXPECT_EQ(text_of(12.5, flag, flag), "12.300000000") << flag;
+    for (const int flag : {0, 2, -1, 257}) {
+        EXPECT_EQ(text_of(12.5, 1, flag), "12.3000") << flag;
+        EXPECT_EQ(text_of(12.5, flag, 1), "12\xB0"
+                                          "30'00.00000\"")
+            << flag;
+    }
 }
 
 TEST(DmsText, CarriesSecondsAndMinutesThatRoundToSixty)
@@ -446,6 +452,7 @@ TEST(DmsSplit, GivesThePartsAsWritten)
                                 {12.34567891, 12, 34, 56.7891},
                                 {30.0000004, 30, 0, 0.004},
                                 {29.9999999, 30, 0, -0.001},
+                                {30.109999999, 30, 11, -0.00001},
                                 {1e15, 1e15, 0, 0},
                                 {0.29, 0, 29, 0},
                                 {1.15, 1, 15, 0}};
@@ -623,6 +630,12 @@ TEST(QuadrantBearing, HasItsDirection)
     }
 }
 
+TEST(QuadrantBearing, MinutesAreThoseOfNineDecimals)
+{
+    EXPECT_NEAR(read_quadrant_bearing("10.10999999996").angle, angle_of(0, 10, 99.9999996), 1e-9);
+    EXPECT_NEAR(read_quadrant_bearing("10.1099999999996").angle, 11 / 60.0, 1e-9);
+}
+
 TEST(QuadrantBearing, AndAzimuthNameTheSameDirection)
 {
     // North-east A is azimuth A, south-east 180 - A, south-west 180 + A, north-west 360 - A.
@@ -760,6 +773,11 @@ TEST(VerticalCurve, IsTwoParabolasThatTouchTheGradesAndEachOther)
                                              ahead, station),
                     expected, 1e-9);
     }
+}
+
+TEST(VerticalCurve, AtTheIntersectionIsOnItsForwardHalf)
+{
+    EXPECT_EQ(vertical_curve_elevation(0, 100, 500, 110, 1000, 100, 0, 200, 500), 110);
 }
 
 TEST(VerticalCurve, WithoutAGradeOrALengthIsNotFiniteAndNoFault)

@@ -241,6 +241,25 @@ TEST(Call, WithoutArgumentsOrOfAnUnlistedNumberRunsOperation0)
         EXPECT_EQ(traced_on_a_line(call), first) << call;
 }
 
+// What tells a tool from the others: its first question, or what it draws.
+TEST(Call, StartsTheToolOfItsNumber)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"0", "acedEntSel \"\\nPick a line or pline to make horizontal:\""},
+        {"1", "acedEntSel \"\\nPick line or pline to extend: \""},
+        {"2", "acedEntSel \"\\nPick arc to extend: \""},
+        {"4", "acedGetKword \"\\nCreate a Zorro [Yes/<No>]? \""},
+        {"5 1.0 1.0 '(0.0 0.0) '(10.0 0.0) 25.0 0 \"\" nil", "acedCommand (\"_.ARC\""},
+        {"6 0.2", "acedGetString 1 \"\\nEnter text: \""},
+        {"9 0.0 0.0 '(0.0 0.0) '(10.0 0.0) 6.0", "LWPOLYLINE"},
+        {"30", "acedGetReal \"\\nEnter the arrow size <"},
+    };
+    for (const auto& [call, told] : cases) {
+        const std::string trace = traced_on_a_line("(cf:zentutil \"\" " + std::string(call) + ")");
+        EXPECT_NE(trace.find(told), std::string::npos) << call << "\n" << trace;
+    }
+}
+
 TEST(Call, WithoutArgumentsLeavesTheDataDirectory)
 {
     module_session session;

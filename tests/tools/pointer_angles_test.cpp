@@ -77,6 +77,10 @@ TEST(PointerAlign, AimsAlongTheTargetAtItsEndNearerToThePick)
          "LW 30,0 40,10 40,30\nLW 0,0 10,0 10,10 10,0", ""},
         {"polyline, last segment, second half", LW_AND_BEND, "10,9|R|A|40,28|10|",
          "LW 30,0 40,10 40,30\nLW 0,0 10,0 10,20", ""},
+        // the closing side isn't one of the chain's; of the two beside it the later one counts
+        {"closing side of a closed polyline",
+         "(lw 1 '((30 0) (40 0) (40 10) (30 10)) nil)(lw 0 '((0 0) (10 0) (10 10)) nil)", "10,9|A|30,5|10|",
+         "LW 30,0 40,0 40,10 30,10 closed\nLW 0,0 10,0 10,10 0,10", ""},
         {"old-style polyline", P2D_AND_BEND, "10,9|A|31,1|10|",
          "P2D 30,0 40,10\nLW 0,0 10,0 10,10 2.9289,2.9289", ""},
         {"3D polyline", P3D_AND_BEND, "10,9|A|39,9|10|", "P3D 30,0 40,10,70\nLW 0,0 10,0 10,10 17.0711,17.0711",
