@@ -106,6 +106,14 @@ bool command_io::takes(const input& in) const
     return trial.feed(in);
 }
 
+bool command_io::has_object_waiting() const
+{
+    if (!queue_ || queue_->waiting.empty() || queue_->waiting.front().is_text)
+        return false;
+    const resbuf* value = queue_->waiting.front().value.get();
+    return value && (value->restype == RTENAME || value->restype == RTPICKS);
+}
+
 bool command_io::takes_key_word(const input& in) const
 {
     return pending_ && in.is_text && match_key_word(pending_->asking_.asked().key_words, in.text);

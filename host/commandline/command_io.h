@@ -78,6 +78,8 @@ public:
     // Whether `in` would be an answer to the prompt that waits.
     bool takes(const input& in) const;
     bool takes_key_word(const input& in) const; // one of its key words
+    // Whether the program's next value is one object or more, and no text.
+    bool has_object_waiting() const;
     // From here on the user answers.
     void hand_to_user()
     {

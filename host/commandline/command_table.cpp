@@ -28,6 +28,7 @@ const std::vector<command_entry>& all_commands()
         {"DVIEW DV", dview_command},
         {"END", end_command},
         {"ERASE E", erase_command},
+        {"EXPLODE X", explode_command},
         {"INSERT I", insert_command},
         {"LAYER LA", layer_command},
         {"LINE L", line_command},

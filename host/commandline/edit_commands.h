@@ -14,6 +14,8 @@ task<> rotate_command(command_io& io);
 task<> scale_command(command_io& io);
 task<> mirror_command(command_io& io);
 task<> select_command(command_io& io);
+// explode.cpp
+task<> explode_command(command_io& io);
 // trim.cpp
 task<> trim_command(command_io& io);
 // edit_properties.cpp

@@ -16,6 +16,7 @@
 #include "host/core/session.h"
 #include "host/core/text.h"
 #include "host/core/trace.h"
+#include "host/database/entities.h"
 #include "host/database/sysvars.h"
 #include "host/lisp/api.h"
 
@@ -265,6 +266,7 @@ void run_typed(document& doc, std::string_view name)
 void expression_ended(document& doc)
 {
     cancel_open(doc);
+    db::settle_pending(db::database_of(doc));
     close_waiting_drawings();
 }
 

@@ -419,9 +419,9 @@ task<object_list> select_objects(command_io& io, selection_rules rules, std::str
     co_return co_await asking.run();
 }
 
-task<object_list> select_to_change(command_io& io)
+task<object_list> select_to_change(command_io& io, selection_rules rules)
 {
-    object_list all = co_await select_objects(io);
+    object_list all = co_await select_objects(io, rules);
     const std::size_t before = all.size();
     const db::database& db = io.data();
     std::erase_if(all, [&](db::object_id id) { return is_on_locked_layer(db, id); });

@@ -23,11 +23,12 @@ struct mapping {
     mapping inverse() const;                   // the identity when it has none
     double determinant() const;
     double scale() const; // cube root of the determinant's size
+    bool is_move() const; // nothing is turned, scaled or mirrored
     void to_matrix(double out[4][4]) const;
 };
 
-// Applies a map that keeps shapes (moves, turns, mirrors, scales alike in all directions) to an object and
-// what it owns.
+// Applies a map under which the object stays of its kind (map_objects.h) to it and what it owns. A kind that
+// can't be mapped stays where it is.
 void transform_object(db::database& db, db::object_id id, const mapping& map);
 void transform_alone(db::database& db, db::object_id id, const mapping& map); // without what it owns
 // A copy behind the last object of the same owner, with what it owns; 0 when it can't be.
@@ -35,6 +36,7 @@ db::object_id copy_object(db::database& db, db::object_id id);
 db::object_id copy_object_to(db::database& db, db::object_id id, db::object_id owner);
 // From the block's coordinates to those in which the INSERT lies; nothing when its block is missing.
 std::optional<mapping> insert_mapping(const db::database& db, db::object_id insert);
+std::optional<mapping> insert_mapping(const db::database& db, const db::group_list& groups);
 
 // The axes of an object's own plane for an extrusion direction: columns x, y, z.
 struct plane_axes {

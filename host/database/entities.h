@@ -32,6 +32,8 @@ bool groups_of_list(database& db, const resbuf* list, group_list& groups, std::s
 object_id make_entity(database& db, group_list groups, std::string* error);
 // The same with what it owns: the lists of its VERTEX or ATTRIB objects. SEQEND is added.
 object_id make_sequence(database& db, group_list groups, std::vector<group_list> children, std::string* error);
+// An INSERT from a program's list that still waits for the attributes that it announces is made without them.
+void settle_pending(database& db);
 // Appends a list to a given owner (block record, POLYLINE, INSERT).
 object_id append_entity(database& db, object_id owner, group_list groups, std::string* error);
 // Puts a program's list in place of an entity's or a record's groups, as acdbEntMod does. A text whose

@@ -75,7 +75,7 @@ int make(const char* call, const resbuf* list, std::int32_t* out)
 {
     trace_line line(call);
     line.list(list);
-    if (!has_document() || !list)
+    if (!has_document())
         return line.status(RTERROR);
     database& db = current_database();
     group_list groups;
@@ -142,6 +142,11 @@ void name_as_block(database& db, object_id record, object_id block)
 }
 
 } // namespace
+
+void settle_pending(database& db)
+{
+    db.part<entity_maker>().settle();
+}
 
 } // namespace host::db
 

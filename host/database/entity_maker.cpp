@@ -53,11 +53,23 @@ void entity_maker::put_on_current_layer(group_list& groups) const
         groups.insert(groups.begin() + 1, *layer);
 }
 
+void entity_maker::settle()
+{
+    if (!sequence_ || !sequence_->children.empty() || upper(db_.text_of(sequence_->main, 0)) != "INSERT")
+        return;
+    sequence waiting = std::move(*sequence_);
+    sequence_.reset();
+    std::erase_if(waiting.main, [](const group& each) { return each.code == 66; });
+    finish(std::move(waiting));
+}
+
 entity_maker::made entity_maker::take(group_list groups)
 {
     const std::string type = upper(db_.text_of(groups, 0));
     if (type.empty())
         return fail("the list has no group 0");
+    if (type != "ATTRIB" && type != "VERTEX" && type != "SEQEND")
+        settle();
     if (sequence_)
         return type == "SEQEND" ? end_sequence() : take_child(std::move(groups), type);
     if (type == "BLOCK")

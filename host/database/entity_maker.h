@@ -13,6 +13,11 @@ namespace host::db
 
 // What a program has begun and not ended. Nothing is in the drawing before the SEQEND or ENDBLK; a list that
 // doesn't fit drops what is pending.
+//
+// One thing waits without being dropped: an INSERT that announces attributes (66) of which none has come.
+// Programs put a reference that they have taken away back from its acdbEntGet list alone. When something else
+// is made, or the program's expression ends, the reference is made, without the mark and without attributes:
+// those come back only if the program gives their lists and the SEQEND behind it.
 class entity_maker
 {
 public:
@@ -24,6 +29,8 @@ public:
         std::string error; // when not done
     };
     made take(group_list groups);
+    // Makes the reference that still waits for its first attribute, if there is one.
+    void settle();
 
 private:
     struct sequence {

@@ -1,10 +1,8 @@
 // cf:chgpnts on a drawing of all kinds of objects, against a plain reckoning of every height and text.
 #include <cmath>
 #include <cstdio>
-#include <cstring>
 #include <map>
 #include <random>
-#include <set>
 #include <vector>
 
 #include "tests/tools/annotation_case.h"
@@ -18,7 +16,7 @@ constexpr double SPACING = 10.0; // along x, from object to object; an object is
 // What is looked at of one entity, or of one part of it.
 struct part_seen {
     std::string type, name, text; // group 0, 2, 1
-    std::vector<double> heights;  // of groups 10 and 11 in their order, or group 38 alone
+    std::vector<double> heights;  // of groups 10 to 13 in their order, or group 38 alone
     int flags = 0;                // group 70
 };
 using object_seen = std::vector<part_seen>;      // the entity, then its parts
@@ -47,7 +45,7 @@ part_seen part_of(const resbuf* list)
         return part;
     }
     for (const resbuf* node = list; node; node = node->rbnext)
-        if (node->restype == 10 || node->restype == 11)
+        if (node->restype >= 10 && node->restype <= 13)
             part.heights.push_back(node->resval.rpoint[2]);
     return part;
 }
@@ -234,11 +232,13 @@ void reckon(const change& c, int decimals, object_seen& object, counts& n)
         if (first.type == "LINE" && stays(c, first.heights[0]))
             return;
         bool is_changed = false;
-        for (double& z : first.heights)
+        for (std::size_t i = 0; i < first.heights.size() && i < 2; ++i) { // 12 and 13 stay
+            double& z = first.heights[i];
             if (!stays(c, z)) {
                 z = reckoned(c, z);
                 is_changed = true;
             }
+        }
         n.others += is_changed;
     }
 }

@@ -389,6 +389,47 @@ TEST_F(Blocks, InsertIsMadeWithItsAttributes)
     EXPECT_EQ(db.at(attribute).owner, id);
 }
 
+// A program that takes a reference away and puts it back from its list doesn't always give the attributes.
+TEST_F(Blocks, InsertWhoseAttributesNeverComeIsMadeWithoutThem)
+{
+    define("SPT1", {"0 POINT;10 0,0,0"});
+    EXPECT_EQ(make("0 INSERT;66 1;2 SPT1;10 5,5,0"), RTNORM);
+    EXPECT_EQ(last(), 0u);
+    EXPECT_EQ(make("0 INSERT;66 1;2 SPT1;10 6,5,0"), RTNORM);
+    const object_id first = last();
+    EXPECT_EQ(got(first), "0 INSERT;100 AcDbEntity;67 0;410 Model;8 0;100 AcDbBlockReference;2 SPT1;10 5,5,0;"
+                          "41 1;42 1;43 1;50 0;70 0;71 0;44 0;45 0;210 0,0,1");
+    EXPECT_EQ(walk(first), "");
+    const object_id line = made("0 LINE;10 0,0,0;11 1,0,0");
+    EXPECT_EQ(last(), line);
+    EXPECT_EQ(next(first), line - 1);
+    settle_pending(db); // nothing waits
+    EXPECT_EQ(last(), line);
+}
+
+TEST_F(Blocks, InsertThatWaitsAtTheEndOfAnExpressionIsMade)
+{
+    define("SPT1", {"0 POINT;10 0,0,0"});
+    make("0 INSERT;66 1;2 SPT1;10 5,5,0");
+    settle_pending(db);
+    EXPECT_EQ(walk(last()), "");
+    EXPECT_EQ(make("0 ATTRIB;10 5,6,0;40 1;1 100.5;2 ELEV2;70 0"), RTERROR);
+    EXPECT_EQ(make("0 INSERT;66 1;2 SPT1;10 6,5,0"), RTNORM);
+    EXPECT_EQ(make("0 ATTRIB;10 5,6,0;40 1;1 100.5;2 ELEV2;70 0"), RTNORM);
+    settle_pending(db); // this one has begun: it waits for its SEQEND
+    EXPECT_EQ(make("0 SEQEND"), RTNORM);
+    EXPECT_EQ(walk(last()), "ATTRIB SEQEND");
+}
+
+TEST_F(Blocks, WaitingInsertIsDroppedByAnEmptyList)
+{
+    define("SPT1", {"0 POINT;10 0,0,0"});
+    make("0 INSERT;66 1;2 SPT1;10 5,5,0");
+    EXPECT_EQ(make(""), RTERROR);
+    settle_pending(db);
+    EXPECT_EQ(last(), 0u);
+}
+
 TEST_F(Blocks, PlainInsertIsMadeAtOnce)
 {
     define("TREE", {"0 POINT;10 0,0,0"});

@@ -22,7 +22,7 @@
 (command "_.ROTATE" (entlast) "" "100,50" "90")
 (command "_.SCALE" (entlast) "" "100,50" "2")
 (print (mapcar 'cdr (vl-remove-if-not '(lambda (g) (= (car g) 10)) (entget (entlast)))))
-(command "_.EXPLODE" (entlast))
+(command "_.HATCHEDIT" (entlast))
 (print (all))
 (command "_.ERASE" "_W" "-1,-1" "11,11" "")
 (print (all))
