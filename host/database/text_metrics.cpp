@@ -305,7 +305,7 @@ void settle_text(const database& db, group_list& groups)
         const vec offset = base_line_offset(line), own = mirrored(line, offset.x, offset.y);
         const double c = std::cos(line.rotation), s = std::sin(line.rotation);
         *start = point_group(10, line.aligned.x + own.x * c - own.y * s, line.aligned.y + own.x * s + own.y * c,
-                             line.aligned.z);
+                             line.start.z);
         return;
     }
     const double length = std::hypot(line.aligned.x - line.start.x, line.aligned.y - line.start.y);

@@ -66,9 +66,9 @@ struct text_corners {
 };
 text_corners corners_of(const text_line& line);
 
-// Brings what follows from other groups in line with them: 10 of a justified text from 11; of an aligned one
-// rotation and height, of a fit one rotation and width factor from its two points. Other objects' lists and
-// plain left texts stay as they are.
+// Brings what follows from other groups in line with them: 10 of a justified text, but for its z, from 11; of
+// an aligned one rotation and height, of a fit one rotation and width factor from its two points. Other
+// objects' lists and plain left texts stay as they are.
 void settle_text(const database& db, group_list& groups);
 // Whether two lists of an object differ in a group on which these depend.
 bool differs_in_place(const group_list& before, const group_list& after);
