@@ -77,17 +77,56 @@ public:
     }
     std::vector<double> all()
     {
-        // A whole ellipse is searched a little over its seam, where rounding could hide a zero.
-        const double seam = a_.is_whole ? 1e-9 : 0;
-        const double low = std::min(a_.arc.start, a_.arc.end) - seam,
-                     high = std::max(a_.arc.start, a_.arc.end) + seam;
+        double low = std::min(a_.arc.start, a_.arc.end), high = std::max(a_.arc.start, a_.arc.end);
+        if (a_.is_whole) { // from where it is far from the other, so that no meeting lies on the seam
+            low = far_angle();
+            high = low + TURN;
+        }
         constexpr int PARTS = 8;
         for (int i = 0; i < PARTS; ++i)
             look(low + (high - low) * i / PARTS, low + (high - low) * (i + 1) / PARTS);
-        return std::move(found_);
+        std::vector<double> parts;
+        for (const double each : joined())
+            parts.push_back(a_.part_of_angle(each));
+        return parts;
     }
 
 private:
+    // Where the arc stays within the tolerance from one place found to the next, both are one touch.
+    std::vector<double> joined()
+    {
+        std::sort(found_.begin(), found_.end());
+        std::vector<double> out;
+        for (std::size_t i = 0, behind = 0; i < found_.size(); i = behind) {
+            for (behind = i + 1; behind < found_.size() && stays_near(found_[behind - 1], found_[behind]);
+                 ++behind)
+                ;
+            out.push_back(behind == i + 1 ? found_[i] : nearest_between(found_[i], found_[behind - 1]));
+        }
+        return out;
+    }
+    double far_angle() const
+    {
+        constexpr int PLACES = 8;
+        double best = 0;
+        for (int i = 1; i < PLACES; ++i)
+            if (std::fabs(f_.at(TURN * i / PLACES).f) > std::fabs(f_.at(best).f))
+                best = TURN * i / PLACES;
+        return best;
+    }
+    double nearest_between(double low, double high) const
+    {
+        const auto slope = [&](double t) { return f_.at(t).slope; };
+        if ((slope(low) < 0) != (slope(high) < 0))
+            return zero_by_halving(low, high, slope);
+        return std::fabs(slope(low)) <= std::fabs(slope(high)) ? low : high;
+    }
+    bool stays_near(double from, double to) const
+    {
+        constexpr double ONE_TOUCH = 0.1; // radians
+        return to - from < ONE_TOUCH && touches(from) && touches(from + (to - from) / 4) &&
+               touches(from + (to - from) / 2) && touches(from + (to - from) * 3 / 4) && touches(to);
+    }
     void look(double low, double high)
     {
         const double middle = low + (high - low) / 2, half = (high - low) / 2;
@@ -98,7 +137,11 @@ private:
             one_way(low, high);
             return;
         }
-        constexpr double SHORTEST = 1e-7;
+        constexpr double SHORTEST = 1e-7, SHORT = 1e-3;
+        if (half < SHORT && touches(low) && stays_near(low, high)) {
+            found_.insert(found_.end(), {low, high}); // they bend alike
+            return;
+        }
         if (std::fabs(v.bend) > f_.third_most * half) {
             const auto slope = [&](double t) { return f_.at(t).slope; };
             if ((slope(low) < 0) == (slope(high) < 0)) {
@@ -107,7 +150,7 @@ private:
             }
             const double extreme = zero_by_halving(low, high, slope);
             if (touches(extreme)) {
-                found_.push_back(a_.part_of_angle(extreme));
+                found_.push_back(extreme);
                 return;
             }
             one_way(low, extreme);
@@ -115,8 +158,8 @@ private:
         } else if (half > SHORTEST && middle > low && middle < high) {
             look(low, middle);
             look(middle, high);
-        } else if (touches(middle)) { // they bend alike
-            found_.push_back(a_.part_of_angle(middle));
+        } else if (touches(middle)) {
+            found_.push_back(middle);
         } else {
             one_way(low, high);
         }
@@ -126,7 +169,7 @@ private:
         const auto f = [&](double t) { return f_.at(t).f; };
         const double at_low = f(low), at_high = f(high);
         if ((at_low <= 0 && at_high >= 0) || (at_low >= 0 && at_high <= 0))
-            found_.push_back(a_.part_of_angle(zero_by_halving(low, high, f)));
+            found_.push_back(zero_by_halving(low, high, f));
     }
     bool touches(double t) const
     {

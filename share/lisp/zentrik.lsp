@@ -42,6 +42,7 @@
 (defun c:arctext () (zt:quietly '(cf:zentutil usrdir$ 6 (getvar "TEXTSIZE"))) (princ))
 (defun c:addarrow () (zt:quietly '(cf:zentutil usrdir$ 30)) (princ))
 (defun c:txtscale () (zt:quietly '(cf:txtenl)) (princ))
+(defun c:trimsymbols () (zt:quietly '(cf:zentutil usrdir$ 3)) (princ))
 
 ; ---- elevations ----------------------------------------------------------------------------------
 ; The answers of the last time are the standards of the next.

@@ -1,5 +1,9 @@
 // TRIM: each kind of object at each kind of edge, picks on either side, the command's words and what programs
 // send.
+#include <array>
+#include <random>
+
+#include "host/commandline/cutting_edges.h"
 #include "host/commandline/picks.h"
 #include "tests/host/commandline/session.h"
 
@@ -275,6 +279,320 @@ const trim_case POLYLINES[] = {
      "50=0)"},
 };
 INSTANTIATE_TEST_SUITE_P(Polylines, trim_table, testing::ValuesIn(POLYLINES), name_of_case());
+
+// ---- the command
+
+TEST_F(trimming, SaysWhatItIsAboutAndAsksOn)
+{
+    const auto ids = all_made(X_AXIS UPRIGHT("2"));
+    type("TRIM|" + handle_of(ids[1]) + "||" + handle_of(ids[0]) + " 5,0|");
+    EXPECT_EQ(shown, "Current settings: Projection=UCS Edge=None\n"
+                     "Select cutting edges ...\n"
+                     "Select objects: " +
+                         handle_of(ids[1]) +
+                         "\n1 found\n"
+                         "Select objects: \n"
+                         "Select object to trim or [Project/Edge/Undo]: " +
+                         handle_of(ids[0]) +
+                         " 5,0\n"
+                         "Select object to trim or [Project/Edge/Undo]: \n");
+}
+
+TEST_F(trimming, EnterTakesAllObjectsForEdges)
+{
+    const auto ids = all_made(X_AXIS UPRIGHT("2") UPRIGHT("4") UPRIGHT("6"));
+    type("TR||5,0|1,3|");
+    EXPECT_EQ(described(ids[0], {10, 11}), "LINE 10=-10,0,0 11=4,0,0");
+    EXPECT_EQ(count(), 5);
+    EXPECT_EQ(described(nth(4), {10, 11}), "LINE 10=6,0,0 11=10,0,0");
+}
+
+TEST_F(trimming, APickBesideEverythingIsAskedForAgain)
+{
+    const auto ids = all_made(X_AXIS UPRIGHT("2"));
+    type("TRIM||500,500|5,0|");
+    EXPECT_EQ(described(ids[0], {10, 11}), "LINE 10=-10,0,0 11=2,0,0");
+}
+
+struct words_case {
+    const char *lists, *pick, *words;
+};
+
+TEST_F(trimming, SaysWhyNot)
+{
+    const words_case cases[] = {
+        {X_AXIS UPRIGHT("20"), "5,0", "Object does not intersect an edge."},
+        {"CIRCLE 10=0,0,0 40=5/LINE 10=0,0,0 11=9,0,0", "0,5", "Circle must intersect twice."},
+        {"ELLIPSE 10=0,0,0 11=5,0,0 40=0.5/LINE 10=0,0,0 11=9,0,0", "0,5", "Ellipse must intersect twice."},
+        {"LWPOLYLINE 90=3 70=1 10=0,0 10=9,0 10=9,9/LINE 10=5,-1,0 11=5,1,0", "5,0",
+         "Closed polyline must intersect twice."},
+        {"TEXT 10=0,0,0 40=2 1=X/LINE 10=0,-5,0 11=0,9,0", "0,0", "Cannot TRIM this object."},
+        {"POINT 10=0,0,0/LINE 10=0,-5,0 11=0,9,0", "0,0", "Cannot TRIM this object."},
+        {"SPLINE 70=8 71=1 72=4 73=2 40=0 40=0 40=1 40=1 10=0,0,0 10=9,0,0" UPRIGHT("4"), "0,0",
+         "Cannot TRIM this object."},
+        {"CIRCLE 10=0,0,0 40=5 210=1,0,0/LINE 10=-5,0,0 11=5,0,0", "0,3", "Cannot TRIM this object."},
+        {"LINE 10=0,0,0 11=0,0,9/LINE 10=-5,0,0 11=5,0,0", "0,0", "Cannot TRIM this object."},
+    };
+    for (const words_case& each : cases) {
+        const auto ids = all_made(each.lists);
+        const std::string before = described(ids[0], SHAPE);
+        shown.clear();
+        EXPECT_EQ(trimmed(ids, each.pick), before) << each.lists;
+        EXPECT_TRUE(has_shown("\n" + std::string(each.words) + "\n")) << each.lists << "\n" << shown;
+        for (const db::object_id id : ids)
+            data().set_erased(id, true);
+    }
+}
+
+TEST_F(trimming, EdgesThatAreNoneEndIt)
+{
+    const auto ids = all_made("TEXT 10=0,0,0 40=2 1=X/" X_AXIS);
+    type("TRIM|" + handle_of(ids[0]) + "||" + handle_of(ids[1]) + " 5,0|");
+    EXPECT_TRUE(has_shown("No edges selected.\n"));
+    EXPECT_EQ(acedCommand(RTSTR, "_.TRIM", RTENAME, std::array<std::int32_t, 2>{0, 0}.data(), RTSTR, "", 0),
+              RTERROR);
+}
+
+TEST_F(trimming, LockedLayersRefuseFrozenOnesAreNotThere)
+{
+    const db::object_id locked = db::add_layer(data(), "LOCKED", 7),
+                        frozen = db::add_layer(data(), "FROZEN", 7);
+    db::find(data().modify(locked), 70)->integer = 4;
+    db::find(data().modify(frozen), 70)->integer = 1;
+    const auto ids = all_made("LINE 8=LOCKED 10=-10,0,0 11=10,0,0/LINE 8=FROZEN 10=-10,1,0 11=10,1,0" UPRIGHT(
+        "2") "/LINE 8=FROZEN 10=4,-5,0 11=4,5,0/LINE 8=LOCKED 10=6,-5,0 11=6,5,0/LINE 10=-10,2,0 11=10,2,0");
+    type("TRIM||" + handle_of(ids[0]) + " 5,0|" + handle_of(ids[1]) + " 5,1|" + handle_of(ids[5]) + " 3,2|");
+    EXPECT_TRUE(has_shown("\n1 on a locked layer.\n"));
+    EXPECT_TRUE(has_shown("\nCannot TRIM this object.\n"));
+    EXPECT_EQ(described(ids[0], {10, 11}), "LINE 10=-10,0,0 11=10,0,0");
+    EXPECT_EQ(described(ids[1], {10, 11}), "LINE 10=-10,1,0 11=10,1,0");
+    // A locked edge cuts, a frozen one doesn't.
+    EXPECT_EQ(described(ids[5], {10, 11}), "LINE 10=-10,2,0 11=2,2,0");
+    EXPECT_EQ(described(nth(count() - 1), {10, 11}), "LINE 10=6,2,0 11=10,2,0");
+}
+
+TEST_F(trimming, BothHalvesKeepAllProperties)
+{
+    db::add_layer(data(), "WALLS", 3);
+    db::add_record(data(), "APPID", "SURVEY");
+    const auto ids = all_made("LINE 8=WALLS 62=5 6=Continuous 48=2 370=30 39=4 10=0,0,0 11=10,0,0 1001=SURVEY "
+                              "1000=kept 1040=1.5" UPRIGHT("4") UPRIGHT("6"));
+    const std::uint64_t handle = data().at(ids[0]).handle;
+    trimmed(ids, "5,0");
+    const std::vector<int> all = {8, 62, 6, 48, 370, 39, 10, 11, 1001, 1000, 1040};
+    const std::string tail = " 1001=SURVEY 1000=kept 1040=1.5";
+    EXPECT_EQ(described(ids[0], all),
+              "LINE 8=WALLS 62=5 6=Continuous 48=2 370=30 39=4 10=0,0,0 11=4,0,0" + tail);
+    EXPECT_EQ(described(nth(3), all),
+              "LINE 8=WALLS 62=5 6=Continuous 48=2 370=30 39=4 10=6,0,0 11=10,0,0" + tail);
+    EXPECT_EQ(data().by_handle(handle), ids[0]);
+    EXPECT_EQ(db::find(data().at(ids[0]).groups, 5)->handle, handle);
+    EXPECT_EQ(db::find(data().at(nth(3)).groups, 5)->handle, data().at(nth(3)).handle);
+}
+
+TEST_F(trimming, UndoTakesBackOneCutAfterTheOther)
+{
+    const auto ids = all_made(X_AXIS UPRIGHT("2") UPRIGHT("4") "/CIRCLE 10=0,0,0 40=1");
+    const std::string before = objects(SHAPE);
+    const std::string edges =
+        "TRIM|" + handle_of(ids[0]) + "|" + handle_of(ids[1]) + "|" + handle_of(ids[2]) + "||";
+    const std::string picks = handle_of(ids[0]) + " 3,0|" + handle_of(ids[3]) + " 0,1|";
+    type(edges + picks + "U|U|U|" + handle_of(ids[3]) + " 0,-1|");
+    EXPECT_TRUE(has_shown("\nCommand has been completely undone.\n"));
+    EXPECT_EQ(described(ids[0], {10, 11}), "LINE 10=-10,0,0 11=10,0,0");
+    EXPECT_EQ(described(ids[3], SHAPE), "ARC 10=0,0,0 40=1 50=0 51=3.14159");
+    EXPECT_EQ(count(), 4);
+    type("U");
+    EXPECT_EQ(objects(SHAPE), before);
+}
+
+TEST_F(trimming, ACommandIsOneStepOfUndo)
+{
+    const auto ids = all_made("POLYLINE 70=1 : 10=0,0,0 : 10=10,0,0 : 10=5,8,0" UPRIGHT("4")
+                                  UPRIGHT("6") "/CIRCLE 10=5,0,0 40=1");
+    const std::string before = objects(SHAPE);
+    type("TRIM||" + handle_of(ids[0]) + " 5,0|" + handle_of(ids[3]) + " 5,1|" + handle_of(ids[1]) + " 4,-5|");
+    EXPECT_NE(objects(SHAPE), before);
+    type("U");
+    EXPECT_EQ(objects(SHAPE), before);
+    type("REDO");
+    EXPECT_NE(objects(SHAPE), before);
+    EXPECT_TRUE(data().is(ids[3], "ARC"));
+}
+
+TEST_F(trimming, EdgesMayBeTrimmedAndTheirHalvesStayEdges)
+{
+    // The first line is cut in two at the circle; its new half then cuts the upright.
+    const auto ids = all_made("LINE 10=-10,0,0 11=10,0,0/CIRCLE 10=0,0,0 40=2/LINE 10=6,-5,0 11=6,5,0");
+    type("TRIM|" + handle_of(ids[0]) + "|" + handle_of(ids[1]) + "||" + handle_of(ids[0]) + " 0,0|" +
+         handle_of(ids[2]) + " 6,5|");
+    EXPECT_EQ(described(ids[2], {10, 11}), "LINE 10=6,-5,0 11=6,0,0");
+}
+
+TEST_F(trimming, AnObjectCutsItselfOnlyWhenItIsAnEdge)
+{
+    const char* loop = "LWPOLYLINE 90=4 70=0 10=0,0 10=10,0 10=5,5 10=5,-5";
+    const db::object_id id = made(loop), far = made("LINE 10=90,0,0 11=90,9,0");
+    type("TRIM|" + handle_of(far) + "||" + handle_of(id) + " 5,-5|");
+    EXPECT_TRUE(has_shown("Object does not intersect an edge."));
+    type("TRIM|" + handle_of(id) + "||" + handle_of(id) + " 5,-5|");
+    EXPECT_EQ(described(id, {10}), "LWPOLYLINE 10=0,0 10=10,0 10=5,5 10=5,0");
+    // Its new end touches it now.
+    type("TRIM||" + handle_of(id) + " 1,0|");
+    EXPECT_EQ(described(id, {10}), "LWPOLYLINE 10=5,0 10=10,0 10=5,5 10=5,0");
+}
+
+TEST_F(trimming, ExtendedEdges)
+{
+    const auto ids = all_made(X_AXIS "/LINE 10=2,3,0 11=2,5,0/ARC 10=0,0,0 40=6 50=1 51=2");
+    type("TRIM|" + handle_of(ids[1]) + "|" + handle_of(ids[2]) + "||E|E|" + handle_of(ids[0]) + " 4,0|");
+    EXPECT_TRUE(has_shown("\nEnter an implied edge extension mode [Extend/No extend] <No extend>: E\n"));
+    EXPECT_EQ(db::int_variable(doc(), "EDGEMODE"), 1);
+    EXPECT_EQ(described(ids[0], {10, 11}), "LINE 10=-10,0,0 11=2,0,0");
+    EXPECT_EQ(described(nth(3), {10, 11}), "LINE 10=6,0,0 11=10,0,0");
+    type("TRIM||E||E|N|" + handle_of(ids[0]) + " -9,0|");
+    EXPECT_TRUE(has_shown("<Extend>: \n"));
+    EXPECT_EQ(db::int_variable(doc(), "EDGEMODE"), 0);
+    EXPECT_EQ(described(ids[0], {10, 11}), "LINE 10=-10,0,0 11=2,0,0");
+}
+
+TEST_F(trimming, WithoutProjectionOnlyEdgesAtOneHeightCut)
+{
+    const auto ids = all_made("LINE 10=-10,0,0 11=10,0,20/LINE 10=2,-5,12 11=2,5,12/LINE 10=4,-5,0 11=4,5,0");
+    type("TRIM||P|N|" + handle_of(ids[0]) + " 9,0|");
+    EXPECT_TRUE(has_shown("\nEnter a projection option [None/Ucs/View] <Ucs>: N\n"));
+    EXPECT_EQ(described(ids[0], {10, 11}), "LINE 10=-10,0,0 11=2,0,12");
+    type("U");
+    type("TRIM||P|U|" + handle_of(ids[0]) + " 9,0|P|V||");
+    EXPECT_EQ(described(ids[0], {10, 11}), "LINE 10=-10,0,0 11=4,0,14");
+    EXPECT_EQ(db::int_variable(doc(), "PROJMODE"), 2);
+}
+
+TEST_F(trimming, ACancelKeepsWhatHasBeenCut)
+{
+    const auto ids = all_made(X_AXIS UPRIGHT("2"));
+    type("TRIM||" + handle_of(ids[0]) + " 5,0|^C");
+    EXPECT_EQ(described(ids[0], {10, 11}), "LINE 10=-10,0,0 11=2,0,0");
+}
+
+// ---- programs
+
+struct sent_names {
+    ads_name edge, line;
+    sent_names(const db::database& db, db::object_id e, db::object_id l)
+    {
+        db::make_name(db, e, edge);
+        db::make_name(db, l, line);
+    }
+};
+
+TEST_F(trimming, AProgramSendsNamesAndAListWithThePick)
+{
+    const auto ids = all_made(X_AXIS "/CIRCLE 10=3,0,0 40=1");
+    const sent_names names(data(), ids[1], ids[0]);
+    const ads_point at = {3, 0, 0};
+    EXPECT_EQ(acedCommand(RTSTR, "_.TRIM", RTENAME, names.edge, RTSTR, "", RTLB, RTENAME, names.line, RT3DPOINT,
+                          at, RTLE, RTSTR, "", 0),
+              RTNORM);
+    EXPECT_EQ(objects({10, 11, 40}),
+              "LINE 10=-10,0,0 11=2,0,0 / CIRCLE 10=3,0,0 40=1 / LINE 10=4,0,0 11=10,0,0");
+    EXPECT_EQ(shown, "");
+    // Nothing waits: the next value names a command.
+    EXPECT_EQ(acedCommand(RTSTR, "_.POINT", RT3DPOINT, at, 0), RTNORM);
+    EXPECT_EQ(count(), 4);
+}
+
+TEST_F(trimming, ASymbolsOutlineCutsEveryLineThroughIt)
+{
+    // A line that ends in the symbol, one through it, and a polyline with a vertex there.
+    const auto ids =
+        all_made("LINE 10=0,0,5 11=10,0,5/LINE 10=-10,-10,0 11=10,10,0/LWPOLYLINE 90=3 10=0,10 10=0,0 10=-10,0"
+                 "/CIRCLE 10=0,0,0 40=1");
+    const ads_point at = {0, 0, 0};
+    for (int i = 0; i < 3; ++i) {
+        const sent_names names(data(), ids[3], ids[static_cast<std::size_t>(i)]);
+        EXPECT_EQ(acedCommand(RTSTR, "_.TRIM", RTENAME, names.edge, RTSTR, "", RTLB, RTENAME, names.line,
+                              RT3DPOINT, at, RTLE, RTSTR, "", 0),
+                  RTNORM);
+    }
+    EXPECT_EQ(described(ids[0], {10, 11}), "LINE 10=1,0,5 11=10,0,5");
+    EXPECT_EQ(described(ids[1], {10, 11}), "LINE 10=-10,-10,0 11=-0.707107,-0.707107,0");
+    EXPECT_EQ(described(ids[2], {10}), "LWPOLYLINE 10=0,10 10=0,1");
+    EXPECT_EQ(described(nth(4), {10, 11}), "LINE 10=0.707107,0.707107,0 11=10,10,0");
+    EXPECT_EQ(described(nth(5), {10}), "LWPOLYLINE 10=-1,0 10=-10,0");
+}
+
+TEST_F(trimming, AProgramMaySendPointsAndGoOnInALaterCall)
+{
+    const auto ids = all_made(X_AXIS UPRIGHT("2"));
+    const sent_names names(data(), ids[1], ids[0]);
+    const ads_point at = {5, 0, 0};
+    EXPECT_EQ(acedCommand(RTSTR, "TRIM", RTENAME, names.edge, 0), RTNORM);
+    EXPECT_EQ(acedCommand(RTSTR, "", RTPOINT, at, 0), RTNORM);
+    EXPECT_EQ(described(ids[0], {10, 11}), "LINE 10=-10,0,0 11=2,0,0");
+    EXPECT_EQ(acedCommand(RTSTR, "", 0), RTNORM);
+    EXPECT_EQ(acedCommand(RTSTR, "TRIM", RTENAME, names.edge, RTSTR, "", RTLB, RTENAME, names.line, RT3DPOINT,
+                          at, RTLE, RTSTR, "", 0),
+              RTNORM); // does not intersect any more: told, and no refusal
+    EXPECT_EQ(described(ids[0], {10, 11}), "LINE 10=-10,0,0 11=2,0,0");
+}
+
+// ---- many objects
+
+// Looking outward from the pick must bound the same part as trying every edge.
+TEST_F(trimming, EdgesNearThePickAreEnough)
+{
+    std::mt19937 random{7};
+    std::uniform_real_distribution<double> at(0, 100), step(-8, 8), turn(0, 6.28), share(0, 1);
+    object_list all;
+    const auto add = [&](db::group_list groups) {
+        all.push_back(db::make_entity(data(), std::move(groups), nullptr));
+        ASSERT_NE(all.back(), 0u);
+    };
+    for (int i = 0; i < 400; ++i) {
+        const double x = at(random), y = at(random);
+        const db::group layer = data().text_group(8, "0");
+        if (i % 4 == 0)
+            add({data().text_group(0, "CIRCLE"), layer, db::point_group(10, x, y, 0),
+                 db::real_group(40, 1 + i % 7)});
+        else if (i % 4 == 1)
+            add({data().text_group(0, "ARC"), layer, db::point_group(10, x, y, 0),
+                 db::real_group(40, 1 + i % 9), db::real_group(50, turn(random)),
+                 db::real_group(51, turn(random))});
+        else if (i % 40 == 2)
+            add({data().text_group(0, "LWPOLYLINE"), layer, db::int_group(70, i % 3 == 0),
+                 db::point_group(10, x, y), db::point_group(10, at(random), at(random)),
+                 db::real_group(42, 0.4), db::point_group(10, at(random), at(random))});
+        else
+            add({data().text_group(0, "LINE"), layer, db::point_group(10, x, y, 0),
+                 db::point_group(11, x + step(random), y + step(random), 0)});
+    }
+    const cutting_edges every(data(), {}), chosen(data(), all);
+    for (const db::object_id id : all) {
+        const db::plan_curve curve = *db::plan_curve_of(data(), id);
+        const db::curve_place place = curve.place_at(curve.first() + curve.size() * share(random));
+        const double tolerance = db::place_tolerance(curve);
+        std::vector<db::crossing> brute;
+        const db::crossing_finder finder(curve);
+        for (const db::object_id edge : all) {
+            const auto some = finder.with(*db::plan_curve_of(data(), edge));
+            brute.insert(brute.end(), some.begin(), some.end());
+        }
+        std::sort(brute.begin(), brute.end(), [](const auto& a, const auto& b) { return a.along < b.along; });
+        const db::part_between expected = db::part_around(curve, brute, place, tolerance);
+        for (const cutting_edges* edges : {&every, &chosen}) {
+            const db::part_between got =
+                db::part_around(curve, edges->around(curve, place, {}), place, tolerance);
+            ASSERT_EQ(got.count, expected.count) << described(id, SHAPE);
+            if (expected.count == 0 || (curve.is_closed && expected.count < 2))
+                continue;
+            EXPECT_EQ(got.is_start, expected.is_start);
+            EXPECT_EQ(got.is_end, expected.is_end);
+            EXPECT_NEAR(curve.along(got.from), curve.along(expected.from), tolerance) << described(id, SHAPE);
+            EXPECT_NEAR(curve.along(got.to), curve.along(expected.to), tolerance) << described(id, SHAPE);
+        }
+    }
+}
 
 } // namespace
 

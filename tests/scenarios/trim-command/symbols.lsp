@@ -1,0 +1,17 @@
+; Fences through survey points: each is cut at the circle of the point's symbol, on the side of its middle.
+(setvar "CMDECHO" 0)
+(entmake '((0 . "LINE") (8 . "FENCE") (62 . 3) (10 0.0 0.0 101.0) (11 20.0 0.0 103.0)))
+(setq line (entlast))
+(entmake '((0 . "LWPOLYLINE") (100 . "AcDbEntity") (8 . "FENCE") (100 . "AcDbPolyline") (90 . 3) (70 . 0)
+           (10 10.0 -20.0) (10 10.0 0.0) (10 30.0 20.0)))
+(setq fence (entlast))
+(entmake '((0 . "CIRCLE") (8 . "POINTS") (10 10.0 0.0 0.0) (40 . 1.5)))
+(setq symbol (entlast) at '(10.0 0.0 0.0))
+(foreach each (list line fence)
+  (command "_.TRIM" symbol "" (list each at) ""))
+(entdel symbol)
+; A second try meets no edge: told where prompts show, and nothing is lost.
+(setvar "CMDECHO" 1)
+(command "_.TRIM" line "" (list fence '(10.0 -20.0 0.0)) "")
+(setvar "CMDECHO" 0)
+(princ)
