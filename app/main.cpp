@@ -83,6 +83,7 @@ void add_run(CLI::App& program, run_options& options)
                 "  extendarc                  makes an arc longer or shorter\n"
                 "  curveleader, addarrow      leaders, zorro lines, arrow heads\n"
                 "  arctext                    text along an arc\n"
+                "  trimsymbols                cuts lines back from point symbols\n"
                 "  chgelev                    changes elevations\n"
                 "  txtscale                   texts larger or smaller where they stand\n\n" +
                 std::string(EXIT_STATUS));
