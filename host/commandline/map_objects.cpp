@@ -3,7 +3,7 @@
 // the new normal. Kinds whose groups depend on each other (ELLIPSE, INSERT, texts, HATCH) have a function.
 //
 // Mirrored plane objects keep the side to which their normal looks: arcs change their ends, bulges their sign.
-#include "host/commandline/map_objects.h"
+#include "host/commandline/map_hatch.h"
 
 #include <algorithm>
 #include <cmath>
@@ -369,94 +369,9 @@ void map_insert(const subject& of)
     put_real(of.groups, 50, turned);
 }
 
-// The edges of a hatch: each begins with 72, and means its groups in its own way. Paths that are polylines have
-// no 72 of that kind. Behind 75 comes the pattern.
-struct hatch_walk {
-    const plane_change& plane;
-    double height; // of the hatch's plane
-    bool in_paths = false, in_polyline = false, behind_paths = false;
-    std::int64_t edge = 0;
-    std::vector<db::group*> arc{}; // radius and angles that wait for the direction
-
-    void place(db::group& g) const
-    {
-        const point3 p = plane.place({g.point[0], g.point[1], height});
-        g.point[0] = p.x;
-        g.point[1] = p.y;
-    }
-    void turn_vector(double& x, double& y) const
-    {
-        const point3 moved = sum(times(plane.u, x), times(plane.v, y));
-        x = moved.x;
-        y = moved.y;
-    }
-    // Angles of an edge that runs clockwise are those of its mirror image.
-    void end_arc(db::group& direction)
-    {
-        const bool was_left = direction.integer != 0, is_left = was_left != plane.flips;
-        if (edge == 2 && arc.size() == 2) {
-            const double sweep = arc[1]->real - arc[0]->real;
-            const double start = plane.turn(was_left ? arc[0]->real : -arc[0]->real);
-            arc[0]->real = is_left ? start : normal_angle(-start);
-            arc[1]->real = arc[0]->real + sweep;
-        }
-        direction.integer = is_left ? 1 : 0;
-        arc.clear();
-    }
-    void take_edge(db::group& g)
-    {
-        if (g.code == 10 || (g.code == 11 && edge != 3))
-            place(g);
-        else if (g.code == 11 || g.code == 12 || g.code == 13)
-            turn_vector(g.point[0], g.point[1]);
-        else if (g.code == 40 && edge == 2)
-            g.real *= plane.scale;
-        else if ((g.code == 50 || g.code == 51) && edge == 2)
-            arc.push_back(&g);
-        else if (g.code == 73 && (edge == 2 || edge == 3))
-            end_arc(g);
-    }
-    void take_pattern(db::group& g, db::group* next) const
-    {
-        if (g.code == 52 || g.code == 53)
-            g.real = plane.turn(g.real);
-        else if (g.code == 41 || g.code == 49)
-            g.real *= plane.scale;
-        else if ((g.code == 43 || g.code == 45) && next && next->code == g.code + 1)
-            turn_vector(g.real, next->real);
-        else if (g.code == 10)
-            place(g);
-    }
-    void take(db::group& g, db::group* next)
-    {
-        if (g.code == 92) {
-            in_paths = true;
-            in_polyline = g.integer & 2;
-            edge = 0;
-        } else if (g.code == 75) {
-            behind_paths = true;
-        } else if (behind_paths) {
-            take_pattern(g, next);
-        } else if (in_polyline) {
-            if (g.code == 10)
-                place(g);
-            else if (g.code == 42 && plane.flips)
-                g.real = -g.real;
-        } else if (in_paths && g.code == 72) {
-            edge = g.integer;
-        } else if (in_paths) {
-            take_edge(g);
-        } else if (g.code == 10) {
-            g.point[2] = plane.place({0, 0, height}).z;
-        }
-    }
-};
-
-void map_hatch(const subject& of)
+void map_hatch_groups(const subject& of)
 {
-    hatch_walk walk{of.plane, point_in(of.groups, 10).z};
-    for (std::size_t i = 0; i < of.groups.size() && of.groups[i].code < 1000; ++i)
-        walk.take(of.groups[i], i + 1 < of.groups.size() ? &of.groups[i + 1] : nullptr);
+    map_hatch(of.groups, of.plane);
 }
 
 struct special_kind {
@@ -464,9 +379,10 @@ struct special_kind {
     void (*put)(const subject& of);
 };
 constexpr special_kind SPECIAL_KINDS[] = {
-    {"ARC", map_arc},     {"ATTDEF", map_text},   {"ATTRIB", map_text},       {"ELLIPSE", map_ellipse},
-    {"HATCH", map_hatch}, {"INSERT", map_insert}, {"POLYLINE", map_polyline}, {"RAY", map_endless},
-    {"TEXT", map_text},   {"XLINE", map_endless},
+    {"ARC", map_arc},           {"ATTDEF", map_text},        {"ATTRIB", map_text},
+    {"ELLIPSE", map_ellipse},   {"HATCH", map_hatch_groups}, {"INSERT", map_insert},
+    {"POLYLINE", map_polyline}, {"RAY", map_endless},        {"TEXT", map_text},
+    {"XLINE", map_endless},
 };
 
 // `owner`: the groups of a VERTEX's POLYLINE.

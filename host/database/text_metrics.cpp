@@ -143,10 +143,11 @@ void put_real(group_list& groups, int code, double value)
     groups.insert(groups.begin() + static_cast<std::ptrdiff_t>(end), real_group(code, value));
 }
 
-// Letters backwards or upside down are mirrored about the anchor.
+// Letters backwards or upside down are mirrored about the anchor; those between two points stay between them.
 vec mirrored(const text_line& line, double x, double y)
 {
-    return {line.generation & 2 ? -x : x, line.generation & 4 ? -y : y, 0};
+    const double opposite = line.is_between() ? line.width() - x : -x;
+    return {line.generation & 2 ? opposite : x, line.generation & 4 ? -y : y, 0};
 }
 
 bool is_same(const group& a, const group& b)
