@@ -10,6 +10,7 @@
 
 #include "host/commandline/arc_shapes.h"
 #include "host/database/entities.h"
+#include "host/database/kinds.h"
 
 namespace host::commandline
 {
@@ -36,20 +37,13 @@ bool is_level(const point3& normal)
     return normal.x == 0.0 && normal.y == 0.0 && normal.z > 0.0;
 }
 
-// The groups that every kind has, of an object as it is stored: what stands behind its first marker.
+// A part with the layer, colour and other common groups of the whole.
 db::group_list begin_part(const db::database& db, std::string_view type, const db::group_list& whole)
 {
     db::group_list out{db.text_group(0, type)};
-    bool inside = false;
-    for (const db::group& g : whole) {
-        if (g.code == 100 || g.code >= 1000) {
-            if (inside)
-                break;
-            inside = true;
-        } else if (inside) {
+    for (const db::group& g : whole)
+        if (g.code < 1000 && db::is_common_code(g.code))
             out.push_back(g);
-        }
-    }
     return out;
 }
 

@@ -7,7 +7,7 @@
 
 #include "common/arguments.h"
 #include "common/tolerances.h"
-#include "drawing/chain_queries.h"
+#include "drawing/chain_index.h"
 #include "drawing/picked_segment.h"
 #include "hostapi/ads.h"
 #include "tools/object_list.h"
@@ -137,12 +137,12 @@ void turn_block(const ads_name name, const object_list& list, const ads_point at
     place_attributes(name, at, angle);
 }
 
-void turn_object(const ads_name name, const pl_vertex* chain, double view_angle)
+void turn_object(const ads_name name, const chain_index& chain, double view_angle)
 {
     const object_list list(name);
     const resbuf* point = list.find(POINT_GROUP);
     double direction[2];
-    if (!point || !chain_normal_at(chain, point->resval.rpoint, NO_VALUE, direction))
+    if (!point || !chain.normal_at(point->resval.rpoint, NO_VALUE, direction))
         return;
     const double angle = readable_angle(direction, view_angle);
     if (!std::isfinite(angle))
@@ -192,12 +192,13 @@ int rotate_to_chain(const resbuf* args)
         return RTNORM;
     pl_vertex* chain = read_open_chain(polyline, list.get());
     draw_out_ends(chain);
+    const chain_index index(chain);
     std::int32_t length = 0;
     acedSSLength(set, &length);
     for (std::int32_t i = 0; i < length; ++i) {
         ads_name name;
         if (acedSSName(set, i, name) == RTNORM)
-            turn_object(name, chain, view_angle);
+            turn_object(name, index, view_angle);
     }
     pl_free_vertices(chain);
     return RTNORM;

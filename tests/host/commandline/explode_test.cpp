@@ -117,6 +117,13 @@ const insert_case INSERTS[] = {
      "10 0,0,0;42 2",
      {10, 11, 40},
      "ELLIPSE 10=1,0,0 11=0,2,0 40=0.5 / LINE 10=2,0,0 11=2,4,0"},
+    {"BulgeUnequalKeepsItsProperties",
+     "0 LWPOLYLINE;100 AcDbEntity;8 FENCE;62 3;6 CONTINUOUS;48 2;370 25;100 AcDbPolyline;90 3;70 0;10 0,0;42 "
+     "1;10 "
+     "2,0;10 2,2",
+     "8 TREES;10 0,0,0;42 2",
+     {6, 8, 48, 62, 370},
+     "ELLIPSE 8=FENCE 62=3 6=CONTINUOUS 48=2 370=25 / LINE 8=FENCE 62=3 6=CONTINUOUS 48=2 370=25"},
     {"StraightUnequal",
      "0 LWPOLYLINE;100 AcDbEntity;100 AcDbPolyline;90 2;70 0;38 3;10 0,0;10 2,1",
      "10 0,0,1;41 2;43 3",
