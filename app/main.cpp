@@ -75,6 +75,7 @@ void add_run(CLI::App& program, run_options& options)
         ->check(CLI::IsMember({"R12", "R2000", "R2007"}))
         ->capture_default_str();
     run->add_option("PROGRAM", options.programs, "LISP programs, run in order with the expressions")
+        ->type_name("")
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     run->footer("Commands of the module, for -e as '(c:pointer)' or for a program:\n"
                 "  plwrite, plread            polyline files\n"
@@ -83,7 +84,7 @@ void add_run(CLI::App& program, run_options& options)
                 "  extendarc                  makes an arc longer or shorter\n"
                 "  curveleader, addarrow      leaders, zorro lines, arrow heads\n"
                 "  arctext                    text along an arc\n"
-                "  trimsymbols                cuts lines back from point symbols\n"
+                "  trimsymbols                ends lines at the symbols that they run through\n"
                 "  chgelev                    changes elevations\n"
                 "  txtscale                   texts larger or smaller where they stand\n\n" +
                 std::string(EXIT_STATUS));
@@ -130,11 +131,19 @@ int main(int argc, char** argv)
 
     std::string list_file, list_type;
     CLI::App* list = program.add_subcommand("list", "Print a drawing's objects, one group list a line");
-    list->add_option("FILE", list_file, "Drawing")->required();
+    list->add_option("FILE", list_file, "Drawing")->required()->type_name("");
     list->add_option("--type", list_type, "Only objects of this type, as LINE or LAYER")->type_name("T");
 
     try {
         program.parse(argc, argv);
+    } catch (const CLI::RequiredError& error) {
+        // The reader of the command line would only say that a subcommand is missing.
+        const std::vector<std::string> extra = program.remaining();
+        if (!program.get_subcommands().empty() || extra.empty())
+            return program.exit(error), app::status_usage;
+        std::fprintf(stderr, "'%s' is no command of this program.\nRun with --help for more information.\n",
+                     extra.front().c_str());
+        return app::status_usage;
     } catch (const CLI::ParseError& error) {
         return program.exit(error) == 0 ? app::status_done : app::status_usage;
     }

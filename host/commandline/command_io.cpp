@@ -25,6 +25,13 @@ void command_io::say(std::string_view text) const
         history_line(text);
 }
 
+void command_io::refuse(const std::string& why) const
+{
+    if (!is_typed())
+        throw command_failed{name_ + ": " + why};
+    say(why);
+}
+
 void command_io::waiter::await_suspend(std::coroutine_handle<> waiting)
 {
     io_.pending_ = this;

@@ -50,6 +50,9 @@ public:
 
     // A message on a line of its own.
     void say(std::string_view text) const;
+    // What is wrong with an answer that the command has looked up itself. A user is told, and the command
+    // asks again; a program's next value was meant for another prompt, so there the command fails.
+    void refuse(const std::string& why) const;
 
     class waiter
     {

@@ -210,7 +210,7 @@ task<> dim_style(command_io& io, drawn_objects&)
     if (name.none())
         co_return;
     if (!io.data().record("STYLE", name.text)) {
-        io.say("Cannot find text style \"" + name.text + "\".");
+        io.refuse("Cannot find text style \"" + name.text + "\".");
         co_return;
     }
     db::set_text(io.doc(), "TEXTSTYLE", name.text);
@@ -256,10 +256,7 @@ task<> dimension(command_io& io, bool once)
         const auto entry = std::find_if(std::begin(ENTRIES), std::end(ENTRIES),
                                         [&](const dim_entry& each) { return given.is(each.name); });
         if (entry == std::end(ENTRIES)) {
-            const std::string why = "Unknown dimensioning command \"" + upper(given.text) + "\".";
-            if (!io.is_typed())
-                throw command_failed{why};
-            io.say(why);
+            io.refuse("Unknown dimensioning command \"" + upper(given.text) + "\".");
             continue;
         }
         if (!entry->run)

@@ -50,10 +50,7 @@ task<> ask_name(command_io& io, insertion& what)
             db::set_text(io.doc(), "INSNAME", what.name);
             co_return;
         }
-        io.say(error);
-        if (io.is_typed())
-            continue;
-        throw command_failed{error};
+        io.refuse(error);
     }
 }
 

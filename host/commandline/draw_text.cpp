@@ -23,24 +23,25 @@ constexpr double LINE_STEP = 5.0 / 3.0;
 struct justification {
     std::string_view words;   // short and long name, as answers give them
     int horizontal, vertical; // groups 72 and 73
+    std::string_view place;   // what the prompt asks for
 };
 
 constexpr std::array<justification, 15> JUSTIFICATIONS{{
-    {"Left", 0, 0},
-    {"Center", 1, 0},
-    {"Right", 2, 0},
-    {"Align,A", 3, 0},
-    {"Middle", 4, 0},
-    {"Fit", 5, 0},
-    {"TL,TLeft", 0, 3},
-    {"TC,TCenter", 1, 3},
-    {"TR,TRight", 2, 3},
-    {"ML,MLeft", 0, 2},
-    {"MC,MCenter", 1, 2},
-    {"MR,MRight", 2, 2},
-    {"BL,BLeft", 0, 1},
-    {"BC,BCenter", 1, 1},
-    {"BR,BRight", 2, 1},
+    {"Left", 0, 0, "start point of text"},
+    {"Center", 1, 0, "center point of text"},
+    {"Right", 2, 0, "right endpoint of text baseline"},
+    {"Align,A", 3, 0, "first endpoint of text baseline"},
+    {"Middle", 4, 0, "middle point of text"},
+    {"Fit", 5, 0, "first endpoint of text baseline"},
+    {"TL,TLeft", 0, 3, "top-left point of text"},
+    {"TC,TCenter", 1, 3, "top-center point of text"},
+    {"TR,TRight", 2, 3, "top-right point of text"},
+    {"ML,MLeft", 0, 2, "middle-left point of text"},
+    {"MC,MCenter", 1, 2, "middle-center point of text"},
+    {"MR,MRight", 2, 2, "middle-right point of text"},
+    {"BL,BLeft", 0, 1, "bottom-left point of text"},
+    {"BC,BCenter", 1, 1, "bottom-center point of text"},
+    {"BR,BRight", 2, 1, "bottom-right point of text"},
 }};
 constexpr int ALIGNED = 3, FIT = 5;
 
@@ -158,7 +159,7 @@ task<> text_dialogue::ask_style()
     if (name.none())
         co_return;
     if (!io_.data().record("STYLE", name.text)) {
-        io_.say("Cannot find text style \"" + name.text + "\".");
+        io_.refuse("Cannot find text style \"" + name.text + "\".");
         co_return;
     }
     next_.style = name.text;
@@ -168,9 +169,7 @@ task<> text_dialogue::ask_style()
 task<> text_dialogue::ask_points(justification how)
 {
     next_.how = how;
-    static constexpr std::string_view names[] = {
-        "start", "center", "right endpoint of", "first endpoint of", "middle", "first endpoint of"};
-    question first = ask_point("\nSpecify " + std::string(names[how.horizontal]) + " point of text: ");
+    question first = ask_point("\nSpecify " + std::string(how.place) + ": ");
     first.with(RSG_NONULL);
     const answer at = co_await io_.ask(std::move(first));
     next_.at = at.point;

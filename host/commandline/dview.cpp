@@ -154,11 +154,6 @@ bool is_same(const view& a, const view& b)
            a.mode == b.mode && std::equal(a.target, a.target + 3, b.target);
 }
 
-bool is_view(const view& v)
-{
-    return v.height > 0.0 && std::isfinite(v.height) && std::isfinite(v.center.x) && std::isfinite(v.center.y);
-}
-
 } // namespace
 
 task<> dview_command(command_io& io)
@@ -166,7 +161,7 @@ task<> dview_command(command_io& io)
     // The objects would be shown while the view is being found; it is found by its numbers here.
     selection_rules rules;
     rules.unused = true;
-    co_await select_objects(io, rules, "Select objects or <use DVIEWBLOCK>: ");
+    co_await select_objects(io, rules, "\nSelect objects or <use DVIEWBLOCK>: ");
     view now = view_of(io.doc());
     std::vector<view> before; // of each option, for Undo
     for (;;) {

@@ -1,5 +1,6 @@
 // edit_properties.cpp: CHPROP, and CHANGE with its properties.
 #include <algorithm>
+#include <cmath>
 
 #include "host/commandline/edit_commands.h"
 #include "host/commandline/new_objects.h"
@@ -76,7 +77,7 @@ task<> change_color(command_io& io, object_list objects)
                         [&](db::group_list& g) { put(g, db::int_group(62, color), color == 256); });
             co_return;
         }
-        io.say("A color number or standard color name is required.");
+        io.refuse("A color number or standard color name is required.");
     }
 }
 
@@ -94,7 +95,7 @@ task<> change_layer(command_io& io, object_list objects)
             change_each(io, objects, true, [&](db::group_list& g) { put(g, name, false); });
             co_return;
         }
-        io.say("Cannot find layer \"" + given.text + "\".");
+        io.refuse("Cannot find layer \"" + given.text + "\".");
     }
 }
 
@@ -117,7 +118,7 @@ task<> change_linetype(command_io& io, object_list objects)
             change_each(io, objects, false, [&](db::group_list& g) { put(g, group, by_layer); });
             co_return;
         }
-        io.say("Linetype \"" + given.text + "\" not found. Use the LINETYPE command to load it.");
+        io.refuse("Linetype \"" + given.text + "\" not found. Use the LINETYPE command to load it.");
     }
 }
 
@@ -143,17 +144,20 @@ task<> change_number(command_io& io, object_list objects, std::string prompt, in
 
 task<> change_lineweight(command_io& io, object_list objects)
 {
-    const answer given = co_await io.ask(ask_word("\nEnter new lineweight <ByLayer>: "));
+    question q(want::real, "\nEnter new lineweight <ByLayer>: ");
+    q.keys("BYLAYER BYBLOCK DEFAULT").with(RSG_NONEG);
+    const answer given = co_await io.ask(std::move(q));
     if (given.none())
         co_return;
-    const std::optional<double> mm = parse_real(given.text);
-    constexpr double MAX_WEIGHT = 211.0; // hundredths of a millimetre
-    const int weight = same_text(given.text, "BYBLOCK")   ? -2
-                       : same_text(given.text, "DEFAULT") ? -3
-                       : mm ? static_cast<int>(std::clamp(*mm * 100.0 + 0.5, 0.0, MAX_WEIGHT))
-                            : -1;
+    constexpr int WEIGHT_BY_LAYER = -1, WEIGHT_BY_BLOCK = -2, DEFAULT_WEIGHT = -3;
+    constexpr double HEAVIEST = 2.11; // millimetres; group 370 has hundredths
+    const int weight = given.is("BYLAYER")   ? WEIGHT_BY_LAYER
+                       : given.is("BYBLOCK") ? WEIGHT_BY_BLOCK
+                       : given.is("DEFAULT")
+                           ? DEFAULT_WEIGHT
+                           : static_cast<int>(std::lround(std::min(given.real, HEAVIEST) * 100.0));
     change_each(io, objects, false,
-                [&](db::group_list& g) { put(g, db::int_group(370, weight), weight == -1); });
+                [&](db::group_list& g) { put(g, db::int_group(370, weight), weight == WEIGHT_BY_LAYER); });
 }
 
 // Kinds that have a thickness keep it in group 39.

@@ -89,18 +89,9 @@ std::vector<db::object_id> layers_of(command_io& io, std::string_view list)
     return found;
 }
 
-// Tells what is wrong with an answer. A user is asked again; a program's next value was meant for another
-// prompt, so the command ends.
-void refuse(command_io& io, const std::string& message)
-{
-    if (!io.is_typed())
-        throw command_failed{"LAYER: " + message};
-    io.say(message);
-}
-
 void refuse_name(command_io& io, std::string_view name)
 {
-    refuse(io, "Invalid layer name \"" + std::string(name) + "\".");
+    io.refuse("Invalid layer name \"" + std::string(name) + "\".");
 }
 
 task<std::vector<db::object_id>> ask_layers(command_io& io, std::string prompt, bool or_current)
@@ -172,11 +163,11 @@ task<> set_layer(command_io& io)
             co_return;
         const db::object_id layer = io.data().record("LAYER", trimmed(given.text));
         if (!layer) {
-            refuse(io, "Cannot find layer \"" + given.text + "\".");
+            io.refuse("Cannot find layer \"" + given.text + "\".");
             continue;
         }
         if (db::int_of(io.data().at(layer).groups, 70, 0) & FROZEN) {
-            refuse(io, "Cannot set a frozen layer current.");
+            io.refuse("Cannot set a frozen layer current.");
             continue;
         }
         make_current(io, layer);
@@ -231,7 +222,7 @@ task<> color_layers(command_io& io)
             co_return;
         color = color_of_text(given.text);
         if (color < 1 || color > 255)
-            refuse(io, "A color number from 1 to 255 or a standard color name is required.");
+            io.refuse("A color number from 1 to 255 or a standard color name is required.");
     }
     const std::string prompt = "\nEnter name list of layer(s) for color " + color_text(color);
     for (const db::object_id layer : co_await ask_layers(io, prompt, true))
@@ -255,7 +246,7 @@ task<> linetype_layers(command_io& io)
         const std::string name = given.none() ? "Continuous" : given.text;
         const db::object_id linetype = io.data().record("LTYPE", trimmed(name));
         if (!linetype) {
-            io.say("Linetype \"" + name + "\" not found. Use the LINETYPE command to load it.");
+            io.refuse("Linetype \"" + name + "\" not found. Use the LINETYPE command to load it.");
             continue;
         }
         const std::string found(io.data().text_of(io.data().at(linetype).groups, 2));

@@ -190,13 +190,16 @@ std::string asker::prompt() const
 bool asker::refuse(std::string_view why)
 {
     message = why;
+    understood_ = true;
     return false;
 }
 
 bool asker::wrong()
 {
     const refusal words = refusal_of(question_.kind);
-    return refuse(question_.key_words.empty() ? words.plain : words.with_key_words);
+    message = question_.key_words.empty() ? words.plain : words.with_key_words;
+    understood_ = false;
+    return false;
 }
 
 bool asker::finish(int status)
@@ -226,10 +229,11 @@ bool asker::feed_text(std::string_view text)
     if (question_.kind == want::word || question_.kind == want::text)
         return take_text(text);
     const std::string_view bare = trimmed(text);
+    const bool takes_any_text = question_.rules & RSG_OTHER && !first_;
     if (bare.empty()) {
-        if (question_.rules & RSG_NONULL || first_)
-            return wrong();
-        return finish(RTNONE);
+        if (!(question_.rules & RSG_NONULL || first_))
+            return finish(RTNONE);
+        return takes_any_text ? finish_with_text(bare) : wrong();
     }
     if (!first_ && take_key_word(bare))
         return true;
@@ -240,20 +244,20 @@ bool asker::feed_text(std::string_view text)
         return take_handle(bare);
     if (take_plain(bare))
         return true;
-    if (question_.rules & RSG_OTHER && !first_) {
-        result.text = bare;
-        return finish(question_.kind == want::key_word ? RTNORM : RTKWORD);
-    }
-    return false;
+    // A number or point that the rules refuse is asked for again: as a text it would get round them.
+    return takes_any_text && !understood_ && finish_with_text(bare);
+}
+
+bool asker::finish_with_text(std::string_view text)
+{
+    result.text = text;
+    return finish(question_.kind == want::key_word ? RTNORM : RTKWORD);
 }
 
 bool asker::take_key_word(std::string_view text)
 {
     const std::optional<std::string> word = match_key_word(question_.key_words, text);
-    if (!word)
-        return false;
-    result.text = *word;
-    return finish(question_.kind == want::key_word ? RTNORM : RTKWORD);
+    return word && finish_with_text(*word);
 }
 
 // A text that is no key word, for prompts that want numbers, points or picks.

@@ -106,7 +106,9 @@ public:
 
 private:
     bool refuse(std::string_view why);
+    bool wrong();
     bool finish(int status);
+    bool finish_with_text(std::string_view text); // a key word, or any text where that is taken
     bool feed_text(std::string_view text);
     bool feed_value(const resbuf* atoms);
     bool take_key_word(std::string_view text);
@@ -120,12 +122,12 @@ private:
     bool take_selection_text(std::string_view text);
     bool take_plain(std::string_view text);
     bool take_text(std::string_view text);
-    bool wrong();
     bool measures() const;
 
     document* doc_;
     question question_;
     std::optional<point3> first_; // of two points
+    bool understood_ = false;     // the last answer was a value of the kind that is wanted, but one refused
 };
 
 // Asks the user by the stream of answers until the answer is right: RTCAN on ^C and when the answers have

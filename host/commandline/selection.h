@@ -41,7 +41,7 @@ void set_previous_selection(document& doc, const object_list& objects);
 
 // The dialogue. In the order of picking; becomes the previous selection when there is something in it.
 task<object_list> select_objects(command_io& io, selection_rules rules = {},
-                                 std::string prompt = "Select objects: ");
+                                 std::string prompt = "\nSelect objects: ");
 // For commands that change what is selected: what lies on locked layers is told and left out. Gives
 // an empty list when nothing is left.
 task<object_list> select_to_change(command_io& io, selection_rules rules = {});

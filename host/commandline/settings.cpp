@@ -108,7 +108,7 @@ task<> setvar_command(command_io& io)
             co_await ask_value(io, upper(name.text));
             co_return;
         }
-        io.say("Unknown variable name \"" + name.text + "\".");
+        io.refuse("Unknown variable name \"" + name.text + "\".");
     }
 }
 

@@ -30,7 +30,7 @@ task<> set_linetype(command_io& io)
             db::set_text(io.doc(), "CELTYPE", name);
             co_return;
         }
-        io.say("Linetype \"" + given.text + "\" not found. Use LOAD to load it.");
+        io.refuse("Linetype \"" + given.text + "\" not found. Use LOAD to load it.");
     }
 }
 
@@ -125,7 +125,7 @@ task<> color_command(command_io& io)
             db::set_text(io.doc(), "CECOLOR", value);
             co_return;
         }
-        io.say("A color number or standard color name is required.");
+        io.refuse("A color number or standard color name is required.");
     }
 }
 

@@ -36,12 +36,6 @@ double aspect_of(document& doc)
     return screen->resval.rpoint[0] / screen->resval.rpoint[1];
 }
 
-bool is_view(const view& v)
-{
-    return v.height > 0.0 && std::isfinite(v.height) && std::isfinite(v.center.x) &&
-           std::isfinite(v.center.y) && std::isfinite(v.twist);
-}
-
 // A rectangle of the screen's plane that grows with what is put in.
 struct screen_box {
     double low[2] = {HUGE_VAL, HUGE_VAL}, high[2] = {-HUGE_VAL, -HUGE_VAL};
@@ -189,6 +183,12 @@ task<> zoom_objects(command_io& io)
 view view_of(document& doc)
 {
     return db::active_view_of(db::database_of(doc));
+}
+
+bool is_view(const view& v)
+{
+    return v.height > 0.0 && std::isfinite(v.height) && std::isfinite(v.center.x) &&
+           std::isfinite(v.center.y) && std::isfinite(v.twist);
 }
 
 void set_view(document& doc, const view& to)

@@ -9,7 +9,8 @@ namespace host::commandline
 
 using view = db::active_view;
 view view_of(document& doc);
-// Remembers the view before it. What is no view (a height that is not above zero, no numbers) is not taken.
+bool is_view(const view& v); // false: a height that is not above zero, or what is no number
+// Remembers the view before it. What is no view is not taken.
 void set_view(document& doc, const view& to);
 bool previous_view(document& doc); // false: there is none
 // The view after what is seen at `from` has been moved to where `to` is.

@@ -6,6 +6,8 @@
 #include <iostream>
 #include <vector>
 
+#include <unistd.h>
+
 #include "host/core/text.h"
 
 namespace host
@@ -24,6 +26,7 @@ struct answer_state {
     std::deque<std::string> put_back;
     bool ended = false;
     std::string ended_at;
+    bool echoed = false; // typed at the terminal that shows the history, which has shown the line already
 };
 
 history_state out;
@@ -62,9 +65,19 @@ std::optional<std::string> line_of_input()
     return line;
 }
 
-void start_answers(std::function<std::optional<std::string>()> next)
+void start_answers(std::function<std::optional<std::string>()> next, bool echoed = false)
 {
-    in = {std::move(next), {}, false, {}};
+    in = {std::move(next), {}, false, {}, echoed};
+}
+
+void show_answer(std::string_view line)
+{
+    if (in.echoed && !out.capture) {
+        out.line_start = true;
+        return;
+    }
+    history(line);
+    history("\n");
 }
 
 } // namespace
@@ -109,7 +122,7 @@ void flush_history()
 bool answers_from_file(const std::string& path)
 {
     if (path == "-") {
-        start_answers(line_of_input);
+        start_answers(line_of_input, isatty(STDIN_FILENO) && isatty(STDOUT_FILENO));
         return true;
     }
     std::FILE* file = std::fopen(path.c_str(), "rb");
@@ -162,14 +175,13 @@ std::optional<std::string> next_answer(std::string_view prompt)
             continue;
         const std::optional<std::string> inside = cp1252_of(*read);
         if (!inside) {
-            history("\n");
+            show_answer("");
             complain("the answer '" + cp1252_with_escapes(*read) +
                      "' has a character without a place in Windows-1252");
             history(prompt.substr(prompt.find_first_not_of('\n') == 1 ? 1 : 0));
             continue;
         }
-        history(*inside);
-        history("\n");
+        show_answer(*inside);
         return inside;
     }
 }

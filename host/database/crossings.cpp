@@ -140,7 +140,6 @@ std::vector<crossing> crossing_finder::with(const plan_curve& edge) const
             if (is_self && i == j)
                 return;
             const curve_piece& own = curve_.pieces[i];
-            meetings.clear();
             find_meetings(own, other, tolerance_, meetings);
             for (const piece_meetings::stretch& each : meetings.shared)
                 shared.emplace_back(own.before + each.from * own.size, own.before + each.to * own.size);
@@ -171,14 +170,16 @@ part_between part_around(const plan_curve& curve, const std::vector<crossing>& c
                          double tolerance)
 {
     const double first = curve.first(), last = curve.last();
+    // Where two edges touch the curve in one place, they are found less alike than where they cross it.
+    const double apart = 10 * tolerance;
     std::vector<crossing> bounds;
     for (const crossing& each : crossings) {
         const bool at_end = each.along <= first + tolerance || each.along >= last - tolerance;
-        if ((curve.is_closed || !at_end) && (bounds.empty() || each.along > bounds.back().along + tolerance))
+        if ((curve.is_closed || !at_end) && (bounds.empty() || each.along > bounds.back().along + apart))
             bounds.push_back(each);
     }
     if (curve.is_closed && bounds.size() > 1 &&
-        bounds.back().along + tolerance >= bounds.front().along + last - first)
+        bounds.back().along + apart >= bounds.front().along + last - first)
         bounds.pop_back();
     part_between out;
     if (bounds.empty() || (curve.is_closed && bounds.size() < 2)) {

@@ -38,8 +38,8 @@ private:
 };
 
 // The part of a curve around a place, between the nearest of the crossings on either side. `crossings` sorted
-// by `along`. A crossing at an end of an open curve doesn't count, and those within the tolerance are one. A
-// place in a crossing counts as just behind it.
+// by `along`. A crossing at an end of an open curve doesn't count, and those within ten times the tolerance are
+// one. A place in a crossing counts as just behind it.
 struct part_between {
     int count = 0; // crossings that bound the part; two of an open curve, or in a closed one
     bool is_start = false, is_end = false; // an open curve's own start or end bounds it

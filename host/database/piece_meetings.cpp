@@ -276,10 +276,41 @@ void meet_arcs(const curve_piece& a, const curve_piece& b, double tolerance, pie
     }
 }
 
+bool is_end(const curve_piece& piece, double part)
+{
+    return !piece.is_whole && (part == piece.low || part == piece.high);
+}
+
+// Where pieces touch, rounding finds two places for one. They are one where the first piece stays within the
+// tolerance of the other between them; an end of a piece is the better known.
+void join_touches(const curve_piece& a, const curve_piece& b, double tolerance, piece_meetings& out)
+{
+    constexpr double ONE_TOUCH = 1e-3; // of the piece
+    auto& places = out.places;
+    std::sort(places.begin(), places.end(), [](const auto& p, const auto& q) { return p.a < q.a; });
+    const auto stays_near = [&](double from, double to) {
+        for (const double part : {0.25, 0.5, 0.75})
+            if (!lies_near(b, flat_of(a.at(from + (to - from) * part)), tolerance))
+                return false;
+        return to - from <= ONE_TOUCH;
+    };
+    std::size_t kept = 0;
+    for (std::size_t i = 1; i < places.size(); ++i) {
+        piece_meetings::place& last = places[kept];
+        if (!stays_near(last.a, places[i].a))
+            places[++kept] = places[i];
+        else if (!is_end(a, last.a) && !is_end(b, last.b))
+            last = places[i];
+    }
+    if (!places.empty())
+        places.resize(kept + 1);
+}
+
 } // namespace
 
 void find_meetings(const curve_piece& a, const curve_piece& b, double tolerance, piece_meetings& out)
 {
+    out.clear();
     meet_at_ends(a, b, tolerance, out);
     if (a.is_arc && b.is_arc)
         meet_arcs(a, b, tolerance, out);
@@ -289,6 +320,8 @@ void find_meetings(const curve_piece& a, const curve_piece& b, double tolerance,
         meet_line_arc(a, b, tolerance, true, out);
     else
         meet_lines(a, b, tolerance, out);
+    if ((a.is_arc || b.is_arc) && out.shared.empty())
+        join_touches(a, b, tolerance, out);
 }
 
 } // namespace host::db

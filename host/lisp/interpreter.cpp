@@ -33,12 +33,12 @@ interpreter::interpreter(document& owner) : owner_(owner)
 
 interpreter::~interpreter()
 {
+    for (auto& [number, set] : picksets_)
+        set->owner = nullptr; // the sets go with the drawing
     unbind_to(0);
     gripped[0] = gripped[1] = last_answer = value::nil();
     for (symbol& s : all_symbols_)
         s.bound = value();
-    for (auto& [number, set] : picksets_)
-        set->owner = nullptr;
 }
 
 interpreter& interpreter_of(document& doc)
@@ -73,8 +73,9 @@ pickset_object::pickset_object(interpreter& l, const std::int32_t* set)
 
 pickset_object::~pickset_object()
 {
-    if (owner)
-        owner->forget_pickset(name);
+    if (!owner)
+        return;
+    owner->forget_pickset(name);
     acedSSFree(name);
 }
 

@@ -174,7 +174,7 @@ value read_input(interpreter& l, arguments)
     const auto pair = [](int code, value v) {
         return cons(value::integer(code), cons(std::move(v), value::nil()));
     };
-    acedInitGet(RSG_OTHER, nullptr);
+    acedInitGet(RSG_OTHER | RSG_NOLIM, nullptr);
     const int status = acedGetPoint(nullptr, "", p);
     if (status == RTNONE)
         return pair(2, value::integer('\r'));

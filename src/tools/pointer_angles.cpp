@@ -24,6 +24,13 @@ double rotate_angle(double angle, double delta)
     return turned;
 }
 
+double direction_in_circle(double angle)
+{
+    if (angle < 0.0)
+        angle += 360.0;
+    return angle >= 360.0 ? angle - 360.0 : angle;
+}
+
 double point_angle(const pl_vertex& a, const pl_vertex& b)
 {
     const double dx = b.x - a.x, dy = b.y - a.y;

@@ -9,6 +9,9 @@ constexpr double DEGREES_PER_RADIAN = 57.29577951308232;
 // angle + delta, brought back once: above 360 it loses 360, then below 0 it gains 360. 360 itself stays.
 double rotate_angle(double angle, double delta);
 
+// A direction brought back once, with 360 as 0: what looks along the x axis goes exactly along it.
+double direction_in_circle(double angle);
+
 // Direction from a to b in the plan, in radians, 0 to two pi. 0.0 only for points with no distance at all: a
 // segment of any length has a direction here, however short.
 double point_angle(const pl_vertex& a, const pl_vertex& b);

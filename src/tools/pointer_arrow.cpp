@@ -11,11 +11,6 @@ namespace
 constexpr double LENGTHS_PER_HALF_WIDTH = 2.7;
 constexpr int COMPLEMENT_COLOR = -1;
 
-double full_turn_less(double angle)
-{
-    return angle >= 360.0 ? angle - 360.0 : angle < 0.0 ? angle + 360.0 : angle;
-}
-
 void set_point(ads_point point, double x, double y, double z)
 {
     point[0] = x;
@@ -28,7 +23,7 @@ void set_point(ads_point point, double x, double y, double z)
 void pointer_arrow_corners(const pl_vertex& cur, const pl_vertex& other, const pl_vertex& tip, double rel_angle,
                            double size, ads_point corners[3])
 {
-    const double direction = full_turn_less(rel_angle + direction_degrees(other, cur));
+    const double direction = direction_in_circle(rel_angle + direction_degrees(other, cur));
     const double ahead = direction / DEGREES_PER_RADIAN;
     const double left = rotate_angle(direction, 90.0) / DEGREES_PER_RADIAN;
     const double base_x = tip.x - size * std::cos(ahead), base_y = tip.y - size * std::sin(ahead);

@@ -62,21 +62,22 @@ void turn_and_go(pointer_state& state, double turn, const char* number)
 
 int turn_right(pointer_state& state, const char* text)
 {
-    turn_and_go(state, -QUARTER_TURN, text + 1);
+    turn_and_go(state, -QUARTER_TURN, behind_letter(text));
     return GO_ON;
 }
 
 int turn_left(pointer_state& state, const char* text)
 {
-    turn_and_go(state, QUARTER_TURN, text + 1);
+    turn_and_go(state, QUARTER_TURN, behind_letter(text));
     return GO_ON;
 }
 
 int set_total_length(pointer_state& state, const char* text)
 {
     state.dist = segment_length(state);
-    state.aux = std::atof(text + 1);
-    if (text[1] == '\0') {
+    const char* number = behind_letter(text);
+    state.aux = std::atof(number);
+    if (number[0] == '\0') {
         acutPrintf("\nEnter the total distance <%.2f>", state.dist);
         const int status = acedGetReal(": ", &state.aux);
         if (status == RTCAN)
@@ -199,12 +200,18 @@ void set_closed(pointer_state& state, bool closed)
 
 } // namespace
 
+const char* behind_letter(const char* text)
+{
+    ++text;
+    return text + std::strspn(text, " ");
+}
+
 bool command_number_is_usable(const char* text)
 {
     const pointer_key* key = find_key(text);
     if (!key || !key->takes_number)
         return true;
-    const char* number = begins_with_one_of(text, NUMBER_STARTS) ? text : text + 1;
+    const char* number = begins_with_one_of(text, NUMBER_STARTS) ? text : behind_letter(text);
     if (std::isfinite(std::atof(number)))
         return true;
     acutPrintf("\nError: %s is not a usable number", number);

@@ -7,6 +7,9 @@
 // A key's answer while the tool goes on; otherwise the tool ends with RTNORM or RTCAN.
 constexpr int GO_ON = 0;
 
+// What stands behind a command's letter, from the first character on that is no blank.
+const char* behind_letter(const char* text);
+
 // Whether a command's number, for the keys that take one, is finite; a message when not.
 bool command_number_is_usable(const char* text);
 

@@ -44,7 +44,7 @@ void mark_beginning(text_out last_cmd)
 // of all bounds.
 pl_vertex* vertex_ahead(const pointer_state& state, double dist, double angle)
 {
-    const double direction = rotate_angle(angle, segment_direction(state)) / DEGREES_PER_RADIAN;
+    const double direction = direction_in_circle(angle + segment_direction(state)) / DEGREES_PER_RADIAN;
     const double length = segment_length(state);
     const double slope = length == 0.0 ? 0.0 : (state.cur->z - state.other->z) / length;
     const double x = state.tip->x + dist * std::cos(direction);

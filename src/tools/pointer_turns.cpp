@@ -41,10 +41,10 @@ void align_to_segment(pointer_state& state)
 }
 
 // The bearing behind the letter or, without one, asked for; empty when the user gives none.
-void ask_bearing(pointer_state& state, const char* behind_letter)
+void ask_bearing(pointer_state& state, const char* typed)
 {
-    text_set(state.last_cmd, behind_letter);
-    if (behind_letter[0] != '\0')
+    text_set(state.last_cmd, typed);
+    if (typed[0] != '\0')
         return;
     if (acedGetString(0, "\nEnter Angle (Qdd.mmss): ", state.last_cmd) != RTNORM)
         state.last_cmd[0] = '\0';
@@ -54,11 +54,14 @@ void ask_bearing(pointer_state& state, const char* behind_letter)
 
 int turn_by_angle(pointer_state& state, const char* text)
 {
-    if (text[1] == '\0' || !std::strchr("+-0123456789.", text[1])) {
+    const char* number = behind_letter(text);
+    char* number_end;
+    const double angle = std::strtod(number, &number_end);
+    if (number_end == number) {
         align_to_segment(state);
         return GO_ON;
     }
-    state.aux = std::atof(text + 1);
+    state.aux = angle;
     const double clockwise = dms_degrees(state.aux, ANGLE_DECIMALS, state.last_cmd);
     state.rel_angle = rotate_angle(state.rel_angle, -clockwise);
     return GO_ON;
@@ -70,7 +73,7 @@ int turn_to_bearing(pointer_state& state, const char* text)
     const kept_variable turning("ANGDIR"), zero("ANGBASE");
     variable_set_short("ANGDIR", 0);
     variable_set_real("ANGBASE", 0.0);
-    ask_bearing(state, text + 1);
+    ask_bearing(state, behind_letter(text));
     if (std::strlen(state.last_cmd) < 2)
         return GO_ON;
     const quadrant_bearing bearing = read_quadrant_bearing(state.last_cmd);

@@ -47,6 +47,21 @@ TEST(PointerAngle, TurnsClockwiseByDegreesMinutesSeconds)
     check_runs(ROWS);
 }
 
+TEST(PointerAngle, BlanksInFrontOfANumberDontCount)
+{
+    static constexpr pointer_run ROWS[] = {
+        {"angle", BEND, "10,9|A 30|10|", "LW 0,0 10,0 10,10 15,18.6603", ""},
+        {"angle, backward", BEND, "10,9|a  -30|10|", "LW 0,0 10,0 10,10 5,18.6603", ""},
+        {"bearing", BEND, "10,9|B 130|10|", "LW 0,0 10,0 10,10 15,18.6603", ""},
+        {"bearing to be asked for", BEND, "10,9|B |130|10|", "LW 0,0 10,0 10,10 15,18.6603", ""},
+        {"right", BEND, "10,9|R 5|", "LW 0,0 10,0 10,10 15,10", ""},
+        {"left", BEND, "10,9|L 5|", "LW 0,0 10,0 10,10 5,10", ""},
+        {"total", BEND, "10,9|T 25|", "LW 0,0 10,0 10,25", ""},
+        {"total to be asked for", BEND, "10,9|T |25|", "LW 0,0 10,0 10,25", ""},
+    };
+    check_runs(ROWS);
+}
+
 // ---- alignment -----------------------------------------------------------------------------------
 
 // The pointer stands at (10,10); the targets run up to the right from (30,0).
@@ -95,6 +110,16 @@ TEST(PointerAlign, AimsAlongTheTargetAtItsEndNearerToThePick)
         {"nothing is drawn by it", LINE_AND_BEND, "10,9|A|39,9|", "LINE 30,0 40,10\nLW 0,0 10,0 10,10", ""},
     };
     check_runs(ROWS);
+}
+
+TEST(PointerAlign, IsMeantByALetterWithoutANumber)
+{
+    for (const char* key : {"A", "a", "A ", "Ax", "Align", "A x30", "A+", "A-", "A."}) {
+        SCOPED_TRACE(key);
+        pointer_session session("(line '(30 0 0) '(40 0 0) nil)(lw 0 '((0 0) (10 0) (10 10)) nil)");
+        session.run(std::string("10,9|") + key + "|39,0|5|");
+        EXPECT_EQ(objects_text(), "LINE 30,0 40,0\nLW 0,0 10,0 10,10 15,10");
+    }
 }
 
 TEST(PointerAlign, WithoutATargetTakesTheTurnAwayAndGoesOn)

@@ -29,6 +29,14 @@ TEST(RotateAngle, IsBroughtBackOnce)
         EXPECT_EQ(rotate_angle(c.angle, c.delta), c.expected) << c.angle << " + " << c.delta;
 }
 
+TEST(DirectionInCircle, FullTurnIsNone)
+{
+    const double cases[][2] = {{0, 0},    {90, 90},  {359.5, 359.5}, {360, 0},   {360.5, 0.5},
+                               {-1, 359}, {-360, 0}, {720, 360},     {-400, -40}};
+    for (const auto& c : cases)
+        EXPECT_EQ(direction_in_circle(c[0]), c[1]) << c[0];
+}
+
 TEST(PointerDirection, GoesRoundFromTheXAxis)
 {
     struct {

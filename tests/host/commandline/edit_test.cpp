@@ -79,6 +79,9 @@ const edit_case CASES[] = {
     {"ChpropLayer", "LINE|0,0|5,0|", "CHPROP|L||LA|0|", {8}, "LINE 8=0"},
     {"ChpropLinetype", "LINE|0,0|5,0|", "CHPROP|L||LT|Continuous|", {6}, "LINE 6=Continuous"},
     {"ChpropLineweight", "LINE|0,0|5,0|", "CHPROP|L||LW|0.5|", {370}, "LINE 370=50"},
+    {"ChpropLineweightByBlock", "LINE|0,0|5,0|", "CHPROP|L||LW|0.5|LW|ByBlock|", {370}, "LINE 370=-2"},
+    {"ChpropLineweightByLayer", "LINE|0,0|5,0|", "CHPROP|L||LW|0.5|LW|BYLAYER|", {370}, "LINE"},
+    {"ChpropLineweightDefault", "LINE|0,0|5,0|", "CHPROP|L||LW|default|", {370}, "LINE 370=-3"},
     {"ChpropHeaviestLineweight", "LINE|0,0|5,0|", "CHPROP|L||LW|1e300|", {370}, "LINE 370=211"},
     {"ChangeProperties", "LINE|0,0|5,0|", "CHANGE|L||P|C|2|", {62}, "LINE 62=2"},
 };

@@ -50,6 +50,7 @@ TEST_F(inputs, IntegersUnderEachRule)
         {0, "Yes No", "y", RTKWORD, 0, nullptr},
         {0, "", "^C", RTCAN, 0, nullptr},
         {128, "", "hello", RTKWORD, 0, nullptr},
+        {128, "", "40000|7", RTNORM, 7, "Requires an integer between -32768 and 32767."},
     };
     for (const number_case& c : cases) {
         SCOPED_TRACE(testing::PrintToString(c));
@@ -75,6 +76,9 @@ TEST_F(inputs, RealsAndDistancesUnderEachRule)
         {0, "", "12x|1", RTNORM, 1, "Requires numeric"},
         {0, "", "^C", RTCAN, 0, nullptr},
         {0, "", "(+ 1.5 2.5)", RTNORM, 4, nullptr},
+        {128, "", "2x", RTKWORD, 0, nullptr},
+        {128 + 6, "", "0|-2|5", RTNORM, 5, "Value must be positive and nonzero."},
+        {128 + 1, "", "", RTKWORD, 0, nullptr},
     };
     for (const number_case& c : cases) {
         SCOPED_TRACE(testing::PrintToString(c));
@@ -200,6 +204,7 @@ TEST_F(inputs, PointsUnderEachRule)
         {128, "", "Any old text", RTKWORD, "Any old text", nullptr},
         {128, "", "3,4", RTNORM, "", nullptr},
         {128, "", "", RTNONE, "", nullptr},
+        {128 + 1, "", "", RTKWORD, "", nullptr},
         {0, "", "^C", RTCAN, "", nullptr},
         {0, "", "^c", RTCAN, "", nullptr},
         {0, "", "(list 3.0 4.0)", RTNORM, "", nullptr},
@@ -222,6 +227,24 @@ TEST_F(inputs, PointsUnderEachRule)
         EXPECT_STREQ(input, c.input);
         EXPECT_TRUE(!c.message || has_shown(c.message)) << shown;
     }
+}
+
+TEST_F(inputs, APointOutsideTheLimitsIsAskedAgainWhereAnyTextIsTaken)
+{
+    db::set_int(doc(), "LIMCHECK", 1);
+    const double low[3] = {0, 0, 0}, high[3] = {12, 9, 0};
+    db::set_point(doc(), "LIMMIN", low);
+    db::set_point(doc(), "LIMMAX", high);
+    answer("500,4|3,4");
+    acedInitGet(RSG_OTHER, nullptr);
+    ads_point value = {0, 0, 0};
+    EXPECT_EQ(acedGetPoint(nullptr, "\nPoint: ", value), RTNORM);
+    EXPECT_DOUBLE_EQ(value[0], 3);
+    EXPECT_TRUE(has_shown("**Outside limits")) << shown;
+    answer("500,4");
+    acedInitGet(RSG_OTHER | RSG_NOLIM, nullptr);
+    EXPECT_EQ(acedGetPoint(nullptr, "\nPoint: ", value), RTNORM);
+    EXPECT_DOUBLE_EQ(value[0], 500);
 }
 
 TEST_F(inputs, PromptAndAnswerStandOnOneLine)

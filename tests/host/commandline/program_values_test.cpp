@@ -221,6 +221,90 @@ TEST_F(program_values, RunningObjectSnapsLeaveThePointsOfProgramsAlone)
     EXPECT_EQ(described(nth(5), {11}), "LINE 11=5.01,0.02,0");
 }
 
+// ---- names that a command looks up itself
+
+struct unknown_name {
+    const char* sent; // what follows the name would turn the object red, set a scale or draw, were it an answer
+    const char* message;
+};
+
+TEST_F(program_values, ANameThatIsNoneEndsTheCommandAndDropsTheRestOfTheCall)
+{
+    send("LINE|0,0|5,0|");
+    const unknown_name cases[] = {
+        {"CHPROP|L||LA|NOSUCH|C|1|", "CHPROP: Cannot find layer \"NOSUCH\"."},
+        {"CHPROP|L||C|purplish|1|", "CHPROP: A color number or standard color name is required."},
+        {"CHPROP|L||LT|NOSUCH|C|1|", "CHPROP: Linetype \"NOSUCH\" not found."},
+        {"COLOR|purplish|1|POINT|1,1", "COLOR: A color number or standard color name is required."},
+        {"LINETYPE|S|NOSUCH|Continuous||POINT|1,1", "LINETYPE: Linetype \"NOSUCH\" not found."},
+        {"LAYER|LT|NOSUCH|Continuous|0||POINT|1,1", "LAYER: Linetype \"NOSUCH\" not found."},
+        {"TEXT|S|NOSUCH|1,1|2|0|POINT", "TEXT: Cannot find text style \"NOSUCH\"."},
+        {"DIM1|STYLE|NOSUCH|POINT|1,1", "DIM1: Cannot find text style \"NOSUCH\"."},
+        {"DIM1|ROUND|POINT|1,1", "DIM1: Unknown dimensioning command \"ROUND\"."},
+        {"SETVAR|NOSUCH|PDMODE|3|POINT|1,1", "SETVAR: Unknown variable name \"NOSUCH\"."},
+        {"INSERT|NOSUCH|1,1|1|1|0|POINT", "INSERT: "},
+    };
+    for (const int echo : {0, 1}) {
+        db::set_int(doc(), "CMDECHO", echo);
+        for (const unknown_name& c : cases) {
+            SCOPED_TRACE(c.sent);
+            shown.clear();
+            EXPECT_EQ(send(c.sent), RTERROR);
+            const std::size_t told = shown.find(c.message);
+            EXPECT_NE(told, std::string::npos) << shown;
+            EXPECT_EQ(shown.find(c.message, told + 1), std::string::npos) << "told twice:\n" << shown;
+            EXPECT_EQ(objects({62}), "LINE");
+            EXPECT_EQ(db::text_variable(doc(), "CECOLOR"), "BYLAYER");
+            EXPECT_EQ(send("1,1"), RTERROR) << "no command is open";
+        }
+    }
+}
+
+TEST_F(program_values, AUserIsAskedAgainForANameThatIsNone)
+{
+    send("LINE|0,0|5,0|");
+    type("CHPROP|L||LA|NOSUCH|0|C|purplish|1|LW|thick|0.5||");
+    EXPECT_EQ(objects({62, 370}), "LINE 370=50 62=1");
+    for (const char* message : {"\nCannot find layer \"NOSUCH\".\n", "\nA color number or standard color name",
+                                "Requires numeric value or option keyword."})
+        EXPECT_TRUE(has_shown(message)) << shown;
+    EXPECT_FALSE(has_shown("CHPROP:")) << shown;
+}
+
+TEST_F(program_values, ALineweightThatIsNoneIsRefused)
+{
+    send("LINE|0,0|5,0|");
+    send("CHPROP|L||LW|0.5|");
+    EXPECT_EQ(send("CHPROP|L||LW|thick||"), RTERROR);
+    EXPECT_EQ(objects({370}), "LINE 370=50");
+}
+
+TEST_F(program_values, PromptsOfTextNameThePlaceThatIsAskedFor)
+{
+    db::set_int(doc(), "CMDECHO", 1);
+    for (const auto& [word, place] :
+         {std::pair("R", "right endpoint of text baseline"), std::pair("MC", "middle-center point of text"),
+          std::pair("TL", "top-left point of text"), std::pair("F", "first endpoint of text baseline")}) {
+        shown.clear();
+        send("TEXT|J|" + std::string(word) + "|5,5|");
+        EXPECT_TRUE(has_shown("Specify " + std::string(place) + ": 5,5\n")) << shown;
+        send("");
+        acedCommand(RTNONE);
+    }
+}
+
+TEST_F(program_values, TheQuestionForObjectsBeginsALine)
+{
+    db::set_int(doc(), "CMDECHO", 1);
+    for (const auto& [command, prompt] : {std::pair("ERASE|", "Select objects: \n"),
+                                          std::pair("DVIEW||", "Select objects or <use DVIEWBLOCK>: \n")}) {
+        acutPrintf("in the middle of a line ");
+        shown.clear();
+        send(command);
+        EXPECT_EQ(shown.find("\n" + std::string(prompt)), 0u) << shown;
+    }
+}
+
 } // namespace
 
 } // namespace host::commandline

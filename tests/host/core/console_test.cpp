@@ -1,5 +1,9 @@
 #include "host/core/console.h"
 
+#include <cstdlib>
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <gtest/gtest.h>
 
 #include "host/core/session.h"
@@ -65,6 +69,47 @@ TEST_F(Console, HistoryLineStartsOnALineOfItsOwn)
     host::history_line("def");
     host::history_line("ghi");
     EXPECT_EQ(shown, "abc\ndef\nghi\n");
+}
+
+// What stands on a terminal after `session`, which has it as standard input and output; the session gets the
+// end at which a person types.
+template <class Session>
+std::string on_a_terminal(Session session)
+{
+    const int person = posix_openpt(O_RDWR | O_NOCTTY);
+    if (person < 0 || grantpt(person) != 0 || unlockpt(person) != 0)
+        return "no terminal";
+    const int terminal = open(ptsname(person), O_RDWR | O_NOCTTY);
+    host::flush_history();
+    const int input = dup(STDIN_FILENO), output = dup(STDOUT_FILENO);
+    dup2(terminal, STDIN_FILENO);
+    dup2(terminal, STDOUT_FILENO);
+    session(person);
+    host::flush_history();
+    dup2(input, STDIN_FILENO);
+    dup2(output, STDOUT_FILENO);
+    char text[200];
+    const ssize_t length = read(person, text, sizeof text);
+    for (const int each : {input, output, terminal, person})
+        close(each);
+    return length < 0 ? "nothing" : std::string(text, static_cast<std::size_t>(length));
+}
+
+TEST(Terminal, AnAnswerTypedAtItIsShownOnce)
+{
+    std::optional<std::string> answer;
+    const std::string seen = on_a_terminal([&](int person) {
+        host::answers_from_file("-");
+        host::history("Where: ");
+        host::flush_history();
+        constexpr std::string_view typed = "5,5\n";
+        if (write(person, typed.data(), typed.size()) == static_cast<ssize_t>(typed.size()))
+            answer = host::next_answer("Where: ");
+        host::history_line("done");
+    });
+    EXPECT_EQ(answer, "5,5");
+    EXPECT_EQ(seen, "Where: 5,5\r\ndone\r\n");
+    host::answers_from_text("");
 }
 
 TEST(Session, FixedClockAndBreakAfter)

@@ -12,6 +12,8 @@
 #include "host/core/heap.h"
 #include "host/core/module.h"
 #include "host/core/session.h"
+#include "host/core/trace.h"
+#include "host/database/selection_sets.h"
 #include "host/lisp/api.h"
 #include "host/lisp/builtins.h"
 #include "host/lisp/interpreter.h"
@@ -51,6 +53,28 @@ protected:
     std::string value(std::string_view program) { return run(program).printed; }
     std::string text; // the history
 };
+
+// ---- selection sets
+
+TEST_F(Lisp, ASetThatAProgramHoldsGoesWithItsDrawingWithoutACall)
+{
+    const std::size_t before = db::live_sets();
+    temporary_directory tmp;
+    const std::string file = tmp.path + "/trace";
+    ASSERT_TRUE(trace_to(file));
+    run("(setq kept (ssadd) gone (ssadd))");
+    EXPECT_EQ(db::live_sets(), before + 2);
+    run("(setq gone nil)");
+    EXPECT_EQ(db::live_sets(), before + 1);
+    close_all_documents();
+    trace_to("");
+    EXPECT_EQ(db::live_sets(), before);
+    std::ifstream traced(file);
+    std::string calls;
+    for (std::string line; std::getline(traced, line);)
+        calls += line.substr(0, line.find(' ')) + line.substr(line.rfind(' ')) + "\n";
+    EXPECT_EQ(calls, "acedSSAdd RTNORM\nacedSSAdd RTNORM\nacedSSFree RTNORM\n");
+}
 
 // ---- places of errors
 
