@@ -41,9 +41,8 @@
 ; The standard size is that of the last text; the tool asks for another.
 (defun c:arctext () (zt:quietly '(cf:zentutil usrdir$ 6 (getvar "TEXTSIZE"))) (princ))
 (defun c:addarrow () (zt:quietly '(cf:zentutil usrdir$ 30)) (princ))
-<<<<<<< HEAD
+(defun c:txtscale () (zt:quietly '(cf:txtenl)) (princ))
 (defun c:trimsymbols () (zt:quietly '(cf:zentutil usrdir$ 3)) (princ))
-=======
 
 ; ---- elevations ----------------------------------------------------------------------------------
 ; The answers of the last time are the standards of the next.
@@ -52,4 +51,3 @@
   (setq zt:answers (zt:quietly '(apply 'cf:chgpnts zt:elevation)))
   (if zt:answers (setq zt:elevation zt:answers))
   (princ))
->>>>>>> next
