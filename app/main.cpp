@@ -83,7 +83,10 @@ void add_run(CLI::App& program, run_options& options)
                 "  horizview                  turns the view level with a line\n"
                 "  extendarc                  makes an arc longer or shorter\n"
                 "  curveleader, addarrow      leaders, zorro lines, arrow heads\n"
-                "  arctext                    text along an arc\n\n" +
+                "  arctext                    text along an arc\n"
+                "  trimsymbols                ends lines at the symbols that they run through\n"
+                "  chgelev                    changes elevations\n"
+                "  txtscale                   texts larger or smaller where they stand\n\n" +
                 std::string(EXIT_STATUS));
 }
 

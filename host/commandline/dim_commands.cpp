@@ -108,9 +108,8 @@ db::group_list text_of_leader(command_io& io, const leader_shape& shape, const s
     const std::string name = db::text_variable(io.doc(), "TEXTSTYLE");
     const text_style style = text_style_of(io.data(), name);
     const point3& at = shape.text_middle;
-    const double width = text_width(text, height, style.width);
     db::group_list groups = begin_part(io, "TEXT", "DIMCLRT");
-    add_point(groups, 10, {shape.text_runs_left ? at.x - width : at.x, at.y - shape.text_drop, at.z});
+    add_point(groups, 10, at); // its place follows from 11
     add_real(groups, 40, height);
     add_text(io.data(), groups, 1, text);
     add_real(groups, 41, style.width);

@@ -87,54 +87,38 @@ double direction(const point3& from, const point3& to)
     return normal_angle(std::atan2(to.y - from.y, to.x - from.x));
 }
 
-// Lower left corner of a text from its alignment point.
-point3 corner_of(const text_place& place, const point3& anchor, double width, double height)
-{
-    static constexpr double across[] = {0.0, 0.5, 1.0, 0.0, 0.5, 0.0};
-    static constexpr double down[] = {0.0, 0.0, 0.5, 1.0};
-    const double drop = place.how.horizontal == 4 ? 0.5 : down[place.how.vertical];
-    const point3 left = moved(anchor, place.rotation, -across[place.how.horizontal] * width);
-    return moved(left, place.rotation - 1.5707963267948966, drop * height);
-}
-
 bool between_points(const justification& j)
 {
     return j.horizontal == ALIGNED || j.horizontal == FIT;
 }
 
+// The base line's start, and what else follows from the alignment, comes with the object.
 void place_line(command_io& io, text_place& place, std::string_view text)
 {
-    const text_style style = text_style_of(io.data(), place.style);
     const double down = place.rotation - 1.5707963267948966;
     const point3 anchor = moved(place.at, down, place.dropped);
-    double height = place.height, width_factor = style.width;
-    const double length = std::hypot(place.second.x - place.at.x, place.second.y - place.at.y);
-    if (place.how.horizontal == ALIGNED && !text.empty())
-        height = length / text_width(text, 1.0, width_factor);
-    if (place.how.horizontal == FIT && !text.empty())
-        width_factor = length / text_width(text, height, 1.0);
+    const point3 second = moved(place.second, down, place.dropped);
+    double height = place.height;
+    if (!text.empty()) { // else only the place is taken
+        const text_style style = text_style_of(io.data(), place.style);
+        const bool plain = place.how.horizontal == 0 && place.how.vertical == 0;
+        db::database& db = io.data();
+        db::group_list groups = begin_object(io.doc(), "TEXT");
+        add_point(groups, 10, anchor);
+        add_real(groups, 40, height);
+        add_text(db, groups, 1, text);
+        add_real(groups, 50, place.rotation);
+        add_real(groups, 41, style.width);
+        add_real(groups, 51, style.oblique);
+        add_text(db, groups, 7, place.style);
+        add_int(groups, 71, style.generation);
+        add_int(groups, 72, place.how.horizontal);
+        add_point(groups, 11, plain ? point3{} : between_points(place.how) ? second : anchor);
+        add_int(groups, 73, place.how.vertical);
+        const db::object_id made = make_object(io, std::move(groups));
+        height = db::real_of(db.at(made).groups, 40, height);
+    }
     place.dropped += height * LINE_STEP;
-    if (text.empty()) // only the place is taken
-        return;
-    db::database& db = io.data();
-    db::group_list groups = begin_object(io.doc(), "TEXT");
-    const bool plain = place.how.horizontal == 0 && place.how.vertical == 0;
-    const bool between = between_points(place.how);
-    const point3 corner =
-        plain || between ? anchor : corner_of(place, anchor, text_width(text, height, width_factor), height);
-    add_point(groups, 10, corner);
-    add_real(groups, 40, height);
-    add_text(db, groups, 1, text);
-    add_real(groups, 50, place.rotation);
-    add_real(groups, 41, width_factor);
-    add_real(groups, 51, style.oblique);
-    add_text(db, groups, 7, place.style);
-    add_int(groups, 71, style.generation);
-    add_int(groups, 72, place.how.horizontal);
-    const point3 second = moved(place.second, down, std::hypot(anchor.x - place.at.x, anchor.y - place.at.y));
-    add_point(groups, 11, plain ? point3{} : between ? second : anchor);
-    add_int(groups, 73, place.how.vertical);
-    make_object(io, std::move(groups));
 }
 
 class text_dialogue

@@ -46,7 +46,6 @@ leader_shape shape_of_leader(const std::vector<point3>& points, const leader_siz
         from = end;
     }
     out.text_middle = along(from, side, 0.0, sizes.text_gap);
-    out.text_drop = sizes.text_height / 2.0;
     return out;
 }
 

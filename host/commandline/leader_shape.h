@@ -22,7 +22,6 @@ struct leader_shape {
     // From the tip on; the last one is the hook before the text, if it has one.
     std::vector<std::pair<point3, point3>> lines;
     point3 text_middle;     // of the edge of the text that is next to the leader
-    double text_drop = 0.0; // from there down to the base line
     bool text_runs_left = false;
 };
 

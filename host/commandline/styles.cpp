@@ -8,6 +8,7 @@
 #include "host/core/text.h"
 #include "host/database/entities.h"
 #include "host/database/sysvars.h"
+#include "host/database/text_metrics.h"
 
 namespace host::commandline
 {
@@ -109,12 +110,6 @@ task<bool> yes_or_no(command_io& io, std::string_view prompt, bool now)
     co_return given.ok() ? given.text == "Yes" : now;
 }
 
-bool has_shape_font(const style_answers& style)
-{
-    const std::string font = lower(style.font);
-    return !font.ends_with(".ttf") && !font.ends_with(".ttc") && !font.ends_with(".otf");
-}
-
 } // namespace
 
 task<> color_command(command_io& io)
@@ -193,7 +188,7 @@ task<> style_command(command_io& io)
     const bool upside = co_await yes_or_no(io, "\nDisplay text upside-down?", style.generation & UPSIDE_DOWN);
     style.generation = (back ? BACKWARDS : 0) | (upside ? UPSIDE_DOWN : 0);
     put_style(io, name, style);
-    if (has_shape_font(style)) {
+    if (!db::is_outline_font(style.font)) {
         style.vertical = co_await yes_or_no(io, "\nVertical?", style.vertical);
         put_style(io, name, style);
     }

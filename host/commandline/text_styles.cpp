@@ -17,10 +17,4 @@ text_style text_style_of(const db::database& db, std::string_view name)
     return out;
 }
 
-double text_width(std::string_view text, double height, double width_factor)
-{
-    constexpr double LETTER = 0.85; // width of a letter in heights
-    return static_cast<double>(text.size()) * LETTER * height * width_factor;
-}
-
 } // namespace host::commandline

@@ -16,7 +16,5 @@ struct text_style {
 
 // The standard values for a name that the drawing lacks.
 text_style text_style_of(const db::database& db, std::string_view name);
-// About, in drawing units: the font's own shapes are not known here.
-double text_width(std::string_view text, double height, double width_factor);
 
 } // namespace host::commandline

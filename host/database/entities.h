@@ -36,7 +36,8 @@ object_id make_sequence(database& db, group_list groups, std::vector<group_list>
 void settle_pending(database& db);
 // Appends a list to a given owner (block record, POLYLINE, INSERT).
 object_id append_entity(database& db, object_id owner, group_list groups, std::string* error);
-// Puts a program's list in place of an entity's or a record's groups, as acdbEntMod does.
+// Puts a program's list in place of an entity's or a record's groups, as acdbEntMod does. A text whose
+// alignment, letters or size change is settled (text_metrics.h), as new ones are.
 bool change_entity(database& db, object_id id, group_list groups, std::string* error);
 // After a record of a symbol table got another name: all that named it by the old one name it by the new.
 void carry_new_name(database& db, object_id record, const std::string& old_name);

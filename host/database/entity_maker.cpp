@@ -6,6 +6,7 @@
 #include "host/core/text.h"
 #include "host/database/entities.h"
 #include "host/database/templates.h"
+#include "host/database/text_metrics.h"
 
 namespace host::db
 {
@@ -218,9 +219,12 @@ entity_maker::made entity_maker::end_block()
         const bool is_sequence = begins_sequence(each.main, upper(db_.text_of(each.main, 0)));
         if (const group* layer = find(each.main, 8))
             end.push_back(*layer);
+        settle_text(db_, each.main);
         const object_id owner = append_entity(db_, record, std::move(each.main), &error);
-        for (group_list& child : each.children)
+        for (group_list& child : each.children) {
+            settle_text(db_, child);
             append_entity(db_, owner, std::move(child), &error);
+        }
         if (is_sequence)
             append_entity(db_, owner, std::move(end), &error);
     }

@@ -4,6 +4,7 @@
 #include "host/core/text.h"
 #include "host/database/entities.h"
 #include "host/database/kinds.h"
+#include "host/database/text_metrics.h"
 
 namespace host::db
 {
@@ -148,6 +149,7 @@ object_id append_entity(database& db, object_id owner, group_list groups, std::s
 object_id make_entity(database& db, group_list groups, std::string* error)
 {
     const object_id space = named_space(db, groups);
+    settle_text(db, groups);
     return append_entity(db, space, std::move(groups), error);
 }
 
@@ -155,6 +157,7 @@ object_id make_sequence(database& db, group_list groups, std::vector<group_list>
 {
     // All are tried before the first is made, so that a bad one leaves nothing behind.
     for (group_list& child : children) {
+        settle_text(db, child);
         drop_identity(db, child);
         drop_space(child);
         if (!check_extended(db, child, error) || !complete_entity(db, child, error) ||
@@ -268,6 +271,8 @@ bool change_entity(database& db, object_id id, group_list groups, std::string* e
     groups = with_own_head(old, groups);
     merge_extended(db, old, groups);
     keep_dangling(old, groups);
+    if (is_entity && differs_in_place(old, groups))
+        settle_text(db, groups);
     if (!is_entity)
         keep_dimensions(old, groups);
     groups.shrink_to_fit();

@@ -1,16 +1,16 @@
 // Kinds of objects as paths; a function a kind, found by a table.
 //
-// Fonts have no part in this: a text is a box, 0.9 of its height a character wide times its width factor. Lines
-// with a width count as their middle.
+// A text is the box about its letters (text_metrics.h says what they measure). Lines with a width count as
+// their middle.
 #include "host/database/shapes.h"
 
 #include <algorithm>
 #include <numbers>
 #include <string>
 
-#include "host/core/text.h"
 #include "host/database/entities.h"
 #include "host/database/spline.h"
+#include "host/database/text_metrics.h"
 
 namespace host::db
 {
@@ -19,9 +19,8 @@ namespace
 {
 
 constexpr double TURN = 2 * std::numbers::pi;
-constexpr double CHARACTER_WIDTH = 0.9; // of the height
-constexpr int DEEPEST = 32;             // blocks in blocks
-constexpr long MOST_OBJECTS = 200'000;  // in one object with all its blocks
+constexpr int DEEPEST = 32;            // blocks in blocks
+constexpr long MOST_OBJECTS = 200'000; // in one object with all its blocks
 
 struct walker {
     const database& db;
@@ -323,23 +322,6 @@ void draw_polyline(walker& to, object_id id, const transform& map)
 
 // ---- texts
 
-// Characters as they are seen: %%d and \U+XXXX are one, %%u and %%o none.
-std::size_t visible_length(std::string_view text)
-{
-    std::size_t count = 0;
-    for (std::size_t i = 0; i < text.size(); ++i, ++count) {
-        if (text.substr(i).starts_with("%%") && i + 2 < text.size()) {
-            const char code = static_cast<char>(text[i + 2] | 0x20);
-            i += 2;
-            if (code == 'u' || code == 'o')
-                --count;
-        } else if (text.substr(i).starts_with("\\U+") && i + 6 < text.size()) {
-            i += 6;
-        }
-    }
-    return count;
-}
-
 // A box in the text's own directions, `x` and `y` its lower left corner.
 void draw_box(walker& to, const transform& map, double x, double y, double width, double height)
 {
@@ -351,60 +333,72 @@ void draw_box(walker& to, const transform& map, double x, double y, double width
 void draw_text(walker& to, object_id id, const transform& map)
 {
     group_view groups = to.db.at(id).groups;
-    const double height = real_of(groups, 40, 0);
-    double width = CHARACTER_WIDTH * height * real_of(groups, 41, 1) *
-                   static_cast<double>(visible_length(to.db.text_of(groups, 1)));
-    const std::int64_t across = int_of(groups, 72, 0), up = int_of(groups, to.db.is(id, "TEXT") ? 73 : 74, 0);
-    const vec start = point_of(groups, 10), aligned = point_of(groups, 11, start);
-    double angle = real_of(groups, 50, 0);
-    vec base = across || up ? aligned : start;
-    if (across == 3 || across == 5) { // between the two points
-        base = start;
-        const vec along = aligned - start;
-        if (along.x != 0 || along.y != 0) {
-            width = std::hypot(along.x, along.y);
-            angle = std::atan2(along.y, along.x);
-        }
-    }
-    double x = across == 1 || across == 4 ? -width / 2 : across == 2 ? -width : 0;
-    double y = up == 3 ? -height : up == 2 || across == 4 ? -height / 2 : 0;
-    // Letters written backwards or upside down lie on the other side of the text's place.
-    const std::int64_t mirrored = across == 3 || across == 5 ? 0 : int_of(groups, 71, 0);
-    if (mirrored & 2)
-        x = -x - width;
-    if (mirrored & 4)
-        y = -y - height;
-    draw_box(to, map * plane_of_object(groups) * moved(base) * turned(angle), x, y, width, height);
+    const text_line line = line_of(to.db, groups);
+    const text_corners box = corners_of(line);
+    const transform place = map * plane_of_object(groups) * moved(line.anchor()) * turned(line.direction());
+    to.sink.filled(true);
+    draw_run(to, place, {box.at[0], box.at[1], box.at[2], box.at[3]}, true);
+    to.sink.filled(false);
 }
 
-// Of a text with codes: what is seen of each line. Braces and codes that end in ; are left out.
-std::vector<std::size_t> line_lengths(const std::string& text)
+// Of a text with codes: the letters that are seen of each line. Braces and codes that end in ; are left out.
+std::vector<std::string> lines_of(const std::string& text)
 {
-    std::vector<std::size_t> lines{0};
+    std::vector<std::string> lines{""};
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];
         if (c == '{' || c == '}')
             continue;
         if (c != '\\' || i + 1 >= text.size()) {
-            ++lines.back();
+            lines.back() += c;
             continue;
         }
         const char code = text[++i];
         if (code == 'P' || code == 'X')
-            lines.push_back(0);
-        else if (code == '\\' || code == '{' || code == '}' || code == '~')
-            ++lines.back();
+            lines.emplace_back();
+        else if (code == '\\' || code == '{' || code == '}')
+            lines.back() += code;
+        else if (code == '~')
+            lines.back() += '\xA0';
         else if (code == 'U' && i + 5 < text.size()) {
-            ++lines.back();
+            lines.back() += text.substr(i - 1, 7); // shown_letters knows it
             i += 5;
         } else if (std::string_view("ACFHQTWcfpS").find(code) != std::string_view::npos) {
             const std::size_t end = std::min(text.find(';', i), text.size());
             if (code == 'S')
-                lines.back() += end - i - 1;
+                lines.back() += text.substr(i + 1, end - i - 1);
             i = end;
         }
     }
+    for (std::string& line : lines)
+        line = shown_letters(line);
     return lines;
+}
+
+// How many lines one becomes within a frame, broken at blanks, and the widest of them, in heights. A word wider
+// than the frame has a line of its own.
+std::pair<double, double> wrapped(const std::string& line, font_kind font, double frame)
+{
+    const double whole = room_of_letters(line, font).width;
+    if (!(frame > 0) || whole <= frame)
+        return {1.0, whole};
+    const double gap = room_of_letters("nn", font).width - 2 * room_of_letters("n", font).width;
+    double count = 1, widest = 0, before = 0; // `before`: of the words that the line at hand has
+    for (std::size_t at = 0; at < line.size();) {
+        const std::size_t end = std::min(line.find(' ', at), line.size());
+        const std::string_view word = std::string_view(line).substr(at, end - at);
+        const double alone = room_of_letters(word, font).width;
+        const double behind = before + room_of_letters(" ", font).width + alone + 2 * gap;
+        if (before > 0 && behind > frame) {
+            widest = std::max(widest, before);
+            count += 1;
+            before = alone;
+        } else {
+            before = before > 0 ? behind : alone;
+        }
+        at = end + 1;
+    }
+    return {count, std::max(widest, before)};
 }
 
 void draw_paragraphs(walker& to, object_id id, const transform& map)
@@ -415,11 +409,12 @@ void draw_paragraphs(walker& to, object_id id, const transform& map)
         if (each.code == 1 || each.code == 3)
             text += to.db.text(each.text);
     const double height = real_of(groups, 40, 0), frame = real_of(groups, 41, 0);
+    const font_kind font = font_of_style(to.db, to.db.text_of(groups, 7));
     double width = 0, lines = 0;
-    for (const std::size_t length_of_line : line_lengths(text)) {
-        const double line = CHARACTER_WIDTH * height * static_cast<double>(length_of_line);
-        width = std::max(width, frame > 0 ? std::min(line, frame) : line);
-        lines += frame > 0 ? std::max(std::ceil(line / frame), 1.0) : 1.0;
+    for (const std::string& line : lines_of(text)) {
+        const auto [count, widest] = wrapped(line, font, height > 0 ? frame / height : 0.0);
+        width = std::max(width, widest * height);
+        lines += count;
     }
     // Lines are five thirds of the height apart, times the spacing factor.
     const double tall = height + (lines - 1) * height * 5 / 3 * real_of(groups, 44, 1);

@@ -1,5 +1,11 @@
 // entities.cpp: drawing objects as group lists, extended data, dictionaries.
+#include <algorithm>
+
+#include "host/core/document.h"
 #include "host/core/text.h"
+#include "host/database/entities.h"
+#include "host/database/sysvars.h"
+#include "host/database/text_metrics.h"
 #include "host/lisp/answers.h"
 #include "host/lisp/builtins.h"
 #include "host/lisp/convert.h"
@@ -241,6 +247,55 @@ value layouts(interpreter&, arguments)
     return out.take();
 }
 
+// What a list leaves out is as the next new text would have it.
+void complete_text(document& doc, db::group_list& groups)
+{
+    const db::database& data = db::database_of(doc);
+    if (data.text_of(groups, 7).empty())
+        groups.push_back(data.text_group(7, db::text_variable(doc, "TEXTSTYLE")));
+    const db::object_id style = data.record("STYLE", data.text_of(groups, 7));
+    const auto of_style = [&](int code, double otherwise) {
+        return style ? db::real_of(data.at(style).groups, code, otherwise) : otherwise;
+    };
+    const auto put = [&](int code, double value) {
+        if (!db::find(groups, code))
+            groups.push_back(db::real_group(code, value));
+    };
+    const double fixed = of_style(40, 0.0);
+    put(40, fixed > 0 ? fixed : db::real_variable(doc, "TEXTSIZE"));
+    put(41, of_style(41, 1.0));
+    put(51, of_style(50, 0.0));
+}
+
+// The box about a text's letters, as if it began at 0,0 and wasn't turned: its lower left and upper right
+// corners.
+value text_box(interpreter& l, arguments a)
+{
+    const list_ptr list(groups_of(l, a[0]));
+    document& doc = current_document();
+    db::group_list groups;
+    if (!list || !db::groups_of_list(db::database_of(doc), list.get(), groups, nullptr) || !db::find(groups, 1))
+        return value::nil();
+    complete_text(doc, groups);
+    db::text_line line = db::line_of(db::database_of(doc), groups);
+    line.across = line.up = line.generation = 0;
+    line.start = {};
+    double low[3] = {0, 0, 0}, high[3] = {0, 0, 0};
+    bool first = true;
+    for (const db::vec& corner : db::corners_of(line).at) {
+        const double at[2] = {corner.x, corner.y};
+        for (std::size_t i = 0; i < 2; ++i) {
+            low[i] = first ? at[i] : std::min(low[i], at[i]);
+            high[i] = first ? at[i] : std::max(high[i], at[i]);
+        }
+        first = false;
+    }
+    list_maker out;
+    out.add(point_value(low));
+    out.add(point_value(high));
+    return out.take();
+}
+
 constexpr builtin TABLE[] = {
     {"entget", get, 1, 2, "el"},
     {"entmake", make, 0, 1, "l"},
@@ -261,6 +316,7 @@ constexpr builtin TABLE[] = {
     {"dictremove", dictionary_remove, 2, 2, "es"},
     {"dictrename", dictionary_rename, 3, 3, "ess"},
     {"layoutlist", layouts, 0, 0, ""},
+    {"textbox", text_box, 1, 1, "l"},
 };
 
 } // namespace

@@ -19,6 +19,13 @@
   (zt:put-back)
   zt:call)
 
+; The value of a call whose commands are one step of undo together.
+(defun zt:in-one-step (zt:call)
+  (command "_.UNDO" "_BEGIN")
+  (setq zt:call (eval zt:call))
+  (command "_.UNDO" "_END")
+  zt:call)
+
 (defun zt:put-back ()
   (setvar "CMDECHO" zt:echo)
   (setq *error* zt:error))
@@ -41,9 +48,8 @@
 ; The standard size is that of the last text; the tool asks for another.
 (defun c:arctext () (zt:quietly '(cf:zentutil usrdir$ 6 (getvar "TEXTSIZE"))) (princ))
 (defun c:addarrow () (zt:quietly '(cf:zentutil usrdir$ 30)) (princ))
-<<<<<<< HEAD
-(defun c:trimsymbols () (zt:quietly '(cf:zentutil usrdir$ 3)) (princ))
-=======
+(defun c:txtscale () (zt:quietly '(cf:txtenl)) (princ))
+(defun c:trimsymbols () (zt:quietly '(zt:in-one-step '(cf:zentutil usrdir$ 3))) (princ))
 
 ; ---- elevations ----------------------------------------------------------------------------------
 ; The answers of the last time are the standards of the next.
@@ -52,4 +58,3 @@
   (setq zt:answers (zt:quietly '(apply 'cf:chgpnts zt:elevation)))
   (if zt:answers (setq zt:elevation zt:answers))
   (princ))
->>>>>>> next

@@ -4,6 +4,7 @@
 #include "hostapi/ads.h"
 #include "shell/operations.h"
 #include "tools/elevation_change.h"
+#include "tools/text_scaling.h"
 
 int in_map_call = 0;
 
@@ -22,6 +23,14 @@ void run_map_operation()
     in_map_call = 0;
 }
 
+void run_text_scaling()
+{
+    resbuf* args = acedGetArgs();
+    text_scaling(args);
+    if (args)
+        acutRelRb(args);
+}
+
 } // namespace
 
 // LISP programs tell success by cf:chgpnts' value, so its nil comes first and may be replaced; the four
@@ -30,7 +39,7 @@ const lisp_function LISP_FUNCTIONS[LISP_FUNCTION_COUNT] = {
     {"cf:zentutil", run_operation, nil_answer::none},
     {"cf:chgpnts", elevation_change, nil_answer::before},
     {"cf:ztedit", nullptr, nil_answer::after},
-    {"cf:txtenl", nullptr, nil_answer::after},
+    {"cf:txtenl", run_text_scaling, nil_answer::after},
     {"cf:print_line", nullptr, nil_answer::after},
     {"cf:report_up", nullptr, nil_answer::after},
     {"cf:map_zentutil", run_map_operation, nil_answer::none},

@@ -74,7 +74,7 @@ TEST(Functions, CannotBeDefinedWhenTheHostRefuses)
 TEST(Functions, TheFourThatOnlyActAnswerNil)
 {
     module_session session;
-    for (const char* call : {"(cf:txtenl)", "(cf:report_up)", "(cf:print_line \"C:/\" \"\")"})
+    for (const char* call : {"(cf:txtenl 0 (ssadd))", "(cf:report_up)", "(cf:print_line \"C:/\" \"\")"})
         EXPECT_EQ(session.lisp(call), "nil") << call;
 }
 

@@ -47,15 +47,20 @@ TEST(StartFile, DefinesACommandForEachTool)
     module_session session;
     session.lisp("(setq *zentrik-share* \"/opt/zentrik/\")");
     load_start_file();
-    for (const char* name :
-         {"PLWRITE", "PLREAD", "HORIZVIEW", "POINTER", "EXTENDARC", "ARCTEXT", "CURVELEADER", "ADDARROW"})
+    for (const char* name : {"PLWRITE", "PLREAD", "HORIZVIEW", "POINTER", "EXTENDARC", "ARCTEXT", "CURVELEADER",
+                             "ADDARROW", "TRIMSYMBOLS"})
         EXPECT_TRUE(host::lisp::has_command(host::current_document(), name)) << name;
 }
 
 // ---- the tools' commands ------------------------------------------------------------------------
 
-// A line, a kerb with a linetype scale, and an arc about (20,0) of radius 5.
+// A symbol on a line of its own; a line, a kerb with a linetype scale, and an arc about (20,0) of radius 5.
 const char* const DRAWING = R"((progn (setq *zentrik-share* "/opt/zentrik/")
+    (entmake '((0 . "BLOCK") (2 . "SPTTREE") (70 . 0) (10 0.0 0.0 0.0)))
+    (entmake '((0 . "CIRCLE") (8 . "0") (10 0.0 0.0 0.0) (40 . 1.0)))
+    (entmake '((0 . "ENDBLK")))
+    (entmake '((0 . "LINE") (10 60.0 0.0 0.0) (11 70.0 0.0 0.0)))
+    (entmake '((0 . "INSERT") (2 . "SPTTREE") (10 60.0 0.0 0.0)))
     (entmake '((0 . "LINE") (10 0.0 0.0 0.0) (11 10.0 0.0 0.0)))
     (entmake '((0 . "LWPOLYLINE") (100 . "AcDbEntity") (8 . "0") (48 . 2.0) (100 . "AcDbPolyline") (90 . 2) (70 . 0)
                (10 0.0 10.0) (10 10.0 10.0)))
@@ -75,6 +80,7 @@ const tool_case TOOLS[] = {
     {"(c:horizview)", "0", "7,0\n", "_.DVIEW"},
     {"(c:pointer)", "1", "9,10\n5\n\n", "_.CHPROP"},
     {"(c:extendarc)", "2", "25,0\nNo\n2\n\n", nullptr},
+    {"(c:trimsymbols)", "3", "all\n\n", "_.TRIM"},
     {"(c:curveleader)", "4", "No\nYes\n0.5\n0,50\n20,50\n\nNo\n", "_.DIM1"},
     {"(c:arctext)", "6 0.2", "A B\n1\n0.5\nInside\nYes\n25,0\n\n", "_.TEXT"},
     {"(c:addarrow)", "30", "0.5\n9,0\n\n", "_.DIM1"},

@@ -69,7 +69,7 @@ TEST_F(Drag, MovesTheFourPointGroupsThatThereAre)
     EXPECT_EQ(drag("2,2,3\n"), "1");
     EXPECT_EQ(session.lisp("(mapcar '(lambda (g) (of a g)) '(10 11 12 13))"),
               "((1.0 0.0 0.0) (2.0 0.0 0.0) (1.0 1.0 0.0) (2.0 1.0 0.0))");
-    EXPECT_EQ(session.lisp("(list (of b 10) (of b 11))"), "((1.0 0.0 0.0) (5.0 0.0 0.0))");
+    EXPECT_EQ(session.lisp("(list (of b 10) (of b 11))"), "((4.66667 0.0 0.0) (5.0 0.0 0.0))");
 }
 
 TEST_F(Drag, LightweightPolylineMovesWithAllItsVertices)

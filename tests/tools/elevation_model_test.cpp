@@ -83,7 +83,7 @@ public:
     explicit random_drawing(unsigned seed) : random_(seed) {}
     std::string object(int place)
     {
-        x_ = place * SPACING + 1.0;
+        x_ = place * SPACING + 5.0; // centred texts begin to the left of it
         switch (whole(12)) {
         case 0:
             return block("PINE");

@@ -66,6 +66,7 @@ const interrupted_case CASES[] = {
     {"PointerOnOldPolylineInSpace", "1", "10,-39|5|L5|U|S|3|C|2|O||"},
     {"ExtendArc", "2", "25,0|No|2|-1|U|T10|3|U|U|U|20,9||"},
     {"ExtendArcAndBreak", "2", "20,5|Yes|2|-1|U|100||"},
+    {"SymbolsToTrimAt", "3", "all||"},
     {"Leader", "4", "No|Yes|0.5|0,50|20,50|10,55|15,45|U|U|U|15,52||Yes|0,60|20,60||No|", "0.5"},
     {"LeaderWithoutArrow", "4", "No|No|0,50|20,50|10,55||No|"},
     {"Zorro", "4", "Yes|0.5|0,50|20,50||0,60|20,60|No|", "0.5"},
@@ -76,6 +77,13 @@ const interrupted_case CASES[] = {
     {"ArrowToSideOnMendedLayer", "5 -1.0 2.0 (list 0.0 50.0 0.0) (list 20.0 50.0 0.0) 25.0 2 \"a<b\" nil",
      "newnam=GOOD|!ok|"},
     {"ArrowPair", "9 1.0 2.0 (list 0.0 50.0 0.0) (list 20.0 50.0 0.0) 5.0", ""},
+    {"EndsOfASegment", "10 (entnext (entnext)) (list 9.0 11.0 0.0)", ""},
+    {"DirectionOfASegment", "11 (entnext (entnext)) (list 9.0 11.0 0.0)", ""},
+    {"TextsAlongAPolyline", "12 (entnext (entnext)) (ssget \"X\" '((0 . \"ARC,LINE\"))) 0.0", ""},
+    {"Drag", "16 (ssadd (entnext)) (list 0.0 0.0 0.0) \"\\nDrop: \"", "5,5|"},
+    {"VerticesOfAPolyline", "23 (entnext (entnext)) 1", ""},
+    {"HolesAndChannels", "28", "all||"},
+    {"SecondPoint", "29 (ssadd (entnext)) (list 0.0 0.0 0.0)", "5,5|"},
     {"ArrowsOnObjects", "30", "0.5|9,0|10,19|10,-19|-50,-50|10,-39||"},
 };
 

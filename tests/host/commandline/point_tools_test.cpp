@@ -279,7 +279,7 @@ TEST_F(survey_points, AttributesAreChangedInTheirPlaces)
     EXPECT_EQ(acdbEntUpd(elevation), RTNORM);
     EXPECT_EQ(described(nth(0), {1, 2, 10, 11, 50}),
               "INSERT 2=SRVPN1 10=10,10,5 50=0 (ATTRIB 10=10,10,5 1=7 50=0 11=0,0,0 2=PT#) "
-              "(ATTRIB 10=10,10,6 1=101.25 50=0.75 11=10,10,6 2=ELEV2)");
+              "(ATTRIB 10=7.92688,8.06869,6 1=101.25 50=0.75 11=10,10,6 2=ELEV2)");
     // The walk is what it was, and the list still begins with the same name.
     EXPECT_EQ(parts_behind(block), "ATTRIB ATTRIB SEQEND ");
     const list_ptr again(acdbEntGet(elevation));
@@ -298,7 +298,7 @@ TEST_F(survey_points, TheReferenceIsChangedWithoutItsAttributes)
                      }),
               RTNORM);
     EXPECT_EQ(described(nth(0), {10, 50, 66}),
-              "INSERT 66=1 10=10,10,50 50=1.5 (ATTRIB 10=10,10,5 50=0) (ATTRIB 10=10,10,5 50=0)");
+              "INSERT 66=1 10=10,10,50 50=1.5 (ATTRIB 10=10,10,5 50=0) (ATTRIB 10=7.66667,10,5 50=0)");
 }
 
 TEST_F(survey_points, AnAttributeCannotBecomeAnotherKindOrBeErasedAlone)

@@ -105,7 +105,7 @@ const mapped_case MAPPED[] = {
      "0 TEXT;10 1,0,0;11 3,0,0;72 1;40 1;1 A",
      mapping::moved(1, 2, 3),
      {10, 11},
-     "TEXT 10=2,2,3 11=4,2,3"},
+     "TEXT 10=3.66667,2,3 11=4,2,3"},
     {"UnalignedTextHasOnePlace",
      "0 TEXT;10 1,0,0;40 1;1 A",
      mapping::moved(1, 2, 3),
