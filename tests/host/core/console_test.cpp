@@ -88,11 +88,15 @@ std::string on_a_terminal(Session session)
     host::flush_history();
     dup2(input, STDIN_FILENO);
     dup2(output, STDOUT_FILENO);
-    char text[200];
-    const ssize_t length = read(person, text, sizeof text);
-    for (const int each : {input, output, terminal, person})
+    for (const int each : {input, output, terminal})
         close(each);
-    return length < 0 ? "nothing" : std::string(text, static_cast<std::size_t>(length));
+    // What was shown comes in pieces; once nobody holds the terminal the last of it is followed by an error.
+    std::string seen;
+    char piece[200];
+    for (ssize_t length; (length = read(person, piece, sizeof piece)) > 0;)
+        seen.append(piece, static_cast<std::size_t>(length));
+    close(person);
+    return seen;
 }
 
 TEST(Terminal, AnAnswerTypedAtItIsShownOnce)
