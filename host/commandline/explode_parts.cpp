@@ -18,8 +18,7 @@ namespace host::commandline
 namespace
 {
 
-constexpr int DEEPEST = 32;                   // references in references
-constexpr std::size_t MOST_PARTS = 5'000'000; // of one object: blocks that hold themselves many times end here
+constexpr int DEEPEST = 32; // references in references
 
 db::group point_group(int code, const point3& p)
 {
@@ -50,6 +49,7 @@ db::group_list begin_part(const db::database& db, std::string_view type, const d
 // What is being taken apart, and what came of it so far.
 struct work {
     const db::database& db;
+    std::size_t left; // objects that may still be looked at or made
     explosion out{};
     int depth = 0;
 
@@ -59,10 +59,17 @@ struct work {
         out.refusal = std::move(why);
         return false;
     }
+    bool count()
+    {
+        if (left == 0)
+            return refuse("it has too many parts");
+        --left;
+        return true;
+    }
     bool add(part made)
     {
-        if (out.parts.size() >= MOST_PARTS)
-            return refuse("it has too many parts");
+        if (!count())
+            return false;
         out.parts.push_back(std::move(made));
         return true;
     }
@@ -294,9 +301,10 @@ bool add_replaced(work& to, const part& source, const mapping& map)
         return add_mapped(to, std::move(ellipse), map);
     }
     if (type == "LWPOLYLINE" || type == "POLYLINE") {
-        work inner{to.db, {}, to.depth};
+        work inner{to.db, to.left, {}, to.depth};
         if (!(type == "POLYLINE" ? explode_polyline(inner, source) : explode_lightweight(inner, source)))
             return to.refuse(inner.out.refusal);
+        to.left = inner.left;
         to.out.loses_width = to.out.loses_width || inner.out.loses_width;
         for (part& each : inner.out.parts)
             if (!add_mapped(to, std::move(each), map))
@@ -307,7 +315,10 @@ bool add_replaced(work& to, const part& source, const mapping& map)
     const bool is_array = db::int_of(source.groups, 70, 1) > 1 || db::int_of(source.groups, 71, 1) > 1;
     if (!inner || is_array)
         return to.refuse("its block holds " + named(type) + " that can't be drawn at its scales");
-    return add_contents(to, to.db.record("BLOCK_RECORD", to.db.text_of(source.groups, 2)), map.after(*inner));
+    const mapping both = map.after(*inner);
+    if (both.determinant() == 0.0)
+        return to.refuse("a scale of a reference in its block is zero");
+    return add_contents(to, to.db.record("BLOCK_RECORD", to.db.text_of(source.groups, 2)), both);
 }
 
 // The picture of a dimension lies in the block of its name, in the dimension's own coordinates, and is moved by
@@ -318,9 +329,10 @@ bool map_picture(work& to, part& dimension, const mapping& map)
     if (!block)
         return true;
     const point3 by = axes_of(normal_of(dimension.groups)).to_world(point_in(dimension.groups, 12));
-    work picture{to.db, {}, to.depth};
+    work picture{to.db, to.left, {}, to.depth};
     if (!add_contents(picture, block, map.after(mapping::moved(by.x, by.y, by.z))))
         return to.refuse(picture.out.refusal);
+    to.left = picture.left;
     dimension.picture = std::move(picture.out.parts);
     std::erase_if(dimension.groups, [](const db::group& g) { return g.code == 12; });
     return true;
@@ -342,6 +354,8 @@ bool add_contents(work& to, db::object_id block, const mapping& map)
         return to.refuse("its block holds itself");
     ++to.depth;
     for (db::object_id id = db::first_entity(to.db, block); id; id = db::next_entity(to.db, id)) {
+        if (!to.count()) // empty blocks in blocks make no parts, but take their time
+            return false;
         part copy;
         static_cast<whole_object&>(copy) = whole_object_of(to.db, id);
         copy.from = id;
@@ -374,8 +388,10 @@ bool explode_insert(work& to, const whole_object& of, bool unequal)
     if (!unequal && !have_one_size(of.groups))
         return to.refuse("its scales differ, and EXPLMODE is 0");
     const mapping map = *insert_mapping(to.db, of.groups);
-    if (!(std::abs(map.determinant()) > 0.0) || !std::isfinite(map.determinant()))
+    if (map.determinant() == 0.0)
         return to.refuse("a scale of it is zero");
+    if (!std::isfinite(map.determinant()))
+        return to.refuse("its scales are too large");
     return add_contents(to, block, map);
 }
 
@@ -397,9 +413,9 @@ bool explode_dimension(work& to, const whole_object& of)
 
 } // namespace
 
-explosion explode_object(const db::database& db, db::object_id id, bool unequal)
+explosion explode_object(const db::database& db, db::object_id id, bool unequal, std::size_t most)
 {
-    work to{db};
+    work to{db, most};
     const whole_object of = whole_object_of(db, id);
     const std::string_view type = db.type_of(id);
     if (type == "INSERT")

@@ -22,7 +22,9 @@ struct explosion {
 
 // Block references one level down: pieces keep their layer, colour and linetype, whatever the reference's
 // are, and attribute definitions stand for the attributes. Polylines in lines and arcs, meshes in faces,
-// dimensions in what is seen of them. `unequal`: also references whose scales differ.
-explosion explode_object(const db::database& db, db::object_id id, bool unequal);
+// dimensions in what is seen of them. `unequal`: also references whose scales differ. `most`: so many objects
+// are looked at or made before it is given up, since blocks in blocks can hold more than any drawing.
+constexpr std::size_t MOST_PARTS = 10'000'000;
+explosion explode_object(const db::database& db, db::object_id id, bool unequal, std::size_t most = MOST_PARTS);
 
 } // namespace host::commandline

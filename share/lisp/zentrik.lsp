@@ -19,6 +19,13 @@
   (zt:put-back)
   zt:call)
 
+; The value of a call whose commands are one step of undo together.
+(defun zt:in-one-step (zt:call)
+  (command "_.UNDO" "_BEGIN")
+  (setq zt:call (eval zt:call))
+  (command "_.UNDO" "_END")
+  zt:call)
+
 (defun zt:put-back ()
   (setvar "CMDECHO" zt:echo)
   (setq *error* zt:error))
@@ -42,7 +49,7 @@
 (defun c:arctext () (zt:quietly '(cf:zentutil usrdir$ 6 (getvar "TEXTSIZE"))) (princ))
 (defun c:addarrow () (zt:quietly '(cf:zentutil usrdir$ 30)) (princ))
 (defun c:txtscale () (zt:quietly '(cf:txtenl)) (princ))
-(defun c:trimsymbols () (zt:quietly '(cf:zentutil usrdir$ 3)) (princ))
+(defun c:trimsymbols () (zt:quietly '(zt:in-one-step '(cf:zentutil usrdir$ 3))) (princ))
 
 ; ---- elevations ----------------------------------------------------------------------------------
 ; The answers of the last time are the standards of the next.

@@ -154,4 +154,25 @@ TEST(Layout, ModuleNeitherCopiesUnboundedNorGoesPastTheHost)
     }
 }
 
+// No compiler stops at what a merge leaves here, and LISP takes such a line for variables.
+TEST(Layout, ProductFilesAndPagesHoldNoMarksOfAMerge)
+{
+    int files = 0;
+    for (const char* top : {"share", "docs"})
+        for (const auto& entry : fs::recursive_directory_iterator(root / top)) {
+            const std::string extension = entry.path().extension().string();
+            if (extension != ".lsp" && extension != ".dcl" && extension != ".md")
+                continue;
+            ++files;
+            std::ifstream stream(entry.path());
+            int number = 0;
+            for (std::string line; std::getline(stream, line);) {
+                ++number;
+                for (const char* mark : {"<<<<<<< ", ">>>>>>> "})
+                    EXPECT_FALSE(line.starts_with(mark)) << entry.path() << ":" << number;
+            }
+        }
+    EXPECT_GT(files, 10);
+}
+
 } // namespace

@@ -1,7 +1,9 @@
 // EXPLODE: what block references, polylines, meshes and dimensions fall into, and what a program finds behind
 // it.
+#include <algorithm>
 #include <cstring>
 
+#include "host/commandline/explode_parts.h"
 #include "host/commandline/picks.h"
 #include "host/commandline/selection.h"
 #include "tests/host/commandline/session.h"
@@ -282,6 +284,47 @@ TEST_F(exploding, AHatchIsTurnedAndMirroredWithItsBlock)
     }
 }
 
+// A hatch whose boundary isn't exploded with it would name an object inside a block.
+TEST_F(exploding, AHatchNamesTheCopiesOfItsBoundaryOrNone)
+{
+    const struct {
+        const char* boundary;
+        bool is_kept;
+    } cases[] = {{"inside", true}, {"elsewhere", false}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.boundary);
+        const std::string name = c.boundary;
+        define(name,
+               "0 CIRCLE;10 0,0,0;40 1|0 HATCH;100 AcDbEntity;8 0;100 AcDbHatch;10 0,0,0;210 0,0,1;"
+               "2 SOLID;70 1;71 1;91 1;92 1;93 1;72 2;10 0,0;40 1;50 0;51 6.283185307179586;73 1;97 1;75 0;"
+               "76 1;98 1;10 0,0");
+        define(name + "2", "0 CIRCLE;10 0,0,0;40 1");
+        const db::object_id circle = db::first_entity(data(), data().record("BLOCK_RECORD", name));
+        const db::object_id hatch = db::next_entity(data(), circle);
+        const db::object_id other = db::first_entity(data(), data().record("BLOCK_RECORD", name + "2"));
+        db::group_list& groups = data().modify(hatch);
+        const auto count =
+            std::find_if(groups.begin(), groups.end(), [](const db::group& g) { return g.code == 97; });
+        groups.insert(count + 1, db::handle_group(330, data().at(c.is_kept ? circle : other).handle));
+        make("0 INSERT;2 " + name + ";10 5,5,0;50 1");
+        explode_last();
+        const db::object_id copy = last_object(data());
+        ASSERT_TRUE(data().is(copy, "HATCH"));
+        std::vector<std::uint64_t> named;
+        bool is_body = false;
+        for (const db::group& g : data().at(copy).groups) {
+            is_body = is_body || g.code == 100;
+            if (is_body && g.code == 330)
+                named.push_back(g.handle);
+        }
+        const std::vector<std::uint64_t> expected = {data().at(nth(0)).handle};
+        EXPECT_EQ(named, c.is_kept ? expected : std::vector<std::uint64_t>{});
+        EXPECT_EQ(db::int_of(data().at(copy).groups, 71, -1), c.is_kept);
+        EXPECT_EQ(db::int_of(data().at(copy).groups, 97, -1), c.is_kept);
+        send("ERASE|ALL|");
+    }
+}
+
 // ---- what stays whole
 
 struct refused_case {
@@ -302,6 +345,13 @@ const refused_case REFUSED[] = {
      "block B is an external reference."},
     {"ZeroScale", "0 BLOCK;2 B;70 0;10 0,0,0|0 POINT;10 1,1,0|0 ENDBLK|0 INSERT;2 B;10 0,0,0;42 0",
      "a scale of it is zero."},
+    {"ZeroScaleInsideAslant",
+     "0 BLOCK;2 A;70 0;10 0,0,0|0 POINT;10 1,1,0|0 ENDBLK|0 BLOCK;2 B;70 0;10 0,0,0|0 INSERT;2 A;10 0,0,0;42 "
+     "0;50 0.5|"
+     "0 ENDBLK|0 INSERT;2 B;10 0,0,0;41 2",
+     "a scale of a reference in its block is zero."},
+    {"HugeScale", "0 BLOCK;2 B;70 0;10 0,0,0|0 POINT;10 1,1,0|0 ENDBLK|0 INSERT;2 B;10 0,0,0;41 1e200;42 1e200",
+     "its scales are too large."},
     {"UnequalHatch",
      "0 BLOCK;2 B;70 0;10 0,0,0|0 POINT;10 1,1,0|0 HATCH;100 AcDbEntity;8 0;100 AcDbHatch;10 0,0,0;2 SOLID;70 "
      "1;"
@@ -498,6 +548,23 @@ TEST_F(exploding, ALeaderOfABlockNamesTheCopyOfItsText)
     EXPECT_EQ(db::find(data().at(nth(1)).groups, 340)->handle, data().at(nth(0)).handle);
 }
 
+// The block that was made for the dimension goes again too.
+TEST_F(exploding, ADimensionThatCannotBeDrawnLeavesNoPicture)
+{
+    make(PICTURE);
+    define("B", std::string(DIMENSION) + "|0 POINT;10 1,1,0");
+    make("0 INSERT;2 B;10 100,0,0|0 INSERT;2 B;10 200,0,0");
+    const db::object_id point =
+        db::next_entity(data(), db::first_entity(data(), data().record("BLOCK_RECORD", "B")));
+    data().modify(point).push_back(data().text_group(1001, "NOBODY"));
+    data().modify(point).push_back(data().text_group(1000, "x"));
+    type("EXPLODE|ALL|");
+    EXPECT_TRUE(has_shown("2 could not be exploded: application NOBODY is not registered.")) << shown;
+    EXPECT_EQ(data().record("BLOCK_RECORD", "*D2"), 0u);
+    EXPECT_EQ(data().record("BLOCK_RECORD", "*D3"), 0u);
+    EXPECT_NE(data().record("BLOCK_RECORD", "*D1"), 0u);
+}
+
 // ---- programs
 
 struct ids {
@@ -559,6 +626,16 @@ TEST_F(exploding, TakesASetANameWithAndWithoutEnterAndSeveralNames)
     EXPECT_EQ(objects({10}), "INSERT 10=2,7,0 / INSERT 10=3,0,0 / POINT 10=1,0,0");
 }
 
+TEST_F(exploding, WhatIsNamedTwiceIsExplodedOnce)
+{
+    define("B", "0 POINT;10 0,0,0");
+    make("0 INSERT;2 B;10 1,0,0");
+    ads_name name;
+    acdbEntLast(name);
+    EXPECT_EQ(acedCommand(RTSTR, "_.EXPLODE", RTENAME, name, RTENAME, name, 0), RTNORM);
+    EXPECT_EQ(objects({10}), "POINT 10=1,0,0");
+}
+
 TEST_F(exploding, AsksUntilEnterWhereQaflagsSaysSo)
 {
     define("B", "0 POINT;10 0,0,0");
@@ -614,6 +691,27 @@ TEST_F(exploding, ABlockThatHoldsItselfIsRefused)
     explode_last();
     EXPECT_EQ(objects({2}), "INSERT 2=C");
     EXPECT_TRUE(has_shown("could not be exploded: its block holds itself.")) << shown;
+}
+
+// Two references in each block, each aslant in the next: more with each level than any drawing holds. Also when
+// the innermost block is empty, and nothing is made at all.
+TEST_F(exploding, BlocksThatHoldTooManyAreRefused)
+{
+    for (const char* innermost : {"0 POINT;10 1,0,0", "0 INSERT;2 BARE;10 0,0,0;50 0.3"}) {
+        SCOPED_TRACE(innermost);
+        send("ERASE|ALL|");
+        make("0 BLOCK;2 BARE;70 0;10 0,0,0|0 ENDBLK");
+        define("L0", innermost);
+        for (int level = 1; level <= 24; ++level) {
+            const std::string inner = "0 INSERT;2 L" + std::to_string(level - 1) + ";10 1,0,0;42 2;50 0.3";
+            define("L" + std::to_string(level), inner + "|" + inner);
+        }
+        make("0 INSERT;2 L4;10 0,0,0;41 2|0 INSERT;2 L24;10 0,0,0;41 2");
+        EXPECT_EQ(explode_object(data(), nth(0), true, 1000).refusal, "");
+        const explosion many = explode_object(data(), nth(1), true, 1000);
+        EXPECT_EQ(many.refusal, "it has too many parts");
+        EXPECT_TRUE(many.parts.empty());
+    }
 }
 
 } // namespace
