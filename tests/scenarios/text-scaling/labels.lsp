@@ -1,0 +1,11 @@
+; Labels of each kind beside the sample site.
+(defun label (words x more)
+  (entmake (append (list '(0 . "TEXT") '(8 . "LABELS") (list 10 x 9950.0 0.0) (list 11 x 9950.0 0.0)
+                         '(40 . 2.0) (cons 1 words)) more)))
+(label "CENTRED" 5000.0 '((72 . 1)))
+(label "SLOPE 1:4" 5040.0 '((72 . 4) (50 . 0.5)))
+(label "over" 5080.0 '((72 . 2) (73 . 3) (71 . 4) (41 . 0.8)))
+(entmake '((0 . "TEXT") (8 . "LABELS") (10 5100.0 9950.0 0.0) (11 5120.0 9950.0 0.0) (40 . 2.0) (1 . "FIT") (72 . 5)))
+(entmake '((0 . "TEXT") (8 . "LABELS") (10 5100.0 9940.0 0.0) (11 5120.0 9940.0 0.0) (40 . 2.0) (1 . "FRONT STREET") (72 . 3)))
+(entmake '((0 . "MTEXT") (100 . "AcDbEntity") (8 . "NOTES") (100 . "AcDbMText") (10 5000.0 9930.0 0.0) (40 . 1.5)
+  (1 . "{\\fArial|b1;NOTES}\\P1. All heights in feet")))
