@@ -48,7 +48,7 @@
 ; The standard size is that of the last text; the tool asks for another.
 (defun c:arctext () (zt:quietly '(cf:zentutil usrdir$ 6 (getvar "TEXTSIZE"))) (princ))
 (defun c:addarrow () (zt:quietly '(cf:zentutil usrdir$ 30)) (princ))
-(defun c:txtscale () (zt:quietly '(cf:txtenl)) (princ))
+(defun c:txtscale () (zt:quietly '(zt:in-one-step '(cf:txtenl))) (princ))
 (defun c:trimsymbols () (zt:quietly '(zt:in-one-step '(cf:zentutil usrdir$ 3))) (princ))
 
 ; ---- elevations ----------------------------------------------------------------------------------
