@@ -6,10 +6,10 @@
 #include "host/database/entities.h"
 #include "host/database/sysvars.h"
 #include "host/database/text_metrics.h"
-#include "host/lisp/answers.h"
 #include "host/lisp/builtins.h"
 #include "host/lisp/convert.h"
 #include "host/lisp/printer.h"
+#include "hostapi/ads.h"
 
 namespace host::lisp
 {
@@ -36,16 +36,33 @@ value get(interpreter& l, arguments a)
     return groups ? value_of_groups(l, groups.get()) : value::nil();
 }
 
-// The end of a block definition answers the block's name.
+bool ends_block(const resbuf* groups)
+{
+    return groups && groups->restype == 0 && groups->resval.rstring &&
+           same_text(groups->resval.rstring, "ENDBLK");
+}
+
+// Answers the name of the block: of one that was begun without a name of its own ("*U") programs learn it so.
+value end_block(interpreter& l, const resbuf* groups)
+{
+    ads_name begin = {0, 0};
+    const int status = acdbEntMakeX(groups, begin);
+    l.throw_kept_stop();
+    if (status != RTNORM)
+        return value::nil();
+    const db::database& db = db::current_database();
+    return value::text(db.text_of(db.at(db::id_of_name(db, begin)).groups, 2));
+}
+
 value make(interpreter& l, arguments a)
 {
     if (a.count == 0)
         return value::nil();
     const list_ptr groups(groups_of(l, a[0]));
+    if (ends_block(groups.get()))
+        return end_block(l, groups.get());
     const int status = acdbEntMake(groups.get());
     l.throw_kept_stop();
-    if (status == RTKWORD)
-        return word_given();
     return status == RTNORM ? a[0] : value::nil();
 }
 

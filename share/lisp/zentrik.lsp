@@ -9,7 +9,7 @@
 ; The value of a call of the module, run without the prompts of the commands that it sends. A break, or an end
 ; of the answers, is left to the *error* function of the program around it, with all put back before. The
 ; names stand apart from those that a user's answer may ask for.
-(defun zt:quietly (zt:call / zt:echo zt:error)
+(defun zt:quietly (zt:call / zt:echo zt:error zt:step)
   (setq zt:echo (getvar "CMDECHO") zt:error *error*)
   (defun *error* (message)
     (zt:put-back)
@@ -19,14 +19,14 @@
   (zt:put-back)
   zt:call)
 
-; The value of a call whose commands are one step of undo together.
+; The value of a call whose commands are one step of undo together, for a call inside zt:quietly.
 (defun zt:in-one-step (zt:call)
   (command "_.UNDO" "_BEGIN")
-  (setq zt:call (eval zt:call))
-  (command "_.UNDO" "_END")
-  zt:call)
+  (setq zt:step T)
+  (eval zt:call))
 
 (defun zt:put-back ()
+  (if zt:step (command "_.UNDO" "_END"))
   (setvar "CMDECHO" zt:echo)
   (setq *error* zt:error))
 
@@ -55,6 +55,6 @@
 ; The answers of the last time are the standards of the next.
 (setq zt:elevation nil)
 (defun c:chgelev (/ zt:answers)
-  (setq zt:answers (zt:quietly '(apply 'cf:chgpnts zt:elevation)))
+  (setq zt:answers (zt:quietly '(zt:in-one-step '(apply 'cf:chgpnts zt:elevation))))
   (if zt:answers (setq zt:elevation zt:answers))
   (princ))

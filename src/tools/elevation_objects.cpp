@@ -21,8 +21,8 @@ void change_line(const ads_name, resbuf* list, const elevation_rule& rule, eleva
         ++tally->others;
 }
 
-// The numbers mean what the object makes of them. Group 11 of an MTEXT or an ELLIPSE is a direction and tilts
-// when zeros aren't ignored; groups 12 and 13 of a 3DFACE stay.
+// The numbers mean what the object makes of them. Group 11 of an MTEXT, ELLIPSE, RAY or XLINE is a direction
+// and tilts when zeros aren't ignored; groups 12 and 13 of a 3DFACE stay.
 void change_points(const ads_name, resbuf* list, const elevation_rule& rule, elevation_tally* tally)
 {
     bool is_changed = false;

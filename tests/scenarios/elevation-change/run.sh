@@ -5,6 +5,9 @@ zentrik run -d site.dxf heights.lsp -e '(show)' | tee before
 echo "-- raise"
 change -i raise.answers -o raised.dxf
 zentrik run -d raised.dxf heights.lsp -e '(show)' | tee raised
+echo "-- raised and taken back"
+change -i raise.answers -o back.dxf -e '(command "_.U")' >/dev/null
+zentrik run -d back.dxf heights.lsp -e '(show)' | diff before - && echo "as before"
 echo "-- again, with the standards of the time before"
 change -i again.answers -o again.dxf -e '(c:chgelev)' -e '(c:chgelev)' -e '(c:chgelev)' -e 'zt:elevation'
 zentrik run -d again.dxf heights.lsp -e '(show)' | diff before - | grep '>'

@@ -24,6 +24,12 @@
 ; Points of a lightweight polyline have two coordinates.
 (setq p (entmakex '((0 . "LWPOLYLINE") (100 . "AcDbEntity") (100 . "AcDbPolyline") (90 . 2) (70 . 0) (10 1.0 2.0) (10 3.0 4.0))))
 (print (assoc 10 (entget p)))                  ; expect: (10 1.0 2.0)
+(print (entmake '((0 . "BLOCK") (2 . "POST") (70 . 0) (10 0.0 0.0 0.0)))) ; expect: ((0 . "BLOCK") (2 . "POST") (70 . 0) (10 0.0 0.0 0.0))
+(print (entmake '((0 . "POINT") (10 0.0 0.0 0.0)))) ; expect: ((0 . "POINT") (10 0.0 0.0 0.0))
+(print (entmake '((0 . "endblk"))))            ; expect: "POST"
+(repeat 2 (entmake '((0 . "BLOCK") (2 . "*U") (70 . 1) (10 0.0 0.0 0.0))) (setq nameless (entmake '((0 . "ENDBLK")))))
+(print nameless)                               ; expect: "*U2"
+(print (entmake '((0 . "ENDBLK"))))            ; expect: nil
 (print (entmake))                              ; expect: nil
 (print (entmakex))                             ; expect: nil
 (entget 5)                                     ; expect error: bad argument type: lentityp 5
