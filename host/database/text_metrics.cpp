@@ -39,9 +39,10 @@ constexpr std::array<short, 224> ADVANCES = {
 };
 
 // Letters that don't reach from the base line to the height of capitals.
-constexpr std::string_view TAILED = "gjpqy,;_\xB5\xDE\xE7\xFD\xFE\xFF";
-constexpr std::string_view SMALL = "acegmnopqrsuvwxyz:;-+=<>~\x95\x96\x97\xB7\xD7\xE6\xE7\xF7\xF8";
-constexpr std::string_view LOW = ".,_";
+constexpr std::string_view TAILED = "gjpqy,;_\x82\x84\xB5\xC7\xE7\xFD\xFE\xFF";
+constexpr std::string_view SMALL =
+    "acegmnopqrsuvwxyz:;-+=<>~\x8B\x95\x96\x97\x9B\x9C\xAB\xAC\xAD\xB5\xB7\xBB\xD7\xE6\xE7\xF7\xF8";
+constexpr std::string_view LOW = ".,_\x82\x84\x85";
 
 struct measures {
     double descent, small, low;

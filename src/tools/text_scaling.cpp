@@ -38,8 +38,7 @@ constexpr std::string_view CODES[6][4] = {
     {"A", "A", "A", "A"},    {"M", "M", "M", "M"},    {"F", "F", "F", "F"},
 };
 
-// ---- a line of text
-// ------------------------------------------------------------------------------------------
+// ---- a line of text ---------------------------------------------------------------------------------------
 
 struct text_line {
     ads_name name = {};
@@ -174,8 +173,7 @@ bool redraw(const text_line& line, const char* code)
     return false;
 }
 
-// ---- the run
-// -------------------------------------------------------------------------------------------------
+// ---- the run ----------------------------------------------------------------------------------------------
 
 // False ends the run; it has been told why. `count` goes up by 1 for a text that was drawn anew.
 bool scale_line(const text_line& line, int* count)

@@ -61,8 +61,7 @@ protected:
     std::string told_by(const std::string& call) { return run(call, ""); }
 };
 
-// ---- commands
-// --------------------------------------------------------------------------------------------------
+// ---- commands ---------------------------------------------------------------------------------------------
 
 struct sent_case {
     const char *name, *groups, *style, *text;
@@ -174,6 +173,25 @@ TEST_F(TextScaling, LayerStyleAndPlaceStay)
     EXPECT_EQ(variable("TEXTSTYLE"), "ROMAN");
 }
 
+TEST_F(TextScaling, NamesWithBlanksAndNegativeSlantsGoThrough)
+{
+    session.lisp("(command \"_.STYLE\" \"Two words\" \"arial.ttf\" 7.5 1.0 0.0 \"\" \"\")");
+    text("Ag", "(8 . \"Row of lots\") (7 . \"Two words\") (51 . -0.25)");
+    EXPECT_TRUE(told_by("(cf:txtenl 2.0 (all-of))").ends_with("changed> 1"));
+    EXPECT_EQ(session.lisp("(mapcar '(lambda (g) (of (entlast) g)) '(8 7 40))"),
+              "(\"Row of lots\" \"Two words\" 4.0)");
+    EXPECT_EQ(session.lisp("(rtos (of (entlast) 51) 2 8)"), "\"-0.00436332\""); // a quarter of a degree
+}
+
+// The text command counts from ANGBASE, so that a level text comes back turned by it.
+TEST_F(TextScaling, RotationCountsFromAngbase)
+{
+    set("ANGBASE", "0.5");
+    text("Ag");
+    told_by("(cf:txtenl 2.0 (all-of))");
+    EXPECT_EQ(session.lisp("(of (entlast) 50)"), "0.5");
+}
+
 TEST_F(TextScaling, AStyleOfFixedHeightLosesIt)
 {
     session.lisp("(command \"_.STYLE\" \"FIXED\" \"\" 7.5 1.0 0.0 \"\" \"\" \"\")");
@@ -211,8 +229,7 @@ TEST_F(TextScaling, TextsThatLookLikeAnswersAreDrawnAsTheyStand)
     }
 }
 
-// ---- paragraphs
-// ---------------------------------------------------------------------------------------------------
+// ---- paragraphs -------------------------------------------------------------------------------------------
 
 TEST_F(TextScaling, ParagraphsChangeInPlaceByTheirOwnHeight)
 {
@@ -231,6 +248,18 @@ TEST_F(TextScaling, ParagraphsChangeInPlaceByTheirOwnHeight)
     EXPECT_EQ(variable("CLAYER"), "HERE");
 }
 
+// The style has another height and keeps it.
+TEST_F(TextScaling, AParagraphGoesByItsOwnHeightNotByItsStyle)
+{
+    session.lisp("(command \"_.STYLE\" \"FIXED\" \"\" 7.5 1.0 0.0 \"\" \"\" \"\")");
+    make("(0 . \"MTEXT\") (100 . \"AcDbEntity\") (100 . \"AcDbMText\") (10 1.0 2.0 0.0) (40 . 2.0) (7 . "
+         "\"FIXED\") (1 . \"x\")");
+    const std::string trace = trace_of("(cf:txtenl 3.0 (all-of))");
+    EXPECT_LT(trace.find("acdbEntMod "), trace.find("acdbEntUpd ")) << trace;
+    EXPECT_EQ(heights(), "x:6.00");
+    EXPECT_EQ(session.lisp("(cdr (assoc 40 (tblsearch \"STYLE\" \"FIXED\")))"), "7.5");
+}
+
 TEST_F(TextScaling, AParagraphThatCannotChangeIsNotCounted)
 {
     make("(0 . \"MTEXT\") (100 . \"AcDbEntity\") (100 . \"AcDbMText\") (10 1.0 2.0 0.0) (40 . 1e300) (1 . "
@@ -240,8 +269,7 @@ TEST_F(TextScaling, AParagraphThatCannotChangeIsNotCounted)
     EXPECT_EQ(session.lisp("(of (entlast) 40)"), "1.0e+300");
 }
 
-// ---- questions
-// --------------------------------------------------------------------------------------------------
+// ---- questions --------------------------------------------------------------------------------------------
 
 TEST_F(TextScaling, AsksForMultiplierAndTexts)
 {
@@ -303,8 +331,7 @@ TEST_F(TextScaling, EndsWhereTheAnswersRunOut)
     }
 }
 
-// ---- calls from LISP
-// ------------------------------------------------------------------------------------------------
+// ---- calls from LISP --------------------------------------------------------------------------------------
 
 TEST_F(TextScaling, WithASetAsksNothingAndLeavesTheSetToItsOwner)
 {
@@ -381,8 +408,7 @@ TEST_F(TextScaling, WithoutASetBothAreAskedForWhateverElseIsGiven)
     EXPECT_EQ(heights(), "Ag:32.00");
 }
 
-// ---- refusals
-// ---------------------------------------------------------------------------------------------------------
+// ---- refusals ---------------------------------------------------------------------------------------------
 
 TEST_F(TextScaling, ARefusedLayerEndsTheRun)
 {
@@ -450,8 +476,17 @@ TEST_F(TextScaling, ATextThatALockedLayerKeepsIsNotThereTwice)
     EXPECT_EQ(heights(), "kept:2.00");
 }
 
-// ---- breaks
-// ---------------------------------------------------------------------------------------------------------
+TEST_F(TextScaling, ALockedLayerKeepsNeitherJustifiedTextsNorParagraphs)
+{
+    text("centred", "(8 . \"LOCKED\") (72 . 1)");
+    make("(0 . \"MTEXT\") (100 . \"AcDbEntity\") (8 . \"LOCKED\") (100 . \"AcDbMText\") (10 1.0 2.0 0.0) "
+         "(40 . 2.0) (1 . \"par\")");
+    session.lisp("(command \"_.LAYER\" \"_LO\" \"LOCKED\" \"\")");
+    EXPECT_TRUE(told_by("(cf:txtenl 2.0 (all-of))").ends_with("changed> 2"));
+    EXPECT_EQ(heights(), "par:4.00 centred:4.00");
+}
+
+// ---- breaks -----------------------------------------------------------------------------------------------
 
 TEST_F(TextScaling, ABreakKeepsWhatIsDone)
 {
@@ -481,8 +516,7 @@ TEST_F(TextScaling, ABreakKeepsWhatIsDone)
     }
 }
 
-// ---- the rest
-// ----------------------------------------------------------------------------------------------------------
+// ---- the rest ---------------------------------------------------------------------------------------------
 
 TEST_F(TextScaling, RunsBackToTheSameHeights)
 {

@@ -105,8 +105,7 @@ TEST_F(texts, OutlineFontsHaveLettersOfDifferentWidth)
     EXPECT_EQ(objects({10}), "TEXT 10=-1166,0,0");
 }
 
-// ---- STYLE
-// ---------------------------------------------------------------------------------------------------
+// ---- STYLE ------------------------------------------------------------------------------------------------
 
 // As programs send it: 0.0 high, the width and slant as numbers, and Enter for each question behind.
 int send_style(const char* name, double width, double slant, const std::vector<const char*>& behind)
@@ -169,8 +168,7 @@ TEST_F(texts, AWidthThatIsNoneIsRefused)
     EXPECT_EQ(send_style("S", 0.0, 0.0, {"", "", ""}), RTERROR);
 }
 
-// ---- LAYER
-// -----------------------------------------------------------------------------------------------------
+// ---- LAYER ------------------------------------------------------------------------------------------------
 
 TEST_F(texts, LayersAreSetByProgramsOrRefused)
 {

@@ -86,6 +86,13 @@ TEST(TextRoom, OfLetters)
         {"\x80", outline, 556 / CAP, 0, 1},
         {"\xFF", outline, 500 / CAP, -212 / CAP, 1},
         {"\t", outline, 0, 0, 1},
+        {"\xDE", stroke, 2 / 3.0, 0, 1},        // capital thorn has no tail,
+        {"\xFE", stroke, 2 / 3.0, -1 / 3.0, 1}, // the small one has
+        {"\xC7", stroke, 2 / 3.0, -1 / 3.0, 1}, // the cedilla
+        {"\xB5", stroke, 2 / 3.0, -1 / 3.0, 2 / 3.0},
+        {"\x9C", stroke, 2 / 3.0, 0, 2 / 3.0},
+        {"\x85", stroke, 2 / 3.0, 0, 1 / 6.0},
+        {"\x84", stroke, 2 / 3.0, -1 / 3.0, 1 / 6.0},
         {"a b", outline, (556 + 278 + 556) / CAP, 0, 1},
     };
     for (const room_case& c : cases) {
@@ -300,8 +307,7 @@ TEST_F(TextLines, BackwardFitTextStaysBetweenItsPoints)
     EXPECT_NEAR(b.high[0], 20, 1e-9);
 }
 
-// ---- changes
-// ---------------------------------------------------------------------------------------------------
+// ---- changes ----------------------------------------------------------------------------------------------
 
 TEST_F(TextLines, ANewHeightMovesTheDerivedPoint)
 {

@@ -14,3 +14,6 @@ echo "-- refusals"
 zentrik run -d labelled.dxf -i /dev/null -e '(setq s (ssget "X" (list (cons 8 "LABELS"))))' -e '(setvar "CMDECHO" 0)' -e '(setvar "CLAYER" "0")' -e '(command "_.LAYER" "_F" "LABELS" "")' -e '(cf:txtenl 0.5 s)'
 printf '^C\n2\n\n' | zentrik run -d site.dxf -e '(c:txtscale)' -e '(c:txtscale)'
 printf '2\nall\n\n' | zentrik run -d site.dxf --break-after 3 -e '(c:txtscale)'
+echo "-- taken back by one U"
+zentrik run -d site.dxf -i labels.answers -o back.dxf labels.lsp -e '(c:txtscale)' -e '(command "_.U")'
+texts back.dxf | grep -v LOT
