@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "common/directories.h"
+#include "common/key_word.h"
 #include "common/lisp_vars.h"
 #include "common/paths.h"
 #include "interchange/polyline_file.h"
@@ -34,9 +35,9 @@ void take_directories(const resbuf* args, char (&default_path)[ADS_PATH_SIZE])
 
 int ask_polyline_format(int* format)
 {
-    char word[ADS_TEXT_SIZE] = "";
-    acedInitGet(0, "Microstation Zentrik Dtm");
-    const int status = acedGetKword("\nPolyline file format [<Zentrik>/DTM/MicroStation]? ", word);
+    char word[ADS_TEXT_SIZE];
+    const int status =
+        ask_key_word("Microstation Zentrik Dtm", "\nPolyline file format [<Zentrik>/DTM/MicroStation]? ", word);
     if (status == RTCAN)
         return RTCAN;
     *format = POLYLINE_FORMAT_OWN;

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "common/directories.h"
+#include "common/key_word.h"
 #include "common/names.h"
 #include "drawing/pline_props.h"
 #include "drawing/read.h"
@@ -159,9 +160,8 @@ int ask_file_mode(file_mode* mode)
 
 int ask_with_z(bool* with_z)
 {
-    char word[ADS_TEXT_SIZE] = "";
-    acedInitGet(0, "Yes No");
-    const int status = acedGetKword("\nInclude Z coordinate in polyline file (Yes/<No>)? ", word);
+    char word[ADS_TEXT_SIZE];
+    const int status = ask_key_word("Yes No", "\nInclude Z coordinate in polyline file (Yes/<No>)? ", word);
     if (status == RTCAN)
         return RTCAN;
     *with_z = std::strcmp(word, "Yes") == 0;

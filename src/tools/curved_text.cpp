@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "common/arguments.h"
+#include "common/key_word.h"
 #include "common/names.h"
 #include "common/text_buffer.h"
 #include "drawing/chain_queries.h"
@@ -72,10 +73,9 @@ bool ask_size(double* size)
 // *is_word: whether the answer is this one of the key words. False: cancelled.
 bool ask_word(const char* words, const char* prompt, const char* word, bool* is_word)
 {
-    char given[ADS_TEXT_SIZE] = "";
-    acedInitGet(0, words);
-    const int status = acedGetKword(prompt, given);
-    *is_word = status == RTNORM && std::strcmp(given, word) == 0;
+    char given[ADS_TEXT_SIZE];
+    const int status = ask_key_word(words, prompt, given);
+    *is_word = std::strcmp(given, word) == 0;
     return status != RTCAN;
 }
 

@@ -1,6 +1,7 @@
 #include "tools/elevation_questions.h"
 
 #include "common/arguments.h"
+#include "common/key_word.h"
 #include "common/text_buffer.h"
 #include "hostapi/ads.h"
 
@@ -51,19 +52,17 @@ std::string value_text(double value)
 
 bool ask_zeros(elevation_rule* rule)
 {
-    char word[ADS_TEXT_SIZE] = "";
-    acedInitGet(0, "Yes No");
-    const int status = acedGetKword("\nIgnore zero elevations [<Yes>/No]? ", word);
+    char word[ADS_TEXT_SIZE];
+    const int status = ask_key_word("Yes No", "\nIgnore zero elevations [<Yes>/No]? ", word);
     rule->ignore_zero = status != RTNORM || std::string(word) == "Yes";
     return !is_ended(status);
 }
 
 bool ask_mode(elevation_request* want)
 {
-    char word[ADS_TEXT_SIZE] = "";
-    acedInitGet(0, "Absolute Differential");
+    char word[ADS_TEXT_SIZE];
     const std::string prompt = prompt_with("[A]bsolute or [D]ifferential Change", want->mode_text);
-    const int status = acedGetKword(prompt.c_str(), word);
+    const int status = ask_key_word("Absolute Differential", prompt.c_str(), word);
     if (status == RTNORM)
         want->mode_text = word;
     want->rule.mode = upper_letter(want->mode_text);

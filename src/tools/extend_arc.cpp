@@ -11,6 +11,7 @@
 #include <optional>
 #include <string_view>
 
+#include "common/key_word.h"
 #include "common/names.h"
 #include "common/text_buffer.h"
 #include "drawing/picked_segment.h"
@@ -363,12 +364,10 @@ int extend_arc_tool()
 
 void extend_arc(const ads_name name, const ads_point pick)
 {
-    char word[ADS_TEXT_SIZE] = "";
-    acedInitGet(0, "Yes No");
-    const int status = acedGetKword("\nBreak Arc at Extension [Yes/<No>]? ", word);
-    if (status == RTCAN)
+    char word[ADS_TEXT_SIZE];
+    if (ask_key_word("Yes No", "\nBreak Arc at Extension [Yes/<No>]? ", word) == RTCAN)
         return;
     arc_run run;
     if (run.read(name, pick))
-        run.extend(status == RTNORM && std::strcmp(word, "Yes") == 0);
+        run.extend(std::strcmp(word, "Yes") == 0);
 }

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "common/key_word.h"
 #include "common/variables.h"
 #include "hostapi/ads.h"
 #include "tools/arrow_head.h"
@@ -173,9 +174,7 @@ struct leader_choice {
 
 int ask_yes_no(const char* prompt, char (&word)[ADS_TEXT_SIZE])
 {
-    word[0] = '\0';
-    acedInitGet(0, "Yes No");
-    return acedGetKword(prompt, word);
+    return ask_key_word("Yes No", prompt, word);
 }
 
 // RTCAN when the user cancels.
