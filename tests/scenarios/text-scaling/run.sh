@@ -3,8 +3,6 @@ texts() { zentrik list "$1" | grep -E '"(M?TEXT|LINE)"\).*(8 \. "(LABELS|NOTES)"
 cp "$SAMPLES/site.dxf" .
 zentrik run -d site.dxf -i lots.answers -o larger.dxf -e '(c:txtscale)'
 texts larger.dxf
-zentrik run -d site.dxf -i lots.answers -o back.dxf -e '(c:txtscale)' -e '(command "_.U")' >/dev/null
-texts site.dxf >before; texts back.dxf | diff before - && echo "and taken back"
 echo "-- every kind"
 zentrik run -d site.dxf -i labels.answers -o labelled.dxf labels.lsp -e '(c:txtscale)' -e '(getvar "CMDECHO")' -e '(getvar "CLAYER")'
 texts labelled.dxf
