@@ -21,7 +21,7 @@ struct leader_shape {
     double head_direction = 0.0; // from the line to the tip
     // From the tip on; the last one is the hook before the text, if it has one.
     std::vector<std::pair<point3, point3>> lines;
-    point3 text_middle;     // of the edge of the text that is next to the leader
+    point3 text_middle; // of the edge of the text that is next to the leader
     bool text_runs_left = false;
 };
 

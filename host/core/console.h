@@ -28,9 +28,9 @@ void answers_from_text(std::string_view utf8);
 void answers_from(std::function<std::optional<std::string>()> next);
 
 // The next answer line for a prompt, with comments skipped and echoed to the history behind the
-// prompt, which the caller has printed; at a terminal it stands there as it was typed. Nothing: the answers have run out; the first such prompt
-// is kept for answers_ended_at, and the program is to end as soon as it can. A line with text that
-// has no place in Windows-1252 is refused with a message and the next one taken.
+// prompt, which the caller has printed; at a terminal it stands there as it was typed. Nothing: the answers
+// have run out; the first such prompt is kept for answers_ended_at, and the program is to end as soon as it
+// can. A line with text that has no place in Windows-1252 is refused with a message and the next one taken.
 std::optional<std::string> next_answer(std::string_view prompt);
 // Puts a line back, to be the next answer.
 void unread_answer(std::string line);
