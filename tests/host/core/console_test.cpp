@@ -72,14 +72,19 @@ TEST_F(Console, HistoryLineStartsOnALineOfItsOwn)
 }
 
 // What stands on a terminal after `session`, which has it as standard input and output; the session gets the
-// end at which a person types.
+// end at which a person types. Nothing on a machine that gives out no terminals.
 template <class Session>
-std::string on_a_terminal(Session session)
+std::optional<std::string> on_a_terminal(Session session)
 {
     const int person = posix_openpt(O_RDWR | O_NOCTTY);
-    if (person < 0 || grantpt(person) != 0 || unlockpt(person) != 0)
-        return "no terminal";
-    const int terminal = open(ptsname(person), O_RDWR | O_NOCTTY);
+    if (person < 0)
+        return std::nullopt;
+    const bool is_open = grantpt(person) == 0 && unlockpt(person) == 0;
+    const int terminal = is_open ? open(ptsname(person), O_RDWR | O_NOCTTY) : -1;
+    if (terminal < 0) {
+        close(person);
+        return std::nullopt;
+    }
     host::flush_history();
     const int input = dup(STDIN_FILENO), output = dup(STDOUT_FILENO);
     dup2(terminal, STDIN_FILENO);
@@ -102,7 +107,7 @@ std::string on_a_terminal(Session session)
 TEST(Terminal, AnAnswerTypedAtItIsShownOnce)
 {
     std::optional<std::string> answer;
-    const std::string seen = on_a_terminal([&](int person) {
+    const std::optional<std::string> seen = on_a_terminal([&](int person) {
         host::answers_from_file("-");
         host::history("Where: ");
         host::flush_history();
@@ -111,6 +116,8 @@ TEST(Terminal, AnAnswerTypedAtItIsShownOnce)
             answer = host::next_answer("Where: ");
         host::history_line("done");
     });
+    if (!seen)
+        GTEST_SKIP() << "no terminal can be opened here";
     EXPECT_EQ(answer, "5,5");
     EXPECT_EQ(seen, "Where: 5,5\r\ndone\r\n");
     host::answers_from_text("");
