@@ -12,7 +12,6 @@
 namespace
 {
 
-constexpr double TWO_PI = 6.283185307179586;
 constexpr double SAME_PLACE = 1e-6;
 constexpr double ONE_MINUTE = 0.016666666666666666;
 constexpr double ONE_SECOND = 0.0002777777777777778;

@@ -12,6 +12,8 @@
 
 #include "common/text_buffer.h"
 
+constexpr double TWO_PI = 6.283185307179586;
+
 // Direction from `from` to `to`, both x and y at least: radians counter-clockwise from the x axis, 0 to
 // two pi. 0.0 for points closer than 1e-6.
 double point_angle(const double* from, const double* to);

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "common/names.h"
+#include "drawing/object_list.h"
 #include "drawing/read.h"
 #include "hostapi/ads.h"
 
@@ -59,11 +60,9 @@ pl_vertex* pl_read_line(const resbuf* list)
 
 bool read_picked_segment(const ads_name name, const ads_point pick, picked_segment* segment)
 {
-    resbuf* list = acdbEntGet(name);
-    const bool line = is_line_list(list), polyline = is_polyline_list(list);
-    pl_vertex* chain = line ? pl_read_line(list) : polyline ? pl_read_vertices(name) : nullptr;
-    if (list)
-        acutRelRb(list);
+    const object_list list(name);
+    const bool line = is_line_list(list.get()), polyline = is_polyline_list(list.get());
+    pl_vertex* chain = line ? pl_read_line(list.get()) : polyline ? pl_read_vertices(name) : nullptr;
     if (!line && !polyline) {
         acutPrintf("%s", NOT_A_LINE_OR_POLYLINE);
         return false;

@@ -1,19 +1,19 @@
 #include "drawing/segment_arc.h"
 
+#include "common/angle_text.h"
+
 #include <cmath>
-#include <numbers>
 
 namespace
 {
 
-constexpr double TURN = 2.0 * std::numbers::pi;
 constexpr double LEAST_NORMAL_PART = 1e-7;
 constexpr double TANGENT_LENGTH = 5.0;
 
 double polar_angle(const double* centre, const pl_vertex& v)
 {
     const double angle = std::atan2(v.y - centre[1], v.x - centre[0]);
-    return angle < 0.0 ? angle + TURN : angle;
+    return angle < 0.0 ? angle + TWO_PI : angle;
 }
 
 } // namespace
@@ -51,6 +51,6 @@ segment_arc arc_of_segment(const pl_vertex& a, const pl_vertex& b)
     arc.from = polar_angle(arc.centre, a.bulge > 0.0 ? a : b);
     arc.to = polar_angle(arc.centre, a.bulge > 0.0 ? b : a);
     if (arc.from > arc.to)
-        arc.to += TURN;
+        arc.to += TWO_PI;
     return arc;
 }

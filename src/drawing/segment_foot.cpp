@@ -2,15 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
+#include "common/angle_text.h"
 #include "common/tolerances.h"
 #include "drawing/segment_arc.h"
 
 namespace
 {
 
-constexpr double TURN = 2.0 * std::numbers::pi;
 constexpr double NO_CHORD_SQ = 1e-6;  // stands for the squared length of a chord without length
 constexpr double ON_SEGMENT = 0.0001; // nearer than this a foot gives no direction
 
@@ -37,9 +36,9 @@ bool foot_on_arc(const pl_vertex& a, const pl_vertex& b, const ads_point point, 
     const double dx = point[0] - arc.centre[0], dy = point[1] - arc.centre[1];
     double angle = std::atan2(dy, dx);
     if (angle < 0.0)
-        angle += TURN;
+        angle += TWO_PI;
     const auto in_sweep = [&](double at) { return at >= arc.from && at <= arc.to; };
-    if (!in_sweep(angle) && !in_sweep(angle + TURN))
+    if (!in_sweep(angle) && !in_sweep(angle + TWO_PI))
         return false;
     *foot = {std::fabs(std::hypot(dx, dy) - arc.radius), arc.centre[0], arc.centre[1], true};
     return true;

@@ -3,11 +3,10 @@
 #include "tools/arrow_head.h"
 
 #include <cmath>
-#include <string_view>
 
-#include "common/names.h"
 #include "common/text_buffer.h"
 #include "common/variables.h"
+#include "drawing/object_list.h"
 #include "hostapi/ads.h"
 #include "tools/curve.h"
 #include "tools/drawn_objects.h"
@@ -42,13 +41,8 @@ const pl_vertex* aim_point(const pl_vertex* tip, double size)
 
 bool is_of_leader(const ads_name name)
 {
-    resbuf* list = acdbEntGet(name);
-    const resbuf* node = rb_find(list, 0);
-    const std::string_view type = node && node->resval.rstring ? node->resval.rstring : "";
-    const bool is = type == "TEXT" || type == "MTEXT" || type == "LINE";
-    if (list)
-        acutRelRb(list);
-    return is;
+    const object_list list(name);
+    return list.type() == "TEXT" || list.type() == "MTEXT" || list.type() == "LINE";
 }
 
 // Erases lines and texts from the drawing's end back to the head, the marker, or what was there before both.

@@ -5,11 +5,13 @@
 #include <numbers>
 #include <string_view>
 
+#include "common/angle_text.h"
 #include "common/arguments.h"
 #include "common/key_word.h"
 #include "common/names.h"
 #include "common/text_buffer.h"
 #include "drawing/chain_queries.h"
+#include "drawing/object_list.h"
 #include "drawing/picked_segment.h"
 #include "drawing/read.h"
 #include "drawing/segment_arc.h"
@@ -21,7 +23,6 @@ namespace
 constexpr int CENTRE_GROUP = 10;
 constexpr int RADIUS_GROUP = 40;
 
-constexpr double TURN = 2.0 * std::numbers::pi;
 constexpr double LEAST_DX = 1e-6;          // of a pick exactly above or below the centre
 constexpr double LEAST_NORMAL_PART = 1e-7; // of a direction exactly along x
 constexpr double TANGENT_LENGTH = 3.0;
@@ -132,12 +133,9 @@ bool circle_of_arc(const resbuf* list, text_circle* circle)
 // False, with a message, when what was picked is no arc.
 bool picked_circle(const ads_name name, const ads_point pick, text_circle* circle)
 {
-    resbuf* list = acdbEntGet(name);
-    const bool found =
-        is_polyline_list(list) ? circle_of_polyline(name, pick, circle) : circle_of_arc(list, circle);
-    if (list)
-        acutRelRb(list);
-    return found;
+    const object_list list(name);
+    return is_polyline_list(list.get()) ? circle_of_polyline(name, pick, circle)
+                                        : circle_of_arc(list.get(), circle);
 }
 
 // ---- letters ---------------------------------------------------------------------------------------
@@ -154,7 +152,7 @@ bool draw_letter(const letter_place& place, double size, char letter)
 bool draw_word(const text_circle& circle, const letter_style& style, const ads_point pick,
                std::string_view word)
 {
-    const double step = TURN * style.size / (TURN * circle.radius);
+    const double step = TWO_PI * style.size / (TWO_PI * circle.radius);
     double angle = letter_angle(circle, pick);
     for (const char letter : word) {
         if (!draw_letter(place_letter(circle, style, angle), style.size, letter))

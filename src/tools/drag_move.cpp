@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "common/arguments.h"
+#include "drawing/object_list.h"
 #include "hostapi/ads.h"
 #include "tools/curve.h"
-#include "tools/object_list.h"
 
 namespace
 {

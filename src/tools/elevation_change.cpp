@@ -2,10 +2,10 @@
 
 #include <cstring>
 
+#include "common/held_list.h"
 #include "common/names.h"
 #include "tools/elevation_objects.h"
 #include "tools/elevation_questions.h"
-#include "tools/held_list.h"
 
 namespace
 {

@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
+#include "common/held_list.h"
 #include "common/names.h"
 #include "tools/elevation_objects.h"
-#include "tools/held_list.h"
 
 namespace
 {

@@ -3,13 +3,13 @@
 #include <memory>
 #include <utility>
 
+#include "common/held_list.h"
 #include "common/names.h"
 #include "common/variables.h"
 #include "drawing/read.h"
 #include "drawing/write.h"
 #include "tools/drawn_objects.h"
 #include "tools/elevation_objects.h"
-#include "tools/held_list.h"
 
 namespace
 {

@@ -7,13 +7,14 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
-#include <numbers>
 #include <optional>
 #include <string_view>
 
+#include "common/angle_text.h"
 #include "common/key_word.h"
 #include "common/names.h"
 #include "common/text_buffer.h"
+#include "drawing/object_list.h"
 #include "drawing/picked_segment.h"
 #include "drawing/selection.h"
 #include "hostapi/ads.h"
@@ -21,7 +22,6 @@
 namespace
 {
 
-constexpr double TURN = 2.0 * std::numbers::pi;
 constexpr double CLOSING_GAP = 0.01; // radians that stay open when an arc is extended to its whole circle
 constexpr double WHOLE = 1.0;
 constexpr double LONGEST_TOTAL = 0.999;
@@ -44,12 +44,12 @@ struct arc_undo {
 
 double not_negative(double angle)
 {
-    return angle < 0.0 ? angle + TURN : angle;
+    return angle < 0.0 ? angle + TWO_PI : angle;
 }
 
 double not_above_turn(double angle)
 {
-    return angle > TURN ? angle - TURN : angle;
+    return angle > TWO_PI ? angle - TWO_PI : angle;
 }
 
 // The whole text as a finite number.
@@ -77,10 +77,7 @@ bool begins_with(const char* text, char upper)
 
 bool is_live(const ads_name name)
 {
-    resbuf* list = acdbEntGet(name);
-    if (list)
-        acutRelRb(list);
-    return list != nullptr;
+    return static_cast<bool>(object_list(name));
 }
 
 class arc_run
@@ -332,22 +329,22 @@ bool arc_run::remake()
 
 double circle_part(double length, double radius, double most)
 {
-    const double part = length / (TURN * radius);
+    const double part = length / (TWO_PI * radius);
     return part > 1.0 ? most : part;
 }
 
 arc_angles extended_angles(const arc_angles& arc, double part, bool at_start)
 {
     if (at_start)
-        return {part == WHOLE ? arc.end + CLOSING_GAP : not_negative(arc.start - TURN * part), arc.end};
-    return {arc.start, part == WHOLE ? arc.start - CLOSING_GAP : not_above_turn(arc.end + TURN * part)};
+        return {part == WHOLE ? arc.end + CLOSING_GAP : not_negative(arc.start - TWO_PI * part), arc.end};
+    return {arc.start, part == WHOLE ? arc.start - CLOSING_GAP : not_above_turn(arc.end + TWO_PI * part)};
 }
 
 arc_angles total_angles(const arc_angles& arc, double part, bool at_start)
 {
     if (at_start)
-        return {not_negative(arc.end - TURN * part), arc.end};
-    return {arc.start, not_above_turn(arc.start + TURN * part)};
+        return {not_negative(arc.end - TWO_PI * part), arc.end};
+    return {arc.start, not_above_turn(arc.start + TWO_PI * part)};
 }
 
 int extend_arc_tool()

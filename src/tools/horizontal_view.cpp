@@ -8,7 +8,6 @@
 namespace
 {
 
-constexpr double TWO_PI = 6.283185307179586;
 constexpr int DRAWING_UNIT = -1;
 constexpr int TWIST_DECIMALS = 9;
 

@@ -5,6 +5,7 @@
 
 #include "common/key_word.h"
 #include "common/variables.h"
+#include "drawing/object_list.h"
 #include "hostapi/ads.h"
 #include "tools/arrow_head.h"
 #include "tools/curve.h"
@@ -95,11 +96,8 @@ struct leader_line {
 // An answer may have been an expression that erased it before; erased again it would come back.
 void erase_line(leader_line* line)
 {
-    resbuf* list = line->is_drawn ? acdbEntGet(line->drawn) : nullptr;
-    if (list) {
-        acutRelRb(list);
+    if (line->is_drawn && object_list(line->drawn))
         acdbEntDel(line->drawn);
-    }
     line->is_drawn = false;
 }
 

@@ -8,8 +8,6 @@
 namespace
 {
 
-constexpr double TWO_PI = 6.283185307179586;
-
 enum bearing_code { AZIMUTH = 5, BACKSIGHT_LEFT, BACKSIGHT_RIGHT, DEFLECTION_LEFT, DEFLECTION_RIGHT };
 
 } // namespace

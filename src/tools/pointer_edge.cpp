@@ -1,4 +1,5 @@
 // E: the segment is lengthened, or shortened, to where its line meets a boundary.
+#include "drawing/object_list.h"
 #include "drawing/picked_segment.h"
 #include "drawing/selection.h"
 #include "hostapi/ads.h"
@@ -19,11 +20,9 @@ pl_vertex* ask_boundary()
         acutPrintf("Nothing selected.\n");
         return nullptr;
     }
-    resbuf* list = acdbEntGet(name);
-    const bool fits = is_line_list(list) || is_polyline_list(list);
-    pl_vertex* chain = read_open_chain(name, list);
-    if (list)
-        acutRelRb(list);
+    const object_list list(name);
+    const bool fits = is_line_list(list.get()) || is_polyline_list(list.get());
+    pl_vertex* chain = read_open_chain(name, list.get());
     if (!fits) {
         acutPrintf("\nError: selection not a LINE or POLYLINE");
     } else if (!chain || !chain->next) {

@@ -8,9 +8,9 @@
 #include "common/arguments.h"
 #include "common/tolerances.h"
 #include "drawing/chain_index.h"
+#include "drawing/object_list.h"
 #include "drawing/picked_segment.h"
 #include "hostapi/ads.h"
-#include "tools/object_list.h"
 #include "tools/pointer_state.h"
 
 namespace

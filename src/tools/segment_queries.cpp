@@ -4,9 +4,9 @@
 
 #include "common/angle_text.h"
 #include "common/arguments.h"
+#include "drawing/object_list.h"
 #include "drawing/picked_segment.h"
 #include "hostapi/ads.h"
-#include "tools/object_list.h"
 #include "tools/pointer_state.h"
 
 namespace

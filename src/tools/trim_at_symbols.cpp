@@ -9,9 +9,9 @@
 
 #include "common/names.h"
 #include "common/variables.h"
+#include "drawing/object_list.h"
 #include "drawing/selection.h"
 #include "hostapi/ads.h"
-#include "tools/object_list.h"
 
 namespace
 {

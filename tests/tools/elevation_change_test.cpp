@@ -1,8 +1,8 @@
 // cf:chgpnts: what it sends to the host, what it leaves alone, and what is left when it is broken off.
+#include "common/held_list.h"
 #include "hostapi/ads.h"
 #include "tests/tools/elevation_case.h"
 #include "tools/elevation_objects.h"
-#include "tools/held_list.h"
 
 namespace
 {

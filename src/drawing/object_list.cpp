@@ -1,20 +1,10 @@
-#include "tools/object_list.h"
-
-#include <utility>
+#include "drawing/object_list.h"
 
 #include "common/names.h"
 #include "common/text.h"
 #include "hostapi/ads.h"
 
 object_list::object_list(const ads_name name) : list_(acdbEntGet(name)) {}
-
-object_list::object_list(object_list&& other) noexcept : list_(std::exchange(other.list_, nullptr)) {}
-
-object_list::~object_list()
-{
-    if (list_)
-        acutRelRb(list_);
-}
 
 object_list object_list::with_extended_data(const ads_name name)
 {
@@ -31,12 +21,12 @@ resbuf* object_list::without_name() const
 
 resbuf* object_list::find(int group) const
 {
-    return rb_find(list_, group);
+    return rb_find(list_.get(), group);
 }
 
 std::string_view object_list::text(int group) const
 {
-    const resbuf* node = rb_find(static_cast<const resbuf*>(list_), group);
+    const resbuf* node = rb_find(static_cast<const resbuf*>(list_.get()), group);
     return node && node->resval.rstring ? node->resval.rstring : "";
 }
 

@@ -4,22 +4,19 @@
 #include <string>
 #include <string_view>
 
+#include "common/held_list.h"
 #include "hostapi/adsdef.h"
 
 class object_list
 {
 public:
     explicit object_list(const ads_name name); // empty when there is no such object, or it is erased
-    object_list(object_list&& other) noexcept;
-    object_list(const object_list&) = delete;
-    object_list& operator=(const object_list&) = delete;
-    ~object_list();
 
     // With the extended data of every application.
     static object_list with_extended_data(const ads_name name);
 
-    explicit operator bool() const { return list_ != nullptr; }
-    resbuf* get() const { return list_; }
+    explicit operator bool() const { return static_cast<bool>(list_); }
+    resbuf* get() const { return list_.get(); }
     resbuf* without_name() const; // what is behind the first node, the object's own name
     resbuf* find(int group) const;
     std::string_view text(int group) const; // empty when there is none
@@ -27,7 +24,7 @@ public:
 
 private:
     explicit object_list(resbuf* list) : list_(list) {}
-    resbuf* list_;
+    held_list list_;
 };
 
 std::string in_capitals(std::string_view text);
