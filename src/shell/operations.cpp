@@ -5,6 +5,7 @@
 #include "common/text_buffer.h"
 #include "hostapi/ads.h"
 #include "shell/handlers.h"
+#include "shell/life_handlers.h"
 #include "shell/tool_handlers.h"
 
 const operation OPERATIONS[] = {
@@ -26,7 +27,7 @@ const operation OPERATIONS[] = {
     {19, "t", op_system, false},
     {20, "t", op_select_all_of_application, false},
     {21, "n", op_free_selection, false},
-    {22, "ttt", nullptr, false},
+    {22, "ttt", op_coordinate_program, false},
     {23, "es", op_polyline_vertices, false},
     {24, "t", op_select_of_application, false},
     {25, "ts", nullptr, false},
@@ -37,21 +38,21 @@ const operation OPERATIONS[] = {
     {30, "", op_add_arrow, false},
     {31, "", nullptr, false},
     {32, "", nullptr, false},
-    {33, "ts", nullptr, false},
+    {33, "ts", op_tile_preview, false},
     {34, "tttt", nullptr, false},
-    {35, "", nullptr, false},
-    {36, "t", nullptr, false},
+    {35, "", op_title, false},
+    {36, "t", op_open_pdf, false},
     {37, "", nullptr, false},
-    {38, "", nullptr, false},
+    {38, "", op_help, false},
     {39, "ts", op_find_symbol, false},
     {40, "ts", op_remember_file, false},
     {41, "t", op_config_directory, false},
-    {42, "", nullptr, false},
+    {42, "", op_wizard, false},
     {43, "t", nullptr, false},
-    {44, "t", nullptr, false},
-    {45, "t", nullptr, true},
-    {46, "tsp", nullptr, true},
-    {47, "t", nullptr, false},
+    {44, "t", op_html_help, false},
+    {45, "t", op_status_text, true},
+    {46, "tsp", op_screen_mark, true},
+    {47, "t", op_run_and_wait, false},
     {48, "ttts", op_pick_file, false},
     {49, "", nullptr, false},
     {50, "ts", op_compact_path, false},

@@ -1,0 +1,6 @@
+#include "settings/recent_drawings.h"
+
+resbuf* recent_drawings()
+{
+    return nullptr;
+}

@@ -1,0 +1,3 @@
+#include "settings/title.h"
+
+void title_refresh() {}
