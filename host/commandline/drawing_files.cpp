@@ -118,9 +118,8 @@ task<> ask_and_save(command_io& io, bool with_format, bool takes_name)
     if (!may)
         co_return;
     std::string error;
-    const bool saved = takes_name || io.doc().file.empty()
-                           ? save_under_name(io.doc(), path, version, &error)
-                           : save_and_tell(io.doc(), path, version, &error);
+    const bool saved = takes_name || io.doc().file.empty() ? save_under_name(io.doc(), path, version, &error)
+                                                           : save_and_tell(io.doc(), path, version, &error);
     if (!saved)
         throw command_failed{error};
 }

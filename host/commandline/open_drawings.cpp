@@ -46,7 +46,8 @@ private:
 
 void tell_front()
 {
-    trace_line("documentBecameCurrent").text(std::string_view(db::text_variable(current_document(), "DWGNAME")));
+    trace_line("documentBecameCurrent")
+        .text(std::string_view(db::text_variable(current_document(), "DWGNAME")));
     tell_document_became_current(module_view(current_document()));
 }
 
@@ -110,8 +111,9 @@ std::string asked_name(document& doc)
     if (!existing_path(drawing_path(name)))
         return name;
     const std::string question = name + " already exists.\nDo you want to replace it?";
-    return MessageBoxA(1, question.c_str(), "Save Drawing As", MB_YESNO | MB_ICONWARNING) == IDYES ? name
-                                                                                                   : std::string();
+    return MessageBoxA(1, question.c_str(), "Save Drawing As", MB_YESNO | MB_ICONWARNING) == IDYES
+               ? name
+               : std::string();
 }
 
 } // namespace

@@ -86,8 +86,8 @@ class command_stack final : public AcEdCommandStack
 {
 public:
     // 1: a group has each name once.
-    int addCommand(const char* group, const char* global_name, const char* local_name, int flags,
-                   void (*run)(), void*, int, void*) override
+    int addCommand(const char* group, const char* global_name, const char* local_name, int flags, void (*run)(),
+                   void*, int, void*) override
     {
         trace_line("addCommand").text(group).text(global_name).integer(flags);
         if (!group || !global_name || !*global_name || !run)
@@ -104,7 +104,7 @@ public:
     {
         trace_line("removeGroup").text(group);
         return group && std::erase_if(entries_, [&](const entry& e) { return same_text(e.group, group); }) ? 0
-                                                                                                          : 1;
+                                                                                                           : 1;
     }
     const module_command* find(std::string_view name) const
     {
