@@ -20,6 +20,7 @@
 #include "host/core/trace.h"
 #include "host/database/entities.h"
 #include "host/database/sysvars.h"
+#include "host/dialogs/message_loop.h"
 #include "host/lisp/api.h"
 
 namespace host::commandline
@@ -81,6 +82,7 @@ ending finish(std::unique_ptr<running_command> gone)
                  name);
     if (afterwards)
         afterwards();
+    dialogs::run_paints();
     close_idle_drawings();
     return how;
 }
@@ -433,7 +435,7 @@ void run_session(document& first)
         const std::string begun = take_unfinished_input();
         show_prompt(COMMAND_PROMPT);
         history(begun);
-        const std::optional<std::string> line = next_answer("Command: ");
+        const std::optional<std::string> line = dialogs::wait_for_answer("Command: ", dialogs::loop::prompt);
         if (!line)
             return;
         run_line(current_document(), begun + *line);
