@@ -288,7 +288,7 @@ int MessageBoxA(HWND, const char* text, const char* title, unsigned style)
 
 HWND GetActiveWindow()
 {
-    return 1;
+    return fake.active_window;
 }
 
 int SetWindowTextA(HWND, const char* text)
@@ -310,7 +310,16 @@ std::vector<std::string> keys; // path of a key, handle - 1
 
 std::string root_of(HKEY key)
 {
-    return key == HKEY_LOCAL_MACHINE ? "" : key == HKEY_CURRENT_USER ? "USER\\" : keys[key - 1] + "\\";
+    switch (key) {
+    case HKEY_LOCAL_MACHINE:
+        return "";
+    case HKEY_CURRENT_USER:
+        return "HKCU\\";
+    case HKEY_CLASSES_ROOT:
+        return "HKCR\\";
+    default:
+        return keys[key - 1] + "\\";
+    }
 }
 
 // The index-th of the names that stand behind `start`, up to the next of `ends`.
@@ -387,24 +396,6 @@ long RegEnumValueA(HKEY key, DWORD index, char* name, DWORD* name_size, DWORD* t
     const long named = hand_out(found, name, name_size);
     const long given = hand_out(value.second, data, size);
     return named != ERROR_SUCCESS ? named : given;
-}
-
-const char* GetCommandLineA()
-{
-    return fake.started_as.c_str();
-}
-
-HWND adsw_acadMainWnd()
-{
-    return 1;
-}
-
-LRESULT SendMessageA(HWND window, unsigned message, WPARAM, LPARAM data)
-{
-    const auto* handed = reinterpret_cast<const COPYDATASTRUCT*>(data);
-    if (window == adsw_acadMainWnd() && message == WM_COPYDATA && handed->dwData == 1)
-        fake.typed.push_back({static_cast<const char*>(handed->lpData), handed->cbData});
-    return 0;
 }
 
 // ---- dialogs ------------------------------------------------------------------------------------

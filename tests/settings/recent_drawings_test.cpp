@@ -22,7 +22,7 @@ struct machine : host_session {
     }
     static void used(const std::string& id, const std::string& name, const std::string& path)
     {
-        fake.registry["USER\\" + HOST + "\\" + id + "\\Recent File List|" + name] = {TEXT, path};
+        fake.registry["HKCU\\" + HOST + "\\" + id + "\\Recent File List|" + name] = {TEXT, path};
     }
 };
 
@@ -89,7 +89,7 @@ TEST(RecentDrawings, AreNoneWithoutAnInstallationOrAList)
     EXPECT_EQ(listed(), texts{}) << "an installation that doesn't say where it lies";
     session.installed("A", "C:\\Elsewhere");
     EXPECT_EQ(listed(), texts{}) << "another one runs";
-    fake.registry.erase("USER\\" + HOST + "\\A\\Recent File List|File1");
+    fake.registry.erase("HKCU\\" + HOST + "\\A\\Recent File List|File1");
     session.installed("A", "C:\\Program Files\\Acad");
     EXPECT_EQ(listed(), texts{}) << "no list";
     EXPECT_TRUE(session.heap_is_as_before());
@@ -112,7 +112,7 @@ TEST(RecentDrawings, ValuesWithFileInTheirNameCount)
     session.used("A", "File1", "C:\\a.dwg");
     session.used("A", "LastFile", "C:\\b.dwg");
     session.used("A", "file9", "C:\\c.dwg");
-    fake.registry["USER\\" + HOST + "\\A\\Recent File List|FileTimes"] = {BINARY, "\1\2"};
+    fake.registry["HKCU\\" + HOST + "\\A\\Recent File List|FileTimes"] = {BINARY, "\1\2"};
     EXPECT_EQ(listed(), (texts{"C:\\a.dwg", "C:\\b.dwg"}));
 }
 

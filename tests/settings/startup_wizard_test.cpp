@@ -50,7 +50,7 @@ struct wizard : host_session {
     ~wizard() { wizard_calls = {}; }
     static void used(int number, const std::string& path)
     {
-        fake.registry["USER\\" + HOST + "\\A\\Recent File List|File" + std::to_string(number)] = {TEXT, path};
+        fake.registry["HKCU\\" + HOST + "\\A\\Recent File List|File" + std::to_string(number)] = {TEXT, path};
     }
     // Runs the wizard with what the person does; whether it came.
     bool run(std::function<void()> person = nullptr)

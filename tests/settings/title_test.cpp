@@ -34,13 +34,11 @@ TEST(Title, ShowsTheCoordinateFile)
     EXPECT_TRUE(session.heap_is_as_before());
 }
 
-TEST(Title, ShowsNoneWithoutAFileOrADrawing)
+TEST(Title, ShowsNoneWithoutAFile)
 {
     host_session session;
     title_refresh();
     EXPECT_EQ(fake.window_title, "AutoCAD with Zentrik KRW - [CRD: NONE]");
-    fake.document_open = false;
-    EXPECT_EQ(title_with("C:\\Jobs\\site.crd"), "AutoCAD with Zentrik KRW - [CRD: NONE]");
 }
 
 } // namespace
