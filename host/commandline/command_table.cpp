@@ -5,6 +5,7 @@
 #include "host/commandline/dim_commands.h"
 #include "host/commandline/draw_commands.h"
 #include "host/commandline/edit_commands.h"
+#include "host/commandline/help.h"
 #include "host/commandline/settings.h"
 #include "host/core/text.h"
 
@@ -29,6 +30,7 @@ const std::vector<command_entry>& all_commands()
         {"END", end_command},
         {"ERASE E", erase_command},
         {"EXPLODE X", explode_command},
+        {"HELP ?", help_command, COMMAND_NO_STEP},
         {"INSERT I", insert_command},
         {"LAYER LA", layer_command},
         {"LINE L", line_command},
