@@ -5,7 +5,6 @@
 #include "host/commandline/dim_commands.h"
 #include "host/commandline/draw_commands.h"
 #include "host/commandline/edit_commands.h"
-#include "host/commandline/help.h"
 #include "host/commandline/settings.h"
 #include "host/core/text.h"
 
@@ -17,11 +16,12 @@ const std::vector<command_entry>& all_commands()
     static const std::vector<command_entry> commands = {
         {"3DPOLY 3P", polyline_3d_command},
         {"ARC A", arc_command},
+        {"ARX", arx_command},
         {"BLOCK B", block_command},
         {"CHANGE", change_command},
         {"CHPROP", chprop_command},
         {"CIRCLE C", circle_command},
-        {"CLOSE", close_command},
+        {"CLOSE", close_command, COMMAND_APPLICATION},
         {"COLOR COL COLOUR", color_command},
         {"COPY CO CP", copy_command},
         {"DIM", dim_command},
@@ -30,15 +30,15 @@ const std::vector<command_entry>& all_commands()
         {"END", end_command},
         {"ERASE E", erase_command},
         {"EXPLODE X", explode_command},
-        {"HELP ?", help_command, COMMAND_NO_STEP},
+        {"HELP ?", help_command, COMMAND_NO_STEP | COMMAND_INSIDE},
         {"INSERT I", insert_command},
         {"LAYER LA", layer_command},
         {"LINE L", line_command},
         {"LINETYPE LT LTYPE", linetype_command},
         {"MIRROR MI", mirror_command},
         {"MOVE M", move_command},
-        {"NEW", new_command},
-        {"OPEN", open_command},
+        {"NEW", new_command, COMMAND_APPLICATION},
+        {"OPEN", open_command, COMMAND_APPLICATION},
         {"PAN P", pan_command},
         {"PLINE PL", polyline_command},
         {"POINT PO", point_command},

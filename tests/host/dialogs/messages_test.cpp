@@ -292,7 +292,7 @@ TEST_F(Messages, PromptComesAgainBehindAKey)
     int value = 0;
     EXPECT_EQ(acedGetInt("\nHow many: ", &value), RTNORM);
     EXPECT_EQ(value, 12);
-    EXPECT_EQ(history, "How many: @key F1\n[help] contents: no help viewer is there yet\nHow many: 12\n");
+    EXPECT_EQ(history, "How many: @key F1\n[help] there is no page 'host.html' in zentrik.chm\nHow many: 12\n");
 }
 
 TEST_F(Messages, EscapeCancelsAPromptAndEnterAnswersIt)
