@@ -8,6 +8,8 @@
 #include "host/core/heap.h"
 #include "host/core/module.h"
 #include "host/core/reactors.h"
+#include "host/files/installation.h"
+#include "host/files/registry.h"
 #include "host/lisp/api.h"
 #include "tests/host/commandline/session.h"
 #include "tests/host/files/temporary_directory.h"
@@ -270,6 +272,28 @@ TEST_F(Documents, EachLoadsTheStartFileBetweenLoadAndFront)
     set_start_file({});
     EXPECT_EQ(heard(), "start(NEW) created(D2) load(D2) file(D2) front(D2) end(NEW)");
     EXPECT_EQ(value_of("started"), "T");
+}
+
+TEST_F(Documents, TheLastOnesStandInTheListOfRecentFiles)
+{
+    const auto first_recent = [] {
+        const auto key = run_registry()->find(recent_drawings_key());
+        const registry_value* value = key ? key->value("File1") : nullptr;
+        return value ? short_name(value->data) : std::string();
+    };
+    send("NEW|.");
+    EXPECT_EQ(first_recent(), "");
+    send("SAVEAS||" + path("a"));
+    EXPECT_EQ(first_recent(), "a.dwg");
+    make("b");
+    EXPECT_EQ(first_recent(), "b.dwg");
+    send("OPEN|" + path("a.dwg"));
+    EXPECT_EQ(first_recent(), "a.dwg");
+    send("OPEN|" + path("missing.dwg"));
+    EXPECT_EQ(first_recent(), "a.dwg");
+    send("QSAVE");
+    acDocManagerPtr()->appContextOpenDocument(path("b.dwg").c_str());
+    EXPECT_EQ(first_recent(), "b.dwg");
 }
 
 // ---- names and variables
