@@ -13,6 +13,7 @@
 #include "host/core/trace.h"
 #include "host/database/selection_sets.h"
 #include "host/database/sysvars.h"
+#include "host/dialogs/message_loop.h"
 #include "host/lisp/api.h"
 
 namespace host::commandline
@@ -493,7 +494,7 @@ void show_prompt(std::string_view prompt)
 
 std::optional<input> user_input(document& doc, std::string_view prompt)
 {
-    const std::optional<std::string> line = next_answer(prompt);
+    const std::optional<std::string> line = dialogs::wait_for_answer(prompt, dialogs::loop::prompt);
     if (!line || same_text(trimmed(*line), "^C"))
         return input::cancelled();
     const std::string_view bare = trimmed(*line);

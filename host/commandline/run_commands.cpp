@@ -18,6 +18,7 @@
 #include "host/core/trace.h"
 #include "host/database/entities.h"
 #include "host/database/sysvars.h"
+#include "host/dialogs/message_loop.h"
 #include "host/lisp/api.h"
 
 namespace host::commandline
@@ -76,6 +77,7 @@ ending finish(document& doc)
                  name);
     if (afterwards)
         afterwards();
+    dialogs::run_paints();
     return how;
 }
 
@@ -276,7 +278,7 @@ void run_session(document& first)
     while (has_document() && !quit_requested()) {
         document& doc = current_document();
         show_prompt("\nCommand: ");
-        const std::optional<std::string> line = next_answer("Command: ");
+        const std::optional<std::string> line = dialogs::wait_for_answer("Command: ", dialogs::loop::prompt);
         if (!line)
             return;
         const std::string_view text = trimmed(*line);

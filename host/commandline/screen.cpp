@@ -13,6 +13,7 @@
 #include "host/core/document.h"
 #include "host/core/trace.h"
 #include "host/database/sysvars.h"
+#include "host/dialogs/windows.h"
 
 namespace host::commandline
 {
@@ -117,6 +118,7 @@ const std::vector<screen_vector>& screen_vectors(document& doc)
 void clear_screen_vectors(document& doc)
 {
     doc.part<screen>().vectors.clear();
+    dialogs::invalidate(dialogs::DRAWING_WINDOW, nullptr, true);
 }
 
 const text_screen& shown_text_screen()

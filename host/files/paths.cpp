@@ -19,6 +19,20 @@
 namespace host
 {
 
+std::string absolute_path(const std::string& path)
+{
+    if (!path.empty() && path[0] == '/')
+        return path;
+    char* here = getcwd(nullptr, 0);
+    if (!here)
+        return path;
+    std::string out = here;
+    free(here);
+    if (out.back() != '/')
+        out += '/';
+    return out + path;
+}
+
 namespace
 {
 
@@ -160,20 +174,6 @@ bool is_file(const std::string& path)
     return stat(path.c_str(), &state) == 0 && !S_ISDIR(state.st_mode);
 }
 
-std::string absolute(const std::string& path)
-{
-    if (!path.empty() && path[0] == '/')
-        return path;
-    char* here = getcwd(nullptr, 0);
-    if (!here)
-        return path;
-    std::string out = here;
-    free(here);
-    if (out.back() != '/')
-        out += '/';
-    return out + path;
-}
-
 // Where the product keeps what programs ask for by a bare name.
 constexpr const char* PRODUCT_DIRECTORIES[] = {"",        "dialogs/", "lisp/", "symbols/",
                                                "slides/", "samples/", "help/"};
@@ -194,7 +194,7 @@ std::optional<std::string> existing_file(const std::string& path)
 {
     const std::string found = file_path(path);
     if (is_file(found))
-        return absolute(found);
+        return absolute_path(found);
     return std::nullopt;
 }
 

@@ -25,6 +25,7 @@ std::map<std::string, ads_callback> actions;
 int running_result = 0;
 bool running = false;
 int next_errno = 0;
+std::vector<std::string> open_keys; // key handle - 1
 
 resbuf* node_of(const fake_value& value)
 {
@@ -276,10 +277,15 @@ void GlobalMemoryStatus(MEMORYSTATUS* status)
 
 long RegOpenKeyExA(HKEY parent, const char* path, DWORD, DWORD, HKEY* key)
 {
-    const std::string wanted = std::string(path) + "|";
+    const char* root = parent == HKEY_LOCAL_MACHINE ? "" : parent == HKEY_CLASSES_ROOT ? "HKCR\\" : nullptr;
+    if (!root)
+        return ERROR_FILE_NOT_FOUND;
+    const std::string wanted = root + std::string(path) + "|";
     for (const auto& [name, value] : fake.registry)
-        if (parent == HKEY_LOCAL_MACHINE && name.compare(0, wanted.size(), wanted) == 0) {
-            *key = 1;
+        if (name.compare(0, wanted.size(), wanted) == 0) {
+            open_keys.push_back(wanted);
+            *key = static_cast<HKEY>(open_keys.size());
+            ++fake.open_keys;
             return ERROR_SUCCESS;
         }
     return ERROR_FILE_NOT_FOUND;
@@ -287,25 +293,25 @@ long RegOpenKeyExA(HKEY parent, const char* path, DWORD, DWORD, HKEY* key)
 
 long RegCloseKey(HKEY)
 {
+    --fake.open_keys;
     return ERROR_SUCCESS;
 }
 
-long RegQueryValueExA(HKEY, const char* name, DWORD*, DWORD* type, unsigned char* data, DWORD* size)
+long RegQueryValueExA(HKEY key, const char* name, DWORD*, DWORD* type, unsigned char* data, DWORD* size)
 {
-    for (const auto& [key, value] : fake.registry) {
-        if (key.substr(key.find('|') + 1) != name)
-            continue;
-        const DWORD needed = static_cast<DWORD>(value.second.size() + 1);
-        *type = value.first;
-        if (*size < needed) {
-            *size = needed;
-            return ERROR_MORE_DATA;
-        }
+    const auto found = fake.registry.find(open_keys[key - 1] + name);
+    if (found == fake.registry.end())
+        return ERROR_FILE_NOT_FOUND;
+    const auto& value = found->second;
+    const DWORD needed = static_cast<DWORD>(value.second.size() + 1);
+    *type = value.first;
+    if (*size < needed) {
         *size = needed;
-        std::memcpy(data, value.second.c_str(), needed);
-        return ERROR_SUCCESS;
+        return ERROR_MORE_DATA;
     }
-    return ERROR_FILE_NOT_FOUND;
+    *size = needed;
+    std::memcpy(data, value.second.c_str(), needed);
+    return ERROR_SUCCESS;
 }
 
 // ---- dialogs ------------------------------------------------------------------------------------

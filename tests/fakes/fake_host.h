@@ -52,7 +52,9 @@ struct fake_host {
     std::deque<int> message_answers;
     std::vector<std::string> messages; // "caption|text|style"
 
-    std::map<std::string, std::pair<std::uint32_t, std::string>> registry; // "key|name": type and value
+    // "key|name": type and value. Keys of the classes root begin with "HKCR\", all others are the machine's.
+    std::map<std::string, std::pair<std::uint32_t, std::string>> registry;
+    int open_keys = 0;
 
     // Dialogs: the files that can be loaded with the dialogs in them; what a person does once one runs.
     std::map<std::string, std::vector<std::string>> dialogs;
@@ -63,6 +65,14 @@ struct fake_host {
     int loaded_files = 0; // loaded and not unloaded
 
     std::uint64_t free_physical = 0, free_virtual = 0;
+
+    // Other programs and libraries: each call as "name argument ...", in their order.
+    std::vector<std::string> calls;
+    bool programs_start = true;
+    int polls_until_the_end = 0;                                // of a program
+    int open_programs = 0;                                      // process and thread handles not given back
+    std::map<std::string, std::string> environment;             // for %NAME%
+    std::map<std::string, std::map<unsigned, void*>> libraries; // by name: functions by ordinal
 };
 extern fake_host fake;
 
