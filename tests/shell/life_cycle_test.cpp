@@ -177,8 +177,6 @@ TEST(Operation45, ShowsItsTextInTheStatusBar)
 TEST(Operation45, ANarrowStatusBarHasNoPane)
 {
     module_session session;
-    const host::dialogs::window bar_size = {};
-    (void)bar_size;
     const int width = host::dialogs::find_window(host::dialogs::STATUS_BAR)->width;
     const int height = host::dialogs::find_window(host::dialogs::STATUS_BAR)->height;
     host::dialogs::resize_window(host::dialogs::STATUS_BAR, 799, height);

@@ -1,0 +1,26 @@
+# A session over two drawings: what the module does at each load, save, unload and change of drawing.
+cp "$SAMPLES/site.dxf" one.dxf
+cp "$SAMPLES/site.dxf" two.dxf
+zentrik run --trace trace -d one.dxf \
+    -e '(setq crdfile "C:/JOB/SOUTH.CRD" ocptnm "101" bsptnm "102")' \
+    -e '(command "_.QSAVE")' \
+    -e '(command "_.ZTOPEN")' \
+    -e '(setq opendwgname "two.dxf")' \
+    -e '(command "_.ZTOPEN")' \
+    -e '(list (getvar "DWGNAME") crdfile (getvar "LISPINIT"))' \
+    -e '(setq crdfile "C:/JOB/NORTH.CRD" data2dwg 1 tmpdir$ "elsewhere")' \
+    -e '(command "_.QSAVE")' \
+    -e '(= tmpdir$ (getvar "DWGPREFIX"))' \
+    -e '(cf:zentutil "" 46 "on" 2 (list 640000.0 5120000.0 0.0))' \
+    -e '(arxunload "zentutil")' \
+    -e '(type cf:zentutil)' \
+    -e '(command "_.QSAVE")' \
+    -e '(arxload "zentutil")' \
+    -e '(cf:zentutil "" 51 " A ")' \
+    -e '(command "_.ZTCLOSE")' \
+    -e '(list (getvar "DWGNAME") (getvar "DWGTITLED"))' </dev/null
+echo "status $?"
+echo "--- settings"
+grep crdfile ./*.ini
+echo "--- what the module did"
+grep -E '^ *(acrxEntryPoint|acrxUnlock|registerApp|Ac[A-Z][A-Za-z]*::|Afx|~?CDynLink|SetWindows|Unhook|addCommand|removeGroup|Create|DestroyW|SetWindowText|appContext|closeDocument)' trace
