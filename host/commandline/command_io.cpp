@@ -59,7 +59,7 @@ bool command_io::waiter::advance()
         std::optional<input> given;
         const bool user = !io_.queue_ || user_answers_;
         if (user) {
-            given = user_input(io_.doc_, prompt);
+            given = user_input(io_.doc_, asking_.asked(), prompt);
             if (!given) {
                 prompt_shown_ = false;
                 continue;

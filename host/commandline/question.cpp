@@ -2,6 +2,8 @@
 // first, then as what the prompt wants; what fits neither is refused in words that say what is wanted.
 #include "host/commandline/question.h"
 
+#include "host/commandline/commands.h"
+
 #include <charconv>
 #include <cmath>
 
@@ -492,12 +494,16 @@ void show_prompt(std::string_view prompt)
     history(prompt);
 }
 
-std::optional<input> user_input(document& doc, std::string_view prompt)
+std::optional<input> user_input(document& doc, const question& what, std::string_view prompt)
 {
     const std::optional<std::string> line = dialogs::wait_for_answer(prompt, dialogs::loop::prompt);
     if (!line || same_text(trimmed(*line), "^C"))
         return input::cancelled();
     const std::string_view bare = trimmed(*line);
+    // A text may begin with any letter.
+    const bool takes_any = what.kind == want::text || what.kind == want::word || what.rules & RSG_OTHER;
+    if (!takes_any && bare.starts_with('\'') && run_transparent(doc, bare))
+        return std::nullopt;
     const bool is_lisp = bare.starts_with('(') || (bare.size() > 1 && bare.front() == '!');
     if (!is_lisp)
         return input::of_text(*line);
@@ -513,7 +519,7 @@ answer ask_user(document& doc, const question& what)
     for (;;) {
         const std::string prompt = asking.prompt();
         show_prompt(prompt);
-        const std::optional<input> given = user_input(doc, prompt);
+        const std::optional<input> given = user_input(doc, asking.asked(), prompt);
         if (!given)
             continue;
         if (asking.feed(*given))

@@ -138,6 +138,6 @@ answer ask_user(document& doc, const question& what);
 void show_prompt(std::string_view prompt);
 // One line of the user for a prompt that has been shown, as an input; LISP in it is evaluated. Nothing:
 // the LISP failed or gave nothing, ask again.
-std::optional<input> user_input(document& doc, std::string_view prompt);
+std::optional<input> user_input(document& doc, const question& what, std::string_view prompt);
 
 } // namespace host::commandline

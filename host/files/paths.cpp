@@ -262,6 +262,25 @@ std::optional<std::string> find_file(std::string_view name)
     return std::nullopt;
 }
 
+std::optional<std::string> find_module_file(std::string_view name)
+{
+    std::vector<std::string> names = {std::string(name)};
+    const std::string_view extension = extension_of(name);
+    if (same_text(extension, ".arx"))
+        names.push_back(std::string(name.substr(0, name.size() - extension.size())) + ".so");
+    else if (!same_text(extension, ".so"))
+        names.push_back(std::string(name) + ".so");
+    for (const std::string& one : names) {
+        if (auto found = find_file(one))
+            return found;
+        if (!names_its_place(one))
+            for (const std::string& directory : run_settings().modules)
+                if (auto found = existing_file(directory + one))
+                    return found;
+    }
+    return std::nullopt;
+}
+
 std::string directory_of(std::string_view path)
 {
     const std::size_t at = last_separator(path);

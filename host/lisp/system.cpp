@@ -16,22 +16,24 @@ namespace
 {
 
 // Of a module that can't be loaded or unloaded: `otherwise` if there is one, else an error.
-value refused(interpreter& l, arguments a, const char* what)
+value refused(interpreter& l, arguments a, const char* what, const std::string& why)
 {
     if (a.count > 1)
         return a[1];
-    l.fail(std::string(what) + " failed: " + prin1_text(a[0]));
+    l.fail(std::string(what) + " failed: " + prin1_text(a[0]) + (why.empty() ? "" : ": " + why));
 }
 
 value load_one(interpreter& l, arguments a)
 {
-    const std::optional<std::string> path = find_file(a.text(0));
-    return path && load_module(*path) ? a[0] : refused(l, a, "ARXLOAD");
+    const std::optional<std::string> path = find_module_file(a.text(0));
+    std::string why = "there is no such file";
+    return path && load_module(*path, &why) ? a[0] : refused(l, a, "ARXLOAD", why);
 }
 
 value unload_one(interpreter& l, arguments a)
 {
-    return unload_module(a.text(0)) ? a[0] : refused(l, a, "ARXUNLOAD");
+    std::string why;
+    return unload_module(a.text(0), &why) ? a[0] : refused(l, a, "ARXUNLOAD", why);
 }
 
 value loaded(interpreter&, arguments)
