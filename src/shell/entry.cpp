@@ -118,6 +118,7 @@ void forget(void*)
 {
     status_pane_remove();
     screen_marks_forget();
+    main_window = doc_window = nullptr;
     cmd_active = lisp_active = help_pending = 0;
     current_function[0] = '\0';
 }

@@ -1,6 +1,7 @@
 # A session over two drawings: what the module does at each load, save, unload and change of drawing.
 cp "$SAMPLES/site.dxf" one.dxf
 cp "$SAMPLES/site.dxf" two.dxf
+printf 'no\nno\nno\nno\n' > answers # drop the changes
 zentrik run --trace trace -d one.dxf \
     -e '(setq crdfile "C:/JOB/SOUTH.CRD" ocptnm "101" bsptnm "102")' \
     -e '(command "_.QSAVE")' \
@@ -17,9 +18,11 @@ zentrik run --trace trace -d one.dxf \
     -e '(command "_.QSAVE")' \
     -e '(arxload "zentutil")' \
     -e '(cf:zentutil "" 51 " A ")' \
+    -e '(command "_.QSAVE")' \
     -e '(command "_.ZTCLOSE")' \
-    -e '(list (getvar "DWGNAME") (getvar "DWGTITLED"))' </dev/null
-echo "status $?"
+    -e '(list (getvar "DWGNAME") (getvar "DWGTITLED"))' -i answers |
+    sed "s#$PWD#.#"
+echo "status ${PIPESTATUS[0]}"
 echo "--- settings"
 grep crdfile ./*.ini
 echo "--- what the module did"
