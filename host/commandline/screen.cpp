@@ -13,6 +13,7 @@
 #include "host/core/document.h"
 #include "host/core/trace.h"
 #include "host/database/sysvars.h"
+#include "host/dialogs/message_loop.h"
 #include "host/dialogs/windows.h"
 
 namespace host::commandline
@@ -155,6 +156,7 @@ int acedRedraw(const ads_name entity, int mode)
 
 int acedUpdateDisplay()
 {
+    host::dialogs::run_paints();
     return RTNORM;
 }
 

@@ -353,12 +353,16 @@ void end_all_dialogs()
 {
     for (const auto& one : table().open)
         end_dialog(*one, DLGCANCEL);
-    // Those that were never started have no loop that would drop them.
-    std::erase_if(table().open, [](const auto& one) {
+    // Those that were never started have no loop that would drop them. What hears of their end may look at
+    // the table.
+    std::vector<HWND> gone;
+    std::erase_if(table().open, [&gone](const auto& one) {
         if (!one->running)
-            close_window(one->window);
+            gone.push_back(one->window);
         return !one->running;
     });
+    for (const HWND window : gone)
+        close_window(window);
 }
 
 // ---- tiles

@@ -20,7 +20,9 @@ namespace
 {
 
 constexpr COLORREF INK = 0x000000;
-constexpr long MOST_LINES = 4'000'000; // of a walk; blocks in blocks can be more than anybody can wait for
+// Of a walk: blocks in blocks can be more than anybody can wait for, while other objects are as long as the
+// file is.
+constexpr long MOST_LINES_OF_BLOCKS = 1'000'000;
 constexpr double ROUGH = 0.02;         // of an arc's size, for the extent
 constexpr double FINE = 0.4;           // pixels, for the picture
 constexpr int LAYER_FROZEN = 1;
@@ -29,14 +31,15 @@ constexpr int LAYER_FROZEN = 1;
 class line_sink : public db::shape_sink
 {
 public:
-    bool is_full() const { return count_ >= MOST_LINES; }
+    long count() const { return count_; }
     void move(const db::vec& to) override { at_ = to; }
     void line(const db::vec& to) override
     {
         const db::vec from = std::exchange(at_, to);
         const bool is_sound =
             std::isfinite(from.x) && std::isfinite(from.y) && std::isfinite(to.x) && std::isfinite(to.y);
-        if (is_sound && count_++ < MOST_LINES)
+        count_++;
+        if (is_sound)
             take(from, to);
     }
     void arc(const db::arc_piece& piece) override
@@ -151,10 +154,17 @@ bool is_shown(const db::database& db, const db::object& entity)
 // Lines without an end say nothing of the extent.
 void walk(const db::database& db, line_sink& sink, bool with_endless)
 {
-    for (db::object_id id = db::first_entity(db, db.model_space()); id && !sink.is_full();
-         id = db::next_entity(db, id))
-        if ((with_endless || !db::is_endless(db, id)) && is_shown(db, db.at(id)))
-            db::trace_shape(db, id, sink);
+    long of_blocks = 0;
+    for (db::object_id id = db::first_entity(db, db.model_space()); id; id = db::next_entity(db, id)) {
+        const bool has_block = db.is(id, "INSERT") || db.is(id, "DIMENSION");
+        if ((!with_endless && db::is_endless(db, id)) || !is_shown(db, db.at(id)) ||
+            (has_block && of_blocks >= MOST_LINES_OF_BLOCKS))
+            continue;
+        const long before = sink.count();
+        db::trace_shape(db, id, sink);
+        if (has_block)
+            of_blocks += sink.count() - before;
+    }
 }
 
 bool draw_file(const char* path, window& onto, const COLORREF* background)

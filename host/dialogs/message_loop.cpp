@@ -52,8 +52,9 @@ struct loop_state {
     std::uintptr_t last_timer = 0;
     std::int64_t passed = 0; // beside the host's clock
     int depth = 0;
-    int drawing = 0; // number of the drawing that was in front at the last turn
-    std::vector<WPARAM> keys;
+    int drawing = 0;          // number of the drawing that was in front at the last turn
+    std::vector<WPARAM> keys; // that no hook has swallowed
+    int turns = 0;            // loops that are at work, one in the other
 };
 
 loop_state& state()
@@ -284,6 +285,9 @@ void forget_messages_of(HWND window)
 std::vector<WPARAM> run_messages(loop where)
 {
     loop_state& s = state();
+    std::vector<WPARAM> outer; // keys of the loop around this one are not its own
+    if (s.turns++ > 0)
+        outer = std::exchange(s.keys, {});
     notice_drawing();
     run_posted(where);
     paint_all(where);
@@ -293,7 +297,8 @@ std::vector<WPARAM> run_messages(loop where)
         run_posted(where);
         paint_all(where);
     }
-    return std::exchange(s.keys, {});
+    s.turns--;
+    return std::exchange(s.keys, std::move(outer));
 }
 
 void run_paints()

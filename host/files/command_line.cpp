@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/core/text.h"
+#include "host/files/associations.h"
 #include "host/files/command_words.h"
 #include "host/files/names.h"
 #include "host/files/programs.h"
@@ -28,11 +29,18 @@ std::optional<program_to_start> with_arguments(std::string_view name, std::strin
 
 std::optional<program_to_start> program_for(std::string_view name, std::string_view line)
 {
-    return with_arguments(name, first_word(line).rest);
+    const std::string_view rest = first_word(line).rest;
+    if (batch_of(name))
+        return program_for_batch({std::string(name), std::string(rest)});
+    return with_arguments(name, rest);
 }
 
 std::optional<program_to_start> program_for_line(std::string_view line)
 {
+    if (auto document = program_for_opening(line))
+        return document;
+    if (const auto batch = batch_of(line))
+        return program_for_batch(*batch);
     const program_word first = first_word(line);
     if (auto found = with_arguments(first.name, first.rest))
         return found;

@@ -1,4 +1,4 @@
-// hostapi/processes.h: the command line of this program, and the environment.
+// hostapi/processes.h: the environment.
 #include <algorithm>
 #include <cstring>
 #include <string>
@@ -64,9 +64,4 @@ extern "C" DWORD ExpandEnvironmentStringsA(const char* text, char* out, DWORD si
         *out = '\0';
     }
     return static_cast<DWORD>(full.size() + 1);
-}
-
-extern "C" const char* GetCommandLineA()
-{
-    return "";
 }

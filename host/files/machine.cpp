@@ -9,6 +9,7 @@
 #include "host/core/console.h"
 #include "host/core/text.h"
 #include "host/core/trace.h"
+#include "host/files/associations.h"
 #include "host/files/paths.h"
 #include "host/files/programs.h"
 #include "hostapi/windows.h"
@@ -26,6 +27,21 @@ std::uint64_t amount(const std::string& table, const std::string& name)
     if (std::sscanf(table.c_str() + at + name.size() + 2, "%llu", &kilobytes) != 1)
         return 0;
     return kilobytes * 1024;
+}
+
+// Waits until it has ended; -1 when it can't be started.
+int run_batch(const host::batch_call& batch)
+{
+    const auto program = host::program_for_batch(batch);
+    if (!program)
+        return -1;
+    const pid_t started = host::start_program(program->file, program->words);
+    if (started == 0) {
+        host::complain(batch.file + ": " + host::program_path(program->file) +
+                       " can't be started: " + std::strerror(errno));
+        return -1;
+    }
+    return host::wait_for_end(started);
 }
 
 } // namespace
@@ -71,6 +87,8 @@ int host_system(const char* command)
         return answer(-1);
     if (!host::may_start_programs(command))
         return answer(-1);
+    if (const auto batch = host::batch_of(command))
+        return answer(run_batch(*batch));
     const pid_t shell = host::start_program("/bin/sh", {"sh", "-c", host::utf8_of(command)});
     if (shell == 0) {
         host::complain("the shell can't be started: " + std::string(std::strerror(errno)));

@@ -51,6 +51,18 @@ bool is_separator(std::string_view path, std::size_t at)
     return path[at] == '/' || (path[at] == '\\' && !escape_at(path, at));
 }
 
+// A letter that stands for the root.
+char root_letter()
+{
+    const auto& drives = run_settings().drives;
+    for (char letter = 'Z'; letter > 'A'; letter--) {
+        const auto found = drives.find(letter);
+        if (found == drives.end() || found->second == "/")
+            return letter;
+    }
+    return 'A';
+}
+
 struct split_path {
     std::string head; // "", "/", "//", or a drive's directory with a separator at its end
     std::vector<std::string> components;
@@ -291,6 +303,34 @@ std::string file_name_of(std::string_view path)
 {
     const std::size_t at = last_separator(path);
     return std::string(at == std::string_view::npos ? path : path.substr(at + 1));
+}
+
+std::string drive_path(std::string_view path)
+{
+    std::string out;
+    std::vector<std::string> components;
+    const auto add = [&components](const split_path& parts) {
+        for (const std::string& component : parts.components) {
+            if (component == ".." && !components.empty())
+                components.pop_back();
+            else if (component != "." && component != "..")
+                components.push_back(program_name(component));
+        }
+    };
+    const split_path parts = split(path);
+    if (path.size() >= 2 && is_letter(path[0]) && path[1] == ':') {
+        out = path.substr(0, 2);
+    } else if (parts.head == "//") {
+        out = "\\";
+    } else {
+        if (parts.head.empty())
+            add(split(absolute_path({})));
+        out = std::string(1, root_letter()) + ":";
+    }
+    add(parts);
+    for (const std::string& component : components)
+        out += '\\' + component;
+    return components.empty() ? out + '\\' : out;
 }
 
 std::string program_path(std::string_view real)

@@ -35,6 +35,9 @@ std::optional<std::string> find_file(std::string_view name);
 std::optional<std::string> find_module_file(std::string_view name);
 // `path` of this file system, from the root on.
 std::string absolute_path(const std::string& path);
+// An absolute path as programs of the platform hold it, with backslashes and a drive letter: the one that
+// `path` has, else one whose directory is the root (Z unless that is set). Windows-1252 for any form.
+std::string drive_path(std::string_view path);
 // Directory of `path` with its separator; the name behind it.
 std::string directory_of(std::string_view path);
 std::string file_name_of(std::string_view path);

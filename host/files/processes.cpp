@@ -2,7 +2,6 @@
 #include "hostapi/processes.h"
 
 #include <algorithm>
-#include <csignal>
 #include <map>
 #include <memory>
 #include <thread>
@@ -45,13 +44,8 @@ struct process {
     ~process()
     {
         look();
-        if (ended || id == 0)
-            return;
-        sigset_t all, before;
-        sigfillset(&all);
-        pthread_sigmask(SIG_SETMASK, &all, &before); // signals are for the main thread
-        std::thread([left = id] { host::wait_for_end(left); }).detach();
-        pthread_sigmask(SIG_SETMASK, &before, nullptr);
+        if (!ended && id != 0)
+            host::leave_program(id);
     }
 };
 

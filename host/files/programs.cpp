@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
+#include <thread>
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -131,6 +133,15 @@ int wait_for_end(pid_t program)
         if (errno != EINTR)
             return -1;
     return status_of(raw);
+}
+
+void leave_program(pid_t program)
+{
+    sigset_t all, before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before); // signals are for the main thread
+    std::thread([program] { wait_for_end(program); }).detach();
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
 } // namespace host

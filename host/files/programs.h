@@ -29,5 +29,7 @@ pid_t start_program(const std::string& file, const std::vector<std::string>& wor
 // Nothing while it runs.
 std::optional<int> ended_with(pid_t program);
 int wait_for_end(pid_t program);
+// Nobody asks after it any more; its end is still taken note of, as the system wants it.
+void leave_program(pid_t program);
 
 } // namespace host

@@ -99,7 +99,7 @@ value registry_write(interpreter& l, arguments a)
         }
     }
     std::string error;
-    return set_registry_value(utf8_of(a.text(0)), std::move(held), &error) ? written : value::nil();
+    return set_registry_value(utf8_of(a.text(0)), held, &error) ? written : value::nil();
 }
 
 // Names of the keys below one, or with a second argument those of its values.

@@ -223,10 +223,11 @@ TEST(Operation45, ANarrowStatusBarHasNoPane)
 
 // ---- operation 46
 
-// The colour under the middle of a mark at a world point.
+// The colour under the middle of a mark at a world point, when the window has been painted anew.
 COLORREF drawn_at(double x, double y)
 {
-    SendMessageA(host::dialogs::DRAWING_WINDOW, WM_PAINT, 0, 0);
+    InvalidateRect(host::dialogs::DRAWING_WINDOW, nullptr, 1);
+    host::dialogs::paint_window(host::dialogs::DRAWING_WINDOW);
     const ads_point at = {x, y, 0.0};
     int column = 0, row = 0;
     EXPECT_NE(acedCoordFromWorldToPixel(2, at, &column, &row), 0);
