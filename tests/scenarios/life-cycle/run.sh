@@ -20,10 +20,17 @@ zentrik run --trace trace -d one.dxf \
     -e '(cf:zentutil "" 51 " A ")' \
     -e '(command "_.QSAVE")' \
     -e '(command "_.ZTCLOSE")' \
-    -e '(list (getvar "DWGNAME") (getvar "DWGTITLED"))' -i answers |
-    sed "s#$PWD#.#"
-echo "status ${PIPESTATUS[0]}"
+    -e '(list (getvar "DWGNAME") (getvar "DWGTITLED"))' -i answers > history
+echo "status $?"
+sed "s#$PWD#.#" history
 echo "--- settings"
 grep crdfile ./*.ini
 echo "--- what the module did"
-grep -E '^ *(acrxEntryPoint|acrxUnlock|registerApp|Ac[A-Z][A-Za-z]*::|Afx|~?CDynLink|SetWindows|Unhook|addCommand|removeGroup|Create|DestroyW|SetWindowText|appContext|closeDocument)' trace
+grep -E '^ *(acrxEntryPoint|acrxUnlock|registerApp|Ac[A-Z][A-Za-z]*::|Afx|~?CDynLink|SetWindows|Unhook|addCommand|removeGroup|Create|DestroyW|SetWindowText|appContext|closeDocument|acdbEntMake .*"BLOCK")' trace
+echo "--- closing when nothing has changed"
+zentrik run --trace trace --registry none.reg -d one.dxf -e '(setq opendwgname "two.dxf")' \
+    -e '(command "_.ZTOPEN")' -e '(command "_.ZTCLOSE")' </dev/null
+grep closeDocument trace
+echo "--- help in a running function, by F1"
+printf '@key F1\n\nanswer\n' > answers
+zentrik run -i answers -e '(defun c:topic () (getstring "Name: "))' -e '(c:topic)'
