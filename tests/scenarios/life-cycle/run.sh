@@ -32,5 +32,5 @@ zentrik run --trace trace --registry none.reg -d one.dxf -e '(setq opendwgname "
     -e '(command "_.ZTOPEN")' -e '(command "_.ZTCLOSE")' </dev/null
 grep closeDocument trace
 echo "--- help in a running function, by F1"
-printf '@key F1\n\nanswer\n' > answers
-zentrik run -i answers -e '(defun c:topic () (getstring "Name: "))' -e '(c:topic)'
+printf '@key F1\nanswer\n' > answers
+zentrik run -i answers -e '(defun c:topic () (getstring "Name: "))' -e '(c:topic)' | grep -E '^(Name|\[help|")'
