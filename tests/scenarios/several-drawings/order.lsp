@@ -9,11 +9,9 @@
 (print (list "in front" (named) "changed" (/= 0 (getvar "DBMOD")) mine))
 (command "_.OPEN" "one")
 (print (list "in front" (named)))
-(command "_.QSAVE")
-(command "_.CLOSE")
+(command "_.CLOSE" "_Yes") ; its point is lost
 (print (list "in front" (named)))
-(command "_.QSAVE")
-(command "_.CLOSE")
+(command "_.CLOSE" "_Yes") ; its point is lost
 (print (list "in front" (named) (= home (named)) mine))
 (command "_.OPEN" "two")
 (command "_.OPEN" "one")
