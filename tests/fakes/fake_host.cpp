@@ -44,6 +44,11 @@ resbuf* node_of(const fake_value& value)
     }
 }
 
+bool is_missing(const char* key)
+{
+    return std::find(fake.missing_tiles.begin(), fake.missing_tiles.end(), key) != fake.missing_tiles.end();
+}
+
 ads_htile tile_of(const std::string& key)
 {
     const auto found = std::find(tile_keys.begin(), tile_keys.end(), key);
@@ -370,15 +375,25 @@ int ads_action_tile(ads_hdlg, const char* key, ads_callback action)
 
 int ads_set_tile(ads_hdlg, const char* key, const char* value)
 {
+    if (is_missing(key))
+        return RTERROR;
     fake.tiles[key] = value;
     return RTNORM;
 }
 
 int ads_get_tile(ads_hdlg, const char* key, char* value, int size)
 {
+    if (is_missing(key))
+        return RTERROR;
     const std::string text = fake.tiles[key].substr(0, static_cast<std::size_t>(size - 1));
     std::memcpy(value, text.c_str(), text.size() + 1);
     return RTNORM;
+}
+
+int ads_mode_tile(ads_hdlg, const char* key, int mode)
+{
+    fake.modes.push_back(std::string(key) + "=" + std::to_string(mode));
+    return is_missing(key) ? RTERROR : RTNORM;
 }
 
 int ads_get_attr_string(ads_htile tile, const char* attribute, char* value, int size)

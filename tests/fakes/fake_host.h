@@ -60,7 +60,9 @@ struct fake_host {
     std::map<std::string, std::vector<std::string>> dialogs;
     std::function<void()> person;
     std::map<std::string, std::string> tiles;
-    std::vector<std::string> unknown_tiles;
+    std::vector<std::string> unknown_tiles; // pressed without an action
+    std::vector<std::string> missing_tiles; // that the dialog doesn't know
+    std::vector<std::string> modes;         // "key=mode" as they were set
     std::string window_title;
     int loaded_files = 0; // loaded and not unloaded
 
