@@ -84,7 +84,7 @@ DWORD GetCurrentThreadId()
 
 const char* GetCommandLineA()
 {
-    return "";
+    return fake.started_as.c_str();
 }
 
 DWORD ExpandEnvironmentStringsA(const char* text, char* out, DWORD size)
@@ -145,10 +145,12 @@ HWND adsw_acadMainWnd()
 LRESULT SendMessageA(HWND window, unsigned message, WPARAM, LPARAM lparam)
 {
     std::string call = "SendMessageA " + std::to_string(window) + " " + std::to_string(message);
-    if (message == WM_COPYDATA)
-        call += " [" +
-                std::string(static_cast<const char*>(reinterpret_cast<const COPYDATASTRUCT*>(lparam)->lpData)) +
-                "]";
+    if (message == WM_COPYDATA) {
+        const auto* data = reinterpret_cast<const COPYDATASTRUCT*>(lparam);
+        call += " [" + std::string(static_cast<const char*>(data->lpData)) + "]";
+        if (data->dwData == 1)
+            fake.typed.push_back({static_cast<const char*>(data->lpData), data->cbData});
+    }
     note(call);
     return 0;
 }

@@ -99,12 +99,12 @@ TEST_F(DialogMemory, TilesThatTheDialogDoesNotKnowKeepTheirStoredValue)
 {
     put("dialogs.ini", "pts,first,pt,'shared'\npts,first,elev,'7'\n");
     put("pts.ini", "pts,first,pt,'own'\n");
-    fake.missing_tiles = {"pt", "elev"};
+    fake.absent_tiles = {"pt", "elev"};
     dlg_save_all(DIALOG, "pts", "first", DIALOG_MEMORY_SHARED);
     EXPECT_EQ(file("dialogs.ini"), "pts,first,pt,'own'\npts,first,elev,'7'\n");
     dlg_save_tile(DIALOG, "pts", "first", "elev", 0);
     EXPECT_EQ(file("pts.ini"), "pts,first,pt,'own'\npts,first,elev,'7'\n");
-    fake.missing_tiles.push_back("none");
+    fake.absent_tiles.push_back("none");
     dlg_save_tile(DIALOG, "pts", "first", "none", 0);
     EXPECT_EQ(file("pts.ini"), "pts,first,pt,'own'\npts,first,elev,'7'\npts,first,none,''\n");
 }
@@ -143,10 +143,10 @@ TEST_F(DialogMemory, TilesAreFoundByPartsOfTheirLines)
     for (const auto& one : cases) {
         SCOPED_TRACE(one.what);
         put("x.dcl", one.dcl);
-        fake.modes.clear();
+        fake.mode_calls.clear();
         dlg_enable_all(DIALOG, "x", "d");
         std::string keys;
-        for (const std::string& mode : fake.modes) {
+        for (const std::string& mode : fake.mode_calls) {
             EXPECT_EQ(mode.substr(mode.find('=')), "=0");
             keys += mode.substr(0, mode.find('=')) + ";";
         }
@@ -168,14 +168,14 @@ TEST_F(DialogMemory, LongLinesOfADialogFileAreTwoLines)
     const std::string tile = ": e { key = \"k\"; }";
     for (const int blanks : {109, 110}) {
         put("x.dcl", "d : dialog {\n\n" + std::string(static_cast<std::size_t>(blanks), ' ') + tile + "\n");
-        fake.modes.clear();
+        fake.mode_calls.clear();
         dlg_enable_all(DIALOG, "x", "d");
-        EXPECT_EQ(fake.modes.size(), 1u) << "only the brace or the line feed is cut off";
+        EXPECT_EQ(fake.mode_calls.size(), 1u) << "only the brace or the line feed is cut off";
     }
     put("x.dcl", "d : dialog {\n\n" + std::string(118, ' ') + tile + "\n");
-    fake.modes.clear();
+    fake.mode_calls.clear();
     dlg_enable_all(DIALOG, "x", "d");
-    EXPECT_TRUE(fake.modes.empty());
+    EXPECT_TRUE(fake.mode_calls.empty());
 }
 
 TEST_F(DialogMemory, WithoutTheDialogNothingIsWritten)
@@ -186,7 +186,7 @@ TEST_F(DialogMemory, WithoutTheDialogNothingIsWritten)
     dlg_enable_all(DIALOG, "absent", "first");
     EXPECT_EQ(file("dialogs.ini"), "pts,none,a,'1'\n");
     EXPECT_EQ(file("dialogs.new"), "<none>");
-    EXPECT_TRUE(fake.modes.empty());
+    EXPECT_TRUE(fake.mode_calls.empty());
 }
 
 TEST_F(DialogMemory, UnsetDirectoriesEndEverything)
@@ -205,7 +205,7 @@ TEST_F(DialogMemory, UnsetDirectoriesEndEverything)
             EXPECT_EQ(dlg_load_all(DIALOG, "pts", "first", DIALOG_MEMORY_BOTH), 0);
             EXPECT_EQ(value("pt"), "<none>");
             EXPECT_EQ(file("dialogs.ini"), "pts,first,pt,'1'\n");
-            EXPECT_TRUE(fake.modes.empty());
+            EXPECT_TRUE(fake.mode_calls.empty());
         }
         fake.lisp[unset] = before;
     }
