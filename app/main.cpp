@@ -79,6 +79,9 @@ void add_run(CLI::App& program, run_options& options)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     run->footer("Commands of the module, for -e as '(c:pointer)' or for a program:\n"
                 "  plwrite, plread            polyline files\n"
+                "  wizard                     begins a drawing that has no name yet: opens one, or sets one up\n"
+                "  open_dwg, start_wiz        what the wizard does at its end: opens the drawing that it is given,\n"
+                "                             and saves a new one as dwg_filenm\n"
                 "  pointer                    draws on from a line or polyline by distances and bearings\n"
                 "  horizview                  turns the view level with a line\n"
                 "  extendarc                  makes an arc longer or shorter\n"
