@@ -1,4 +1,4 @@
-// Questions that are no dialogs of DCL: alerts, message boxes, file dialogs, help.
+// Questions that are no dialogs of DCL: alerts, message boxes, file dialogs.
 #include <cstring>
 #include <string>
 #include <vector>
@@ -110,18 +110,6 @@ int acedAlert(const char* text)
 {
     host::history_line("[alert] " + std::string(text ? text : ""));
     return RTNORM;
-}
-
-int acedHelp(const char* file, const char* topic, int command)
-{
-    host::trace_line line("acedHelp");
-    line.text(file).text(topic).integer(command);
-    host::history_line("[help] " +
-                       std::string(topic && *topic ? topic
-                                   : file && *file ? file
-                                                   : "contents") +
-                       ": no help viewer is there yet");
-    return line.status(RTNORM);
 }
 
 int MessageBoxA(HWND owner, const char* text, const char* title, unsigned style)
