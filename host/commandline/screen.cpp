@@ -190,6 +190,8 @@ int acedMenuCmd(const char* text)
 
 int acedCoordFromWorldToPixel(int viewport, const ads_point world, int* x, int* y)
 {
+    if (!host::has_document())
+        return 0; // a hook may ask while the last drawing closes
     host::document& doc = current_document();
     const host::list_ptr size = host::db::get_variable(doc, "SCREENSIZE");
     if (viewport < 0 || !size || !(size->resval.rpoint[1] > 0.0))

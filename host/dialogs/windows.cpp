@@ -383,6 +383,10 @@ HWND CreateWindowExA(DWORD, const char* window_class, const char* text, DWORD st
     const window* owner = find_window(parent);
     const HWND made =
         known && owner && !owner->is_going ? make_child(parent, known, text ? text : "", id, width, height) : 0;
+    if (host::dialogs::window* child = find_window(made)) {
+        child->x = x;
+        child->y = y;
+    }
     invalidate(made, nullptr, true);
     line.result(std::to_string(made));
     return made;

@@ -23,6 +23,7 @@ struct window {
     HWND number = 0, parent = 0; // parent 0: a frame or dialog of its own
     std::string class_name, title;
     std::uint32_t id = 0; // among its parent's children
+    int x = 0, y = 0;     // in the parent, of what programs made
     int width = 0, height = 0;
     std::vector<HWND> children; // in the order of their making, which is that of GetWindow
     HFONT font = 0;

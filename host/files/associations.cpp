@@ -99,7 +99,8 @@ bool is_batch_file(std::string_view name)
 
 std::string how_to_set()
 {
-    return "no program is set for .bat files. Set one in the registry, " + program_path(registry_file()) +
+    return "no program is set for .bat files. Set one in the registry, " +
+           program_path(absolute_path(registry_file())) +
            ", with these lines:\n"
            "[HKEY_CLASSES_ROOT\\.bat]\n"
            "@=\"batfile\"\n"
@@ -150,7 +151,7 @@ std::optional<program_to_start> program_for_opening(std::string_view line)
     return std::nullopt;
 }
 
-bool open_document(const std::string& document)
+bool show_document(const std::string& document)
 {
     if (!may_start_programs(document))
         return false;

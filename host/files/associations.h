@@ -24,7 +24,7 @@ std::optional<program_to_start> program_for_document(const std::string& document
 std::optional<program_to_start> program_for_opening(std::string_view line);
 
 // Starts what opens `document` and doesn't wait. False when there is nothing, or when it can't be started.
-bool open_document(const std::string& document);
+bool show_document(const std::string& document);
 
 // ---- batch files, which no program of this system runs by itself
 

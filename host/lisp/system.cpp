@@ -1,12 +1,14 @@
 // system.cpp: modules, other programs, the registry.
 #include "host/core/module.h"
 #include "host/core/text.h"
+#include "host/files/associations.h"
 #include "host/files/paths.h"
 #include "host/files/registry.h"
 #include "host/lisp/builtins.h"
 #include "host/lisp/printer.h"
 #include "hostapi/ads.h"
 #include "hostapi/files.h"
+#include "hostapi/processes.h"
 #include "hostapi/windows.h"
 
 namespace host::lisp
@@ -56,6 +58,18 @@ std::string quoted(const std::string& text)
 value start(interpreter&, arguments a)
 {
     std::string line = a.text(0);
+    if (batch_of(line)) {
+        if (a.given(1))
+            line += " \"" + a.text(1) + "\"";
+        PROCESS_INFORMATION process;
+        const STARTUPINFO startup{};
+        if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, 0, NORMAL_PRIORITY_CLASS, nullptr, nullptr,
+                            &startup, &process))
+            return value::nil();
+        CloseHandle(process.hThread);
+        CloseHandle(process.hProcess);
+        return value::integer(33);
+    }
     if (a.given(1))
         line += " " + quoted(file_exists(a.text(1).c_str()) ? real_path(a.text(1)) : a.text(1));
     return host_system((line + " &").c_str()) == 0 ? value::integer(33) : value::nil();

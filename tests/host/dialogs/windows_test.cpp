@@ -92,6 +92,8 @@ TEST_F(Windows, ChildOfTheStatusBarKeepsItsTextAndFont)
     ASSERT_NE(pane, 0u);
     EXPECT_EQ(class_of(pane), "Static");
     EXPECT_EQ(GetDlgItem(bar, 7), pane);
+    EXPECT_EQ(find_window(pane)->x, 900);
+    EXPECT_EQ(find_window(pane)->width, 110);
     EXPECT_EQ(GetWindow(bar, GW_CHILD), pane);
     const HFONT font = CreateFontA(16, 8, 0, 0, FW_NORMAL, 0, 0, 0, 0, 0, 0, 0, FIXED_PITCH, "Courier New");
     SendMessageA(pane, WM_SETFONT, font, 1);

@@ -134,22 +134,22 @@ TEST_F(Associations, AMissingProgramOfAnOpenCommandStartsNothing)
     unlink((tmp.path + "/programs/xdg-open").c_str());
     testing::internal::CaptureStderr();
     EXPECT_EQ(started("xdg-open \"C:\\A.PDF\""), "");
-    EXPECT_FALSE(host::open_document("C:\\A.PDF"));
+    EXPECT_FALSE(host::show_document("C:\\A.PDF"));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
 TEST_F(Associations, TheHostOpensDocumentsByThem)
 {
     const std::string file = tmp.write("help/Book One.chm", "");
-    EXPECT_TRUE(host::open_document("C:\\HELP\\BOOK ONE.CHM"));
+    EXPECT_TRUE(host::show_document("C:\\HELP\\BOOK ONE.CHM"));
     for (int i = 0; i < 500 && tmp.read("told").size() < 12; i++)
         usleep(10000);
     EXPECT_EQ(tmp.read("told"), "<xdg-open>\n<" + file + ">\n");
-    EXPECT_FALSE(host::open_document("C:\\HELP\\NONE.CHM"));
-    EXPECT_FALSE(host::open_document(tmp.write("a.xyz", "")));
+    EXPECT_FALSE(host::show_document("C:\\HELP\\NONE.CHM"));
+    EXPECT_FALSE(host::show_document(tmp.write("a.xyz", "")));
     host::run_settings().no_shell = true;
     testing::internal::CaptureStderr();
-    EXPECT_FALSE(host::open_document(file));
+    EXPECT_FALSE(host::show_document(file));
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "zentrik: other programs may not be started in this run: " + file + "\n");
 }
