@@ -31,7 +31,7 @@ void close_others(void*)
     const std::unique_ptr<AcApDocumentIterator> documents(manager->newAcApDocumentIterator());
     for (; documents && !documents->done(); documents->step()) {
         AcApDocument* document = documents->document();
-        if (document == manager->curDocument())
+        if (!document || document == manager->curDocument())
             continue;
         manager->closeDocument(document);
         // The window of the drawing goes by messages.

@@ -44,6 +44,11 @@ resbuf* node_of(const fake_value& value)
     }
 }
 
+bool is_absent(const char* key)
+{
+    return std::find(fake.absent_tiles.begin(), fake.absent_tiles.end(), key) != fake.absent_tiles.end();
+}
+
 fake_value value_of(const resbuf& node)
 {
     return node.restype == RTSTR    ? text_value(node.resval.rstring)
@@ -459,13 +464,15 @@ int ads_action_tile(ads_hdlg, const char* key, ads_callback action)
 
 int ads_set_tile(ads_hdlg, const char* key, const char* value)
 {
+    if (is_absent(key))
+        return RTERROR;
     fake.tiles[key] = value;
     return RTNORM;
 }
 
 int ads_get_tile(ads_hdlg, const char* key, char* value, int size)
 {
-    if (std::find(fake.absent_tiles.begin(), fake.absent_tiles.end(), key) != fake.absent_tiles.end())
+    if (is_absent(key))
         return RTERROR;
     const std::string text = fake.tiles[key].substr(0, static_cast<std::size_t>(size - 1));
     std::memcpy(value, text.c_str(), text.size() + 1);
@@ -484,6 +491,7 @@ int ads_get_attr_string(ads_htile tile, const char* attribute, char* value, int 
 int ads_mode_tile(ads_hdlg, const char* key, int mode)
 {
     fake.modes[key] = mode;
+    fake.mode_calls.push_back(std::string(key) + "=" + std::to_string(mode));
     return RTNORM;
 }
 

@@ -67,6 +67,7 @@ struct fake_host {
     std::vector<std::string> absent_tiles;                 // keys that the dialogs don't have
     std::map<std::string, std::vector<std::string>> lists; // of list tiles
     std::map<std::string, int> modes;                      // the last one set of a tile
+    std::vector<std::string> mode_calls;                   // "key=mode" in the order of the calls
     std::vector<std::string> fills;                        // "tile: x y width height color"
     std::string window_title;
     int loaded_files = 0; // loaded and not unloaded

@@ -56,3 +56,9 @@ echo '== the page for users'
 mkdir page && cd page
 printf '!new\n!select1\nplan.dwg\nmetric=1\nhsc=500\ntxts=0.25\n!ok\n' > answers
 zentrik run -i answers -e '(c:wizard)' -e '(mapcar (quote getvar) (list "DWGNAME" "DIMSCALE" "DIMTXT"))' -e sv:sf
+cd ..
+echo '== when the module is loaded'
+mkdir load && cd load
+printf '!new\n!select1\nplan.dwg\n!ok\n' | zentrik run --trace trace -e '(setq use_startwiz 1)' \
+    -e '(arxunload "zentutil.so")' -e '(arxload "zentutil.so")' -e '(getvar "DWGNAME")'
+grep -E '^(acrxEntryPoint|SendMessageA 1 74|SetWindowTextA 1 "Auto)' trace
