@@ -79,6 +79,10 @@ bool command_io::waiter::advance()
                 history(given->shown());
                 history("\n");
             }
+            if (given->is_text && run_in_place_of_answer(io_.doc_, asking_.asked(), given->text)) {
+                prompt_shown_ = false;
+                continue;
+            }
         }
         prompt_shown_ = false;
         if (given->cancel) {

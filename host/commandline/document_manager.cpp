@@ -91,10 +91,6 @@ private:
             return Acad::eNotApplicable;
         if (!file || !*file)
             return Acad::eInvalidInput;
-        if (document* there = document_of_file(drawing_to_read(file))) {
-            bring_to_front(*there);
-            return Acad::eOk;
-        }
         std::string error;
         if (open_in_front(file, &error))
             return Acad::eOk;

@@ -182,10 +182,6 @@ task<> open_command(command_io& io)
     const answer given = co_await io.ask(ask_text("\nEnter name of drawing to open: "));
     if (given.none())
         co_return;
-    if (document* there = document_of_file(drawing_to_read(given.text))) {
-        bring_to_front(*there);
-        co_return;
-    }
     std::string error;
     if (!open_in_front(given.text, &error))
         throw command_failed{error};

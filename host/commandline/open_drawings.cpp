@@ -16,6 +16,7 @@
 #include "host/database/sysvars.h"
 #include "host/database/views.h"
 #include "host/files/paths.h"
+#include "host/files/recent_files.h"
 #include "hostapi/ads.h"
 #include "hostapi/windows.h"
 
@@ -130,7 +131,15 @@ std::string shown_name(document& doc)
 
 document* open_in_front(std::string_view path, std::string* error)
 {
-    return opened_from(path, true, error);
+    if (document* there = document_of_file(drawing_to_read(path))) {
+        note_recent_drawing(shown_name(*there));
+        bring_to_front(*there);
+        return there;
+    }
+    document* const opened = opened_from(path, true, error);
+    if (opened)
+        note_recent_drawing(shown_name(*opened));
+    return opened;
 }
 
 document* new_from_template(std::string_view path, std::string* error)
@@ -218,8 +227,10 @@ bool save_under_name(document& doc, std::string_view path, std::string_view vers
     const std::string before = doc.file, named_before = doc.named;
     doc.file = drawing_path(path);
     doc.named = path;
-    if (save_and_tell(doc, path, version, error))
+    if (save_and_tell(doc, path, version, error)) {
+        note_recent_drawing(shown_name(doc));
         return true;
+    }
     doc.file = before;
     doc.named = named_before;
     return false;

@@ -26,7 +26,8 @@ namespace host::commandline
 // Run for each drawing that is opened (the product's commands); none by default.
 void set_start_file(std::function<void(document&)> load);
 
-// A drawing in a document of its own, in front. Null with the reason in `error`: then nothing has changed.
+// A drawing in front: one that is open already, or in a document of its own. Null with the reason in `error`:
+// then nothing has changed.
 document* open_in_front(std::string_view path, std::string* error);
 document* new_drawing(std::string* error);
 // New and unnamed, with the contents of a file.

@@ -494,15 +494,20 @@ void show_prompt(std::string_view prompt)
     history(prompt);
 }
 
+bool run_in_place_of_answer(document& doc, const question& what, std::string_view given)
+{
+    // A text may begin with any letter.
+    const bool takes_any = what.kind == want::text || what.kind == want::word || what.rules & RSG_OTHER;
+    return !takes_any && trimmed(given).starts_with('\'') && run_transparent(doc, given);
+}
+
 std::optional<input> user_input(document& doc, const question& what, std::string_view prompt)
 {
     const std::optional<std::string> line = dialogs::wait_for_answer(prompt, dialogs::loop::prompt);
     if (!line || same_text(trimmed(*line), "^C"))
         return input::cancelled();
     const std::string_view bare = trimmed(*line);
-    // A text may begin with any letter.
-    const bool takes_any = what.kind == want::text || what.kind == want::word || what.rules & RSG_OTHER;
-    if (!takes_any && bare.starts_with('\'') && run_transparent(doc, bare))
+    if (run_in_place_of_answer(doc, what, bare))
         return std::nullopt;
     const bool is_lisp = bare.starts_with('(') || (bare.size() > 1 && bare.front() == '!');
     if (!is_lisp)

@@ -31,7 +31,7 @@ namespace
 {
 
 using library_entry = int (*)(HINSTANCE, DWORD, void*);
-constexpr DWORD ATTACHED = 1, DETACHED = 0;
+constexpr DWORD ATTACHED = 1, DETACHED = 0; // reasons of DllMain
 
 struct call_frame {
     int code;

@@ -10,6 +10,7 @@
 
 #include "host/core/console.h"
 #include "host/core/document.h"
+#include "host/core/module.h"
 #include "host/core/session.h"
 #include "host/core/text.h"
 #include "host/core/trace.h"
@@ -33,6 +34,7 @@ struct hook {
     HHOOK number;
     int kind;
     HOOKPROC procedure; // null: removed
+    loaded_module* owner;
 };
 
 struct timer {
@@ -83,6 +85,7 @@ LRESULT call_hook_before(std::size_t end, int kind, int code, WPARAM wparam, LPA
         if (one.kind != kind || !one.procedure)
             continue;
         s.running.push_back(one.number);
+        const module_call inside(one.owner);
         const LRESULT answer = one.procedure(code, wparam, lparam);
         s.running.pop_back();
         return answer;
@@ -373,6 +376,25 @@ int timer_count()
     return static_cast<int>(state().timers.size());
 }
 
+namespace
+{
+
+std::string drop_hooks(const loaded_module* leaving)
+{
+    int count = 0;
+    for (hook& one : state().hooks)
+        if (one.owner == leaving && one.procedure) {
+            one.procedure = nullptr;
+            ++count;
+        }
+    sweep_hooks();
+    return count == 0 ? "" : std::to_string(count) + (count == 1 ? " hook" : " hooks");
+}
+
+[[maybe_unused]] const bool dropper_is_set = add_leftovers_dropper(drop_hooks);
+
+} // namespace
+
 } // namespace host::dialogs
 
 using namespace host::dialogs;
@@ -387,7 +409,7 @@ HHOOK SetWindowsHookExA(int kind, HOOKPROC procedure, HINSTANCE, DWORD)
     const bool is_known = (kind == WH_MSGFILTER || kind == WH_CALLWNDPROC) && procedure;
     const HHOOK made = is_known ? ++state().last_hook : 0;
     if (made)
-        state().hooks.push_back({made, kind, procedure});
+        state().hooks.push_back({made, kind, procedure, host::running_module()});
     line.result(std::to_string(made));
     return made;
 }
