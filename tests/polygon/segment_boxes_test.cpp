@@ -63,7 +63,7 @@ void check_pairs(const std::vector<pg_segment>& segments, int* met)
 TEST(SegmentBoxes, HoldEveryPointThatIsAnswered)
 {
     for (const place& at : PLACES)
-        for (unsigned seed = 1; seed <= 1500; ++seed) {
+        for (unsigned seed = 1; seed <= 6000; ++seed) {
             SCOPED_TRACE(seed);
             std::mt19937 random(seed);
             int met = 0;
