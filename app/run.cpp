@@ -38,7 +38,8 @@ int prepare(const run_request& request)
     }
     if (request.with_module && (!load_product_module() || !load_product_commands()))
         return status_failed;
-    return status_done;
+    // What the module has handed to the command line when it was loaded.
+    return host::commandline::run_command_text() ? status_done : status_failed;
 }
 
 int run_step(const step& s)
@@ -56,12 +57,14 @@ int run_step(const step& s)
         if (result.how == ending::done && !result.printed.empty()) // (princ) shows nothing
             host::history_line(result.printed);
     }
-    host::commandline::expression_ended(doc);
+    host::commandline::expression_ended();
+    const bool text_ran = host::commandline::run_command_text();
     if (host::answers_ended()) {
         host::complain("the answers ran out at the prompt: " + host::answers_ended_at());
         return status_no_answers;
     }
-    return result.how == ending::error || result.how == ending::stopped ? status_failed : status_done;
+    const bool ended_well = result.how != ending::error && result.how != ending::stopped && text_ran;
+    return ended_well ? status_done : status_failed;
 }
 
 int finish(const run_request& request, int status)

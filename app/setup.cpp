@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "host/commandline/open_drawings.h"
 #include "host/core/console.h"
 #include "host/core/document.h"
 #include "host/core/module.h"
@@ -24,11 +25,17 @@ fs::path program_directory()
     return error ? fs::current_path() : program.parent_path();
 }
 
-// Lets the product's LISP files find their fellows: it has no other way to learn where they lie.
-void set_share_variable()
+std::string start_file()
+{
+    return host::run_settings().share + "lisp/zentrik.lsp";
+}
+
+// The product's LISP files find their fellows by the variable: they have no other way to learn where they lie.
+bool load_start_file(host::document& doc)
 {
     const host::list_ptr value(host::rb_text(RTSTR, host::cp1252_with_escapes(host::run_settings().share)));
-    host::lisp::set_variable(host::current_document(), "*zentrik-share*", value.get());
+    host::lisp::set_variable(doc, "*zentrik-share*", value.get());
+    return host::lisp::load_program(doc, start_file()).how == host::lisp::ending::done;
 }
 
 } // namespace
@@ -43,24 +50,26 @@ std::string share_directory(const std::string& wanted)
 
 bool load_product_module()
 {
-    for (const fs::path& place :
-         {program_directory() / "zentutil.so", program_directory() / "../lib/zentrik/zentutil.so",
-          program_directory() / "../lib/x86_64-linux-gnu/zentrik/zentutil.so"})
-        if (fs::exists(place))
-            return host::load_module(place.string());
+    const fs::path program = program_directory();
+    host::run_settings().modules = {program.string() + "/", (program / "../lib/zentrik/").string(),
+                                    (program / "../lib/x86_64-linux-gnu/zentrik/").string()};
+    for (const fs::path place : host::run_settings().modules)
+        if (fs::exists(place / "zentutil.so"))
+            return host::load_module((place / "zentutil.so").string());
     host::complain("cannot find the module zentutil.so beside the program");
     return false;
 }
 
 bool load_product_commands()
 {
-    set_share_variable();
-    const std::string file = host::run_settings().share + "lisp/zentrik.lsp";
-    if (!fs::exists(file)) {
-        host::complain("cannot find the product's commands: " + file);
+    if (!fs::exists(start_file())) {
+        host::complain("cannot find the product's commands: " + start_file());
         return false;
     }
-    return host::lisp::load_program(host::current_document(), file).how == host::lisp::ending::done;
+    if (!load_start_file(host::current_document()))
+        return false;
+    host::commandline::set_start_file([](host::document& doc) { load_start_file(doc); });
+    return true;
 }
 
 } // namespace app

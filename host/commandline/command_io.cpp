@@ -59,7 +59,7 @@ bool command_io::waiter::advance()
         std::optional<input> given;
         const bool user = !io_.queue_ || user_answers_;
         if (user) {
-            given = user_input(io_.doc_, prompt);
+            given = user_input(io_.doc_, asking_.asked(), prompt);
             if (!given) {
                 prompt_shown_ = false;
                 continue;
@@ -78,6 +78,10 @@ bool command_io::waiter::advance()
             if (io_.shown_) {
                 history(given->shown());
                 history("\n");
+            }
+            if (given->is_text && run_in_place_of_answer(io_.doc_, asking_.asked(), given->text)) {
+                prompt_shown_ = false;
+                continue;
             }
         }
         prompt_shown_ = false;

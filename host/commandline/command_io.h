@@ -115,7 +115,9 @@ struct command_entry {
     task<> (*run)(command_io& io);
     int flags = 0;
 };
-constexpr int COMMAND_NO_STEP = 1; // makes no step of undo (UNDO itself)
+constexpr int COMMAND_NO_STEP = 1;     // makes no step of undo (UNDO itself)
+constexpr int COMMAND_INSIDE = 2;      // may run at a prompt of another one: asks nothing, changes nothing
+constexpr int COMMAND_APPLICATION = 4; // works on no drawing in particular
 const command_entry* find_command(std::string_view name);
 const std::vector<command_entry>& all_commands();
 

@@ -20,15 +20,20 @@ void run_typed(document& doc, std::string_view name);
 void run_session(document& doc);
 // Whether QUIT or END was given.
 bool quit_requested();
-// To be called when a LISP expression at the top has ended: a command that it has left open is cancelled,
+// To be called when a LISP expression at the top has ended: commands that it has left open are cancelled,
 // and drawings that it closed go.
-void expression_ended(document& doc);
+void expression_ended();
+// Runs what programs have handed to the command line (host/core/command_queue.h), as if typed: to be called
+// when an expression or command at the top has ended. False: an error of LISP that nothing caught.
+bool run_command_text();
+// A command given in front of an answer, as 'NAME: runs it if it is transparent and tells that it may not
+// run if it isn't. False: there is no such command.
+bool run_transparent(document& doc, std::string_view typed);
 std::vector<std::string> command_names();
 
-// Drawing files: what OPEN, NEW, QSAVE, SAVEAS and the program's options do.
+// A drawing's contents from and to a file, for the program's options; no reactor hears of it.
 // False with a message in `error` ("FILE:LINE: ...").
 bool open_drawing(document& doc, std::string_view path, std::string* error);
 bool save_drawing(document& doc, std::string_view path, std::string* error);
-document* new_drawing(std::string* error);
 
 } // namespace host::commandline

@@ -1,12 +1,12 @@
 // drawing_files.cpp: drawings from and to files: OPEN, NEW, QSAVE, SAVE, SAVEAS, CLOSE, QUIT, END. Each
-// drawing opens in a document of its own. A drawing whose expression is still running is closed when the
-// expression has ended.
+// drawing opens in a document of its own.
 #include <algorithm>
 #include <filesystem>
 
 #include "host/commandline/closing.h"
 #include "host/commandline/commands.h"
 #include "host/commandline/edit_commands.h"
+#include "host/commandline/open_drawings.h"
 #include "host/core/console.h"
 #include "host/core/document.h"
 #include "host/core/module.h"
@@ -36,7 +36,6 @@ constexpr format_word FORMATS[] = {
 };
 
 bool quit = false;
-std::vector<int> closing; // numbers of documents
 
 db::dxf_version version_of(std::string_view name)
 {
@@ -59,19 +58,12 @@ bool write_drawing(document& doc, std::string_view path, std::string_view versio
     return true;
 }
 
-// The drawing's name as programs see it: directory and name with its extension.
-std::string shown_name(document& doc)
-{
-    return db::text_variable(doc, "DWGPREFIX") + db::text_variable(doc, "DWGNAME");
-}
-
-// Saves for a command: the editor's reactors hear of it.
+// Saves for a command.
 void save_for_command(command_io& io, std::string_view path, std::string_view version)
 {
     std::string error;
-    if (!write_drawing(io.doc(), path, version, &error))
+    if (!save_and_tell(io.doc(), path, version, &error))
         throw command_failed{error};
-    tell_saved(acdbCurDwg(), shown_name(io.doc()).c_str());
 }
 
 // A drawing is not written over another one without a word.
@@ -125,18 +117,11 @@ task<> ask_and_save(command_io& io, bool with_format, bool takes_name)
     const bool may = co_await may_write(io, path);
     if (!may)
         co_return;
-    const std::string before = io.doc().file, named_before = io.doc().named;
-    if (takes_name || before.empty()) {
-        io.doc().file = drawing_path(path);
-        io.doc().named = path;
-    }
-    try {
-        save_for_command(io, path, version);
-    } catch (...) {
-        io.doc().file = before;
-        io.doc().named = named_before;
-        throw;
-    }
+    std::string error;
+    const bool saved = takes_name || io.doc().file.empty() ? save_under_name(io.doc(), path, version, &error)
+                                                           : save_and_tell(io.doc(), path, version, &error);
+    if (!saved)
+        throw command_failed{error};
 }
 
 task<bool> may_discard(command_io& io)
@@ -147,24 +132,6 @@ task<bool> may_discard(command_io& io)
     q.keys("Yes No");
     const answer given = co_await io.ask(std::move(q));
     co_return given.ok() && given.text == "Yes";
-}
-
-document* document_of_number(int number)
-{
-    for (const auto& doc : documents())
-        if (doc->number() == number)
-            return doc.get();
-    return nullptr;
-}
-
-void close_now(document& doc)
-{
-    tell_drawing_unloaded(doc);
-    close_document(doc);
-    if (!has_document()) {
-        std::string error;
-        new_drawing(&error);
-    }
 }
 
 } // namespace
@@ -179,11 +146,13 @@ void request_quit(bool on)
     quit = on;
 }
 
-void close_waiting_drawings()
+bool save_and_tell(document& doc, std::string_view path, std::string_view version, std::string* error)
 {
-    for (const int number : std::exchange(closing, {}))
-        if (document* doc = document_of_number(number))
-            close_now(*doc);
+    if (!write_drawing(doc, path, version, error))
+        return false;
+    const while_current here(doc); // reactors look at the drawing that was saved
+    tell_saved(acdbCurDwg(), shown_name(doc));
+    return true;
 }
 
 bool open_drawing(document& doc, std::string_view path, std::string* error)
@@ -208,55 +177,23 @@ bool save_drawing(document& doc, std::string_view path, std::string* error)
     return write_drawing(doc, path, run_settings().dxf_version, error);
 }
 
-document* new_drawing(std::string*)
-{
-    document& doc = open_document();
-    db::database_of(doc);
-    tell_drawing_loaded(doc);
-    return &doc;
-}
-
 task<> open_command(command_io& io)
 {
     const answer given = co_await io.ask(ask_text("\nEnter name of drawing to open: "));
     if (given.none())
         co_return;
-    const std::string file = drawing_to_read(given.text);
-    for (const auto& doc : documents())
-        if (!doc->file.empty() && doc->file == file) { // it is open already
-            make_current(*doc);
-            co_return;
-        }
-    document& before = current_document();
-    document& doc = open_document();
     std::string error;
-    if (!open_drawing(doc, given.text, &error)) {
-        close_document(doc);
-        make_current(before);
+    if (!open_in_front(given.text, &error))
         throw command_failed{error};
-    }
-    tell_drawing_loaded(doc);
 }
 
 task<> new_command(command_io& io)
 {
     const answer given = co_await io.ask(ask_text("\nEnter template file name or [. (for none)] <.>: "));
-    document& before = current_document();
     std::string error;
-    document* doc = nullptr;
-    if (given.none() || given.text == ".") {
-        doc = new_drawing(&error);
-        co_return;
-    }
-    doc = &open_document();
-    if (!open_drawing(*doc, given.text, &error)) {
-        close_document(*doc);
-        make_current(before);
+    const bool plain = given.none() || given.text == ".";
+    if (!(plain ? new_drawing(&error) : new_from_template(given.text, &error)))
         throw command_failed{error};
-    }
-    doc->named.clear();
-    doc->file.clear(); // a template lends its contents, not its name
-    tell_drawing_loaded(*doc);
 }
 
 task<> qsave_command(command_io& io)
@@ -283,9 +220,10 @@ task<> close_command(command_io& io)
     const bool may = co_await may_discard(io);
     if (!may)
         co_return;
-    closing.push_back(io.doc().number());
-    if (io.is_typed())
-        io.afterwards = close_waiting_drawings;
+    io.afterwards = [number = io.doc().number()] {
+        if (document* doc = document_of_number(number))
+            close_when_idle(*doc);
+    };
 }
 
 task<> quit_command(command_io& io)

@@ -39,6 +39,9 @@ task<> dview_command(command_io& io);
 task<> u_command(command_io& io);
 task<> undo_command(command_io& io);
 task<> redo_command(command_io& io);
+// session_commands.cpp
+task<> arx_command(command_io& io);
+task<> help_command(command_io& io);
 // drawing_files.cpp
 task<> open_command(command_io& io);
 task<> new_command(command_io& io);

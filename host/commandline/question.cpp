@@ -2,6 +2,8 @@
 // first, then as what the prompt wants; what fits neither is refused in words that say what is wanted.
 #include "host/commandline/question.h"
 
+#include "host/commandline/commands.h"
+
 #include <charconv>
 #include <cmath>
 
@@ -13,6 +15,7 @@
 #include "host/core/trace.h"
 #include "host/database/selection_sets.h"
 #include "host/database/sysvars.h"
+#include "host/dialogs/message_loop.h"
 #include "host/lisp/api.h"
 
 namespace host::commandline
@@ -491,12 +494,21 @@ void show_prompt(std::string_view prompt)
     history(prompt);
 }
 
-std::optional<input> user_input(document& doc, std::string_view prompt)
+bool run_in_place_of_answer(document& doc, const question& what, std::string_view given)
 {
-    const std::optional<std::string> line = next_answer(prompt);
+    // A text may begin with any letter.
+    const bool takes_any = what.kind == want::text || what.kind == want::word || what.rules & RSG_OTHER;
+    return !takes_any && trimmed(given).starts_with('\'') && run_transparent(doc, given);
+}
+
+std::optional<input> user_input(document& doc, const question& what, std::string_view prompt)
+{
+    const std::optional<std::string> line = dialogs::wait_for_answer(prompt, dialogs::loop::prompt);
     if (!line || same_text(trimmed(*line), "^C"))
         return input::cancelled();
     const std::string_view bare = trimmed(*line);
+    if (run_in_place_of_answer(doc, what, bare))
+        return std::nullopt;
     const bool is_lisp = bare.starts_with('(') || (bare.size() > 1 && bare.front() == '!');
     if (!is_lisp)
         return input::of_text(*line);
@@ -512,7 +524,7 @@ answer ask_user(document& doc, const question& what)
     for (;;) {
         const std::string prompt = asking.prompt();
         show_prompt(prompt);
-        const std::optional<input> given = user_input(doc, prompt);
+        const std::optional<input> given = user_input(doc, asking.asked(), prompt);
         if (!given)
             continue;
         if (asking.feed(*given))

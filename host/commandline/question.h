@@ -136,8 +136,11 @@ answer ask_user(document& doc, const question& what);
 // The prompt in the history. One line feed in front is left out at the start of a line, where the answer
 // before has already ended it.
 void show_prompt(std::string_view prompt);
+// "'NAME" of a command, where no text is asked for: runs it, or tells that it may not run here. False: it is
+// an answer as any other.
+bool run_in_place_of_answer(document& doc, const question& what, std::string_view given);
 // One line of the user for a prompt that has been shown, as an input; LISP in it is evaluated. Nothing:
-// the LISP failed or gave nothing, ask again.
-std::optional<input> user_input(document& doc, std::string_view prompt);
+// a command was given in its place, or the LISP failed: ask again.
+std::optional<input> user_input(document& doc, const question& what, std::string_view prompt);
 
 } // namespace host::commandline

@@ -5,11 +5,13 @@
 #include <deque>
 #include <memory>
 
-#include "host/commandline/closing.h"
 #include "host/commandline/command_io.h"
 #include "host/commandline/commands.h"
+#include "host/commandline/open_drawings.h"
 #include "host/commandline/settings.h"
+#include "host/core/command_queue.h"
 #include "host/core/console.h"
+#include "host/core/context.h"
 #include "host/core/document.h"
 #include "host/core/module.h"
 #include "host/core/reactors.h"
@@ -18,6 +20,7 @@
 #include "host/core/trace.h"
 #include "host/database/entities.h"
 #include "host/database/sysvars.h"
+#include "host/dialogs/message_loop.h"
 #include "host/lisp/api.h"
 
 namespace host::commandline
@@ -31,9 +34,11 @@ enum class ending { waits, done, cancelled, failed };
 struct running_command {
     command_io io;
     task<> body;
+    run_context context;
     bool executing = false;
-    running_command(document& doc, std::string name, program_values* queue, bool shown)
-        : io(doc, std::move(name), queue, shown)
+    running_command(document& doc, std::string name, int flags, program_values* queue, bool shown)
+        : io(doc, std::move(name), queue, shown),
+          context(flags & COMMAND_APPLICATION ? run_context::application : run_context::document)
     {
     }
 };
@@ -42,6 +47,7 @@ struct running_command {
 struct open_command {
     explicit open_command(document&) {}
     std::unique_ptr<running_command> running;
+    int of_modules = 0;     // commands of modules that work on it now
     std::string last_typed; // repeated by Enter
 };
 
@@ -52,10 +58,10 @@ std::unique_ptr<running_command>& open_in(document& doc)
     return doc.part<open_command>().running;
 }
 
-// Tells how a command has ended, lets it go and does what it has left for afterwards.
-ending finish(document& doc)
+// Tells how a command has ended, lets it go and does what it has left for afterwards. The drawing may be
+// closed then.
+ending finish(std::unique_ptr<running_command> gone)
 {
-    const std::unique_ptr<running_command> gone = std::move(open_in(doc));
     ending how = ending::done;
     try {
         gone->body.result();
@@ -76,27 +82,32 @@ ending finish(document& doc)
                  name);
     if (afterwards)
         afterwards();
+    dialogs::run_paints();
+    close_idle_drawings();
     return how;
 }
 
 ending after_step(document& doc)
 {
-    const std::unique_ptr<running_command>& running = open_in(doc);
+    std::unique_ptr<running_command>& running = open_in(doc);
     running->executing = false;
-    return running->body.done() ? finish(doc) : ending::waits;
+    return running->body.done() ? finish(std::move(running)) : ending::waits;
 }
 
-ending begin(document& doc, const std::string& name, int flags, task<> (*run)(command_io&),
-             program_values* queue, bool shown)
+ending begin(document& doc, const command_entry& entry, const std::string& name, program_values* queue,
+             bool shown)
 {
     tell_command(command_event::will_start, name);
-    if (!(flags & COMMAND_NO_STEP))
+    if (!(entry.flags & COMMAND_NO_STEP))
         db::database_of(doc).command_boundary(name);
     auto& running = open_in(doc);
-    running = std::make_unique<running_command>(doc, name, queue, shown);
-    running->body = run(running->io);
+    running = std::make_unique<running_command>(doc, name, entry.flags, queue, shown);
+    running->body = entry.run(running->io);
     running->executing = true;
-    running->body.start();
+    {
+        const context_scope here(running->context);
+        running->body.start();
+    }
     return after_step(doc);
 }
 
@@ -104,7 +115,10 @@ ending go_on(document& doc)
 {
     running_command& running = *open_in(doc);
     running.executing = true;
-    running.io.resume();
+    {
+        const context_scope here(running.context);
+        running.io.resume();
+    }
     return after_step(doc);
 }
 
@@ -116,13 +130,37 @@ void cancel_open(document& doc)
     go_on(doc);
 }
 
-void run_module_command(document& doc, const module_command& command)
+bool is_executing(document& doc)
 {
-    const std::string name = command.name;
-    tell_command(command_event::will_start, name);
-    db::database_of(doc).command_boundary(name);
-    command.run();
-    tell_command(command_event::ended, name);
+    const open_command& line = doc.part<open_command>();
+    return line.of_modules > 0 || (line.running && line.running->executing);
+}
+
+// A copy, since a command may take its own group away. Session commands work on no drawing: the one in
+// front may be closed under them.
+ending run_module_command(document& doc, const module_command command)
+{
+    const bool transparent = command.flags & COMMAND_TRANSPARENT, session = command.flags & COMMAND_SESSION;
+    const bool inside = is_executing(doc) || open_in(doc);
+    if (is_executing(doc) && !transparent) {
+        history_line("** " + command.name + " may not run while another command runs **");
+        return ending::failed;
+    }
+    tell_command(command_event::will_start, command.name);
+    if (!inside)
+        db::database_of(doc).command_boundary(command.name);
+    {
+        const context_scope here(session ? run_context::application : run_context::document);
+        const module_call call(command.owner);
+        if (!session)
+            ++doc.part<open_command>().of_modules;
+        command.run();
+        if (!session)
+            --doc.part<open_command>().of_modules;
+    }
+    tell_command(command_event::ended, command.name);
+    close_idle_drawings();
+    return ending::done;
 }
 
 std::string_view bare_name(std::string_view typed)
@@ -147,21 +185,35 @@ void tell_unknown(std::string_view typed)
 // Built-in, of a module, or a variable's name. False: no such thing.
 bool start(document& doc, std::string_view typed, program_values* queue, bool shown, ending* how)
 {
+    static constexpr command_entry variable = {"", set_variable_command};
     const std::string_view name = bare_name(typed);
-    if (const command_entry* entry = find_command(name)) {
-        *how = begin(doc, global_name(*entry), entry->flags, entry->run, queue, shown);
-        return true;
-    }
-    if (const module_command* command = find_module_command(name)) {
-        run_module_command(doc, *command);
-        *how = ending::done;
-        return true;
-    }
-    if (!name.empty() && db::get_variable(doc, name)) {
-        *how = begin(doc, upper(name), 0, set_variable_command, queue, shown);
-        return true;
-    }
-    return false;
+    if (const command_entry* entry = find_command(name))
+        *how = begin(doc, *entry, global_name(*entry), queue, shown);
+    else if (const module_command* command = find_module_command(name))
+        *how = run_module_command(doc, *command);
+    else if (!name.empty() && db::get_variable(doc, name))
+        *how = begin(doc, variable, upper(name), queue, shown);
+    else
+        return false;
+    return true;
+}
+
+// Runs a command of the host at a prompt of another one, which keeps its place.
+void run_inside(document& doc, const command_entry& entry)
+{
+    const std::string name = global_name(entry);
+    tell_command(command_event::will_start, name);
+    auto inner = std::make_unique<running_command>(doc, name, entry.flags, nullptr, true);
+    inner->body = entry.run(inner->io);
+    inner->body.start();
+    finish(std::move(inner));
+}
+
+// "'NAME", also behind the other marks.
+bool is_marked_transparent(std::string_view typed)
+{
+    typed = trimmed(typed);
+    return typed.substr(0, typed.size() - bare_name(typed).size()).find('\'') != std::string_view::npos;
 }
 
 // A value that begins a call while a command waits: a command's name that cannot be its answer. "_U" is
@@ -180,6 +232,13 @@ bool starts_anew(document& doc, const input& in)
 // Feeds the values of one call. RTERROR when one was refused or named no command.
 int run_values(std::deque<input> values)
 {
+    const bool had_values = !values.empty();
+    while (!values.empty() && values.front().is_text && is_marked_transparent(values.front().text) &&
+           (open_in(current_document()) || is_executing(current_document())) &&
+           run_transparent(current_document(), values.front().text))
+        values.pop_front();
+    if (had_values && values.empty())
+        return RTNORM;
     if (open_in(current_document()) && open_in(current_document())->executing)
         return RTERROR; // from an expression that answers a prompt of the very command
     if (values.empty()) {
@@ -244,61 +303,142 @@ std::deque<input> values_of(const resbuf* list)
 
 } // namespace
 
-void run_typed(document& doc, std::string_view name)
+bool is_busy(document& doc)
 {
+    return is_executing(doc) || lisp::is_running(doc);
+}
+
+void cancel_open_command(document& doc)
+{
+    cancel_open(doc);
+}
+
+bool run_transparent(document& doc, std::string_view typed)
+{
+    const std::string_view name = bare_name(typed);
+    const command_entry* entry = find_command(name);
+    const module_command* command = entry ? nullptr : find_module_command(name);
+    if (!entry && !command)
+        return false;
+    if (entry && entry->flags & COMMAND_INSIDE)
+        run_inside(doc, *entry);
+    else if (command && command->flags & COMMAND_TRANSPARENT)
+        run_module_command(doc, *command);
+    else
+        history_line("** " + upper(name) + " may not be used transparently **");
+    return true;
+}
+
+namespace
+{
+
+// False: an error of LISP that nothing caught.
+bool run_name(document& doc, std::string_view name)
+{
+    const int number = doc.number();
     ending how = ending::done;
     const std::string_view bare = bare_name(name);
     if (bare.empty())
-        return;
+        return true;
     if (open_in(doc))
         cancel_open(doc);
+    if (!document_of_number(number))
+        return true;
     doc.part<open_command>().last_typed = bare;
     if (start(doc, name, nullptr, true, &how))
-        return;
+        return true;
     if (lisp::has_command(doc, bare)) {
         db::database_of(doc).command_boundary(upper(bare));
-        lisp::run_command(doc, bare);
-        return;
+        const lisp::outcome out = lisp::run_command(doc, bare);
+        close_idle_drawings();
+        return out.how != lisp::ending::error;
     }
     tell_unknown(bare);
+    return true;
 }
 
-void expression_ended(document& doc)
+bool run_form(document& doc, std::string_view text)
 {
-    cancel_open(doc);
-    db::settle_pending(db::database_of(doc));
-    close_waiting_drawings();
+    const lisp::outcome out = lisp::evaluate_typed(doc, text.front() == '!' ? text.substr(1) : text);
+    if (out.how == lisp::ending::done && !out.printed.empty())
+        history_line(out.printed);
+    // A command that the expression has left open goes on with the user's answers.
+    if (has_document() && open_in(current_document())) {
+        open_in(current_document())->io.hand_to_user();
+        go_on(current_document());
+    }
+    close_idle_drawings();
+    return out.how != lisp::ending::error;
+}
+
+// A line at "Command: ".
+bool run_line(document& doc, std::string_view line)
+{
+    const std::string_view text = trimmed(line);
+    if (same_text(text, "^C")) {
+        history_line("*Cancel*");
+        return true;
+    }
+    if (text.starts_with('(') || text.starts_with('!'))
+        return run_form(doc, text);
+    return run_name(doc, text.empty() ? std::string(doc.part<open_command>().last_typed) : std::string(text));
+}
+
+constexpr std::string_view COMMAND_PROMPT = "\nCommand: ";
+
+} // namespace
+
+void run_typed(document& doc, std::string_view name)
+{
+    run_name(doc, name);
+}
+
+void expression_ended()
+{
+    std::vector<int> open;
+    for (const auto& doc : documents())
+        open.push_back(doc->number());
+    for (const int number : open) {
+        if (document* doc = document_of_number(number); doc && open_in(*doc)) {
+            const while_current here(*doc);
+            cancel_open(*doc);
+        }
+        if (document* doc = document_of_number(number))
+            db::settle_pending(db::database_of(*doc));
+    }
+    close_idle_drawings();
+}
+
+bool run_command_text()
+{
+    bool fine = true;
+    for (;;) {
+        release_command_text();
+        if (!has_document() || quit_requested() || answers_ended())
+            return fine;
+        const std::optional<std::string> input = take_command_input();
+        if (!input)
+            return fine;
+        show_prompt(COMMAND_PROMPT);
+        history(*input + "\n");
+        fine = run_line(current_document(), *input) && fine;
+    }
 }
 
 void run_session(document& first)
 {
-    make_current(first);
+    bring_to_front(first);
     while (has_document() && !quit_requested()) {
-        document& doc = current_document();
-        show_prompt("\nCommand: ");
-        const std::optional<std::string> line = next_answer("Command: ");
+        run_command_text();
+        if (!has_document() || quit_requested())
+            return;
+        const std::string begun = take_unfinished_input();
+        show_prompt(COMMAND_PROMPT);
+        history(begun);
+        const std::optional<std::string> line = dialogs::wait_for_answer("Command: ", dialogs::loop::prompt);
         if (!line)
             return;
-        const std::string_view text = trimmed(*line);
-        if (same_text(text, "^C")) {
-            history_line("*Cancel*");
-        } else if (text.starts_with('(') || text.starts_with('!')) {
-            const lisp::outcome out = lisp::evaluate_typed(doc, text.front() == '!' ? text.substr(1) : text);
-            if (out.how == lisp::ending::done && !out.printed.empty())
-                history_line(out.printed);
-            // A command that the expression has left open goes on with the user's answers.
-            if (has_document() && open_in(current_document())) {
-                open_in(current_document())->io.hand_to_user();
-                go_on(current_document());
-            }
-            close_waiting_drawings();
-        } else if (text.empty()) {
-            const std::string again = doc.part<open_command>().last_typed;
-            if (!again.empty())
-                run_typed(doc, again);
-        } else {
-            run_typed(doc, text);
-        }
+        run_line(current_document(), begun + *line);
     }
 }
 

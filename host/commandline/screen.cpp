@@ -13,6 +13,8 @@
 #include "host/core/document.h"
 #include "host/core/trace.h"
 #include "host/database/sysvars.h"
+#include "host/dialogs/message_loop.h"
+#include "host/dialogs/windows.h"
 
 namespace host::commandline
 {
@@ -117,6 +119,7 @@ const std::vector<screen_vector>& screen_vectors(document& doc)
 void clear_screen_vectors(document& doc)
 {
     doc.part<screen>().vectors.clear();
+    dialogs::invalidate(dialogs::DRAWING_WINDOW, nullptr, true);
 }
 
 const text_screen& shown_text_screen()
@@ -153,6 +156,7 @@ int acedRedraw(const ads_name entity, int mode)
 
 int acedUpdateDisplay()
 {
+    host::dialogs::run_paints();
     return RTNORM;
 }
 
@@ -186,6 +190,8 @@ int acedMenuCmd(const char* text)
 
 int acedCoordFromWorldToPixel(int viewport, const ads_point world, int* x, int* y)
 {
+    if (!host::has_document())
+        return 0; // a hook may ask while the last drawing closes
     host::document& doc = current_document();
     const host::list_ptr size = host::db::get_variable(doc, "SCREENSIZE");
     if (viewport < 0 || !size || !(size->resval.rpoint[1] > 0.0))

@@ -13,6 +13,7 @@
 #include "host/database/entities.h"
 #include "host/database/geometry.h"
 #include "host/database/sysvars.h"
+#include "host/dialogs/windows.h"
 
 namespace host::commandline
 {
@@ -200,6 +201,7 @@ void set_view(document& doc, const view& to)
     if (before.size() > KEPT_VIEWS)
         before.erase(before.begin());
     db::put_active_view(db::database_of(doc), to);
+    dialogs::invalidate(dialogs::DRAWING_WINDOW, nullptr, true);
 }
 
 bool previous_view(document& doc)
@@ -208,6 +210,7 @@ bool previous_view(document& doc)
     if (before.empty())
         return false;
     db::put_active_view(db::database_of(doc), before.back());
+    dialogs::invalidate(dialogs::DRAWING_WINDOW, nullptr, true);
     before.pop_back();
     return true;
 }

@@ -8,6 +8,7 @@
 
 #include <unistd.h>
 
+#include "host/core/command_queue.h"
 #include "host/core/text.h"
 
 namespace host
@@ -160,6 +161,10 @@ std::optional<std::string> next_answer(std::string_view prompt)
             line = std::move(in.put_back.front());
             in.put_back.pop_front();
             return line; // it was shown when it first came
+        }
+        if (std::optional<std::string> queued = take_command_input()) {
+            history(*queued + "\n"); // no terminal has shown it
+            return queued;
         }
         flush_history();
         std::optional<std::string> read = in.ended || !in.next ? std::nullopt : in.next();

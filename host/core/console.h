@@ -27,7 +27,8 @@ void answers_from_text(std::string_view utf8);
 // Takes answers from a function that asks a person, a line a call; nothing at the end of input.
 void answers_from(std::function<std::optional<std::string>()> next);
 
-// The next answer line for a prompt, with comments skipped and echoed to the history behind the
+// The next answer line for a prompt, from text that programs have handed to the command line
+// (command_queue.h) as long as there is some, with comments skipped and echoed to the history behind the
 // prompt, which the caller has printed; at a terminal it stands there as it was typed. Nothing: the answers
 // have run out; the first such prompt is kept for answers_ended_at, and the program is to end as soon as it
 // can. A line with text that has no place in Windows-1252 is refused with a message and the next one taken.

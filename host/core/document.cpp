@@ -69,6 +69,28 @@ void close_document(document& doc)
         list.current = list.all.empty() ? nullptr : list.all.back().get();
 }
 
+document* document_of_number(int number)
+{
+    for (const auto& doc : documents())
+        if (doc->number() == number)
+            return doc.get();
+    return nullptr;
+}
+
+while_current::while_current(document& doc)
+    : before_(has_document() ? current_document().number() : 0), during_(doc.number())
+{
+    make_current(doc);
+}
+
+while_current::~while_current()
+{
+    if (!has_document() || current_document().number() != during_)
+        return;
+    if (document* before = document_of_number(before_))
+        make_current(*before);
+}
+
 void close_all_documents()
 {
     while (!open_ones().all.empty())

@@ -61,7 +61,8 @@ private:
 };
 
 // The drawings that are open, oldest first, and the current one. There is always a current
-// drawing while the host runs.
+// drawing while the host runs. No reactor hears of what is done here: drawings that a user sees opened,
+// closed or brought to the front go through host/commandline/open_drawings.h.
 const std::vector<std::unique_ptr<document>>& documents();
 document& current_document();
 bool has_document();
@@ -69,5 +70,20 @@ document& open_document();          // a new, empty one, which becomes current
 void close_document(document& doc); // its parts go; another becomes current if there is one
 void make_current(document& doc);
 void close_all_documents();
+document* document_of_number(int number); // null: it is open no more
+
+// Makes a drawing current for a while. At its end the one before is current again, unless it has been
+// closed or another one was brought to the front in between.
+class while_current
+{
+public:
+    explicit while_current(document& doc);
+    ~while_current();
+    while_current(const while_current&) = delete;
+    while_current& operator=(const while_current&) = delete;
+
+private:
+    int before_, during_;
+};
 
 } // namespace host

@@ -13,20 +13,25 @@
 #include "host/core/text.h"
 #include "host/core/trace.h"
 #include "hostapi/editor.h"
+#include "hostapi/processes.h"
 
 namespace host
 {
 
+struct loaded_module {
+    std::string name; // of its file
+    module_entry entry = nullptr;
+    void* library = nullptr;
+    HINSTANCE instance = 0;
+    bool locked = true;
+    int running = 0; // calls into it that have not come back
+};
+
 namespace
 {
 
-struct module {
-    std::string name;
-    module_entry entry = nullptr;
-    void* library = nullptr;
-    bool locked = true;
-    int running = 0; // messages that it is working on
-};
+using library_entry = int (*)(HINSTANCE, DWORD, void*);
+constexpr DWORD ATTACHED = 1, DETACHED = 0; // reasons of DllMain
 
 struct call_frame {
     int code;
@@ -37,41 +42,87 @@ struct call_frame {
 // External functions of a drawing, by upper-case name.
 struct external_table {
     struct function {
-        module* owner;
+        loaded_module* owner;
         int code;
     };
     explicit external_table(document&) {}
     std::map<std::string, function> functions;
 };
 
-std::vector<std::unique_ptr<module>> modules;
+std::vector<std::unique_ptr<loaded_module>> modules;
 std::vector<call_frame*> frames;
-module* entered = nullptr; // whose entry point runs now
+loaded_module* entered = nullptr; // whose code runs now
 lisp_invoker invoke_lisp = nullptr;
 
-int send(module& m, int message)
+std::vector<leftovers_dropper>& droppers()
 {
-    module* const before = entered;
-    entered = &m;
-    ++m.running;
+    static std::vector<leftovers_dropper> all;
+    return all;
+}
+
+int send(loaded_module& m, int message)
+{
+    const module_call inside(&m);
+    if (message == AcRx::kInvkSubrMsg) // what it answers is in the trace
+        return m.entry(message, &m);
+    trace_line line("acrxEntryPoint");
+    line.integer(message).text(std::string_view(m.name));
     const int answer = m.entry(message, &m);
-    --m.running;
-    entered = before;
+    line.result(std::to_string(answer));
     return answer;
 }
 
-bool start(std::unique_ptr<module> m)
+// One message for each open drawing, which is current in the meantime.
+void send_for_drawings(loaded_module& m, int message)
+{
+    std::vector<int> open;
+    for (const auto& doc : documents())
+        open.push_back(doc->number());
+    for (const int number : open)
+        if (document* doc = document_of_number(number)) {
+            const while_current here(*doc);
+            send(m, message);
+        }
+}
+
+std::string_view without_extension(std::string_view name)
+{
+    return name.substr(0, name.rfind('.'));
+}
+
+loaded_module* find_loaded(std::string_view name)
+{
+    const std::string_view file = name.substr(name.find_last_of("/\\:") + 1); // npos + 1 is 0
+    for (const auto& m : modules)
+        if (const std::string_view stem = without_extension(m->name);
+            same_text(m->name, file) || same_text(stem, file) || same_text(stem, without_extension(file)))
+            return m.get();
+    return nullptr;
+}
+
+bool refuse(std::string* why, const std::string& reason)
+{
+    if (why)
+        *why = reason;
+    else
+        complain(reason);
+    return false;
+}
+
+bool start(std::unique_ptr<loaded_module> m)
 {
     modules.push_back(std::move(m));
-    module& loaded = *modules.back();
+    loaded_module& loaded = *modules.back();
     send(loaded, AcRx::kInitAppMsg);
-    for (const auto& doc : documents()) {
-        document& current = current_document();
-        make_current(*doc);
-        send(loaded, AcRx::kLoadDwgMsg);
-        make_current(current);
-    }
+    send_for_drawings(loaded, AcRx::kLoadDwgMsg);
     return true;
+}
+
+void drop_leftovers(const loaded_module& leaving)
+{
+    for (const leftovers_dropper drop : droppers())
+        if (const std::string left = drop(&leaving); !left.empty())
+            complain("the module " + leaving.name + " has left " + left + " behind");
 }
 
 external_table& externals()
@@ -97,49 +148,90 @@ int give(resbuf* value, const char* name)
 
 } // namespace
 
-bool load_module(module_entry entry, const std::string& name)
+module_call::module_call(loaded_module* called) : called_(called), before_(entered)
 {
-    auto m = std::make_unique<module>();
+    if (!called_)
+        return;
+    entered = called_;
+    ++called_->running;
+}
+
+module_call::~module_call()
+{
+    if (!called_)
+        return;
+    --called_->running;
+    entered = before_;
+}
+
+loaded_module* running_module()
+{
+    return entered;
+}
+
+bool add_leftovers_dropper(leftovers_dropper drop)
+{
+    droppers().push_back(drop);
+    return true;
+}
+
+bool load_module(module_entry entry, const std::string& name, std::string* why)
+{
+    if (find_loaded(name))
+        return refuse(why, name + " is already loaded.");
+    auto m = std::make_unique<loaded_module>();
     m->name = name;
     m->entry = entry;
     return start(std::move(m));
 }
 
-bool load_module(const std::string& path)
+bool load_module(const std::string& path, std::string* why)
 {
-    auto m = std::make_unique<module>();
-    m->library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!m->library) {
-        complain("cannot load module " + path + ": " + dlerror());
-        return false;
-    }
-    void* entry = dlsym(m->library, "acrxEntryPoint");
-    if (!entry) {
-        complain("cannot load module " + path + ": it has no acrxEntryPoint");
-        dlclose(m->library);
-        return false;
-    }
-    m->entry = reinterpret_cast<module_entry>(entry);
     const std::size_t slash = path.rfind('/');
+    auto m = std::make_unique<loaded_module>();
     m->name = slash == std::string::npos ? path : path.substr(slash + 1);
-    return start(std::move(m));
+    if (find_loaded(m->name))
+        return refuse(why, m->name + " is already loaded.");
+    m->library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!m->library)
+        return refuse(why, "cannot load module " + path + ": " + dlerror());
+    m->entry = reinterpret_cast<module_entry>(dlsym(m->library, "acrxEntryPoint"));
+    const auto attach = reinterpret_cast<library_entry>(dlsym(m->library, "DllMain"));
+    static HINSTANCE last_instance = 0x10000000;
+    m->instance = last_instance += 0x10000;
+    std::string fault;
+    if (!m->entry)
+        fault = "it has no acrxEntryPoint";
+    else if (attach && attach(m->instance, ATTACHED, nullptr) == 0)
+        fault = "its DllMain refuses";
+    if (fault.empty())
+        return start(std::move(m));
+    dlclose(m->library);
+    return refuse(why, "cannot load module " + path + ": " + fault);
 }
 
-bool unload_module(std::string_view name)
+bool unload_module(std::string_view name, std::string* why)
 {
-    const auto place = std::find_if(modules.begin(), modules.end(), [&](const auto& m) {
-        return same_text(m->name, name) || same_text(m->name.substr(0, m->name.rfind('.')), name);
-    });
+    loaded_module* const leaving = find_loaded(name);
+    if (!leaving)
+        return refuse(why, std::string(name) + " is not loaded.");
+    if (leaving->locked)
+        return refuse(why, leaving->name + " is locked and cannot be unloaded.");
     // Programs that a module runs may ask for its unloading: its code must outlive the call.
-    if (place == modules.end() || (*place)->locked || (*place)->running > 0)
-        return false;
-    send(**place, AcRx::kUnloadAppMsg);
+    if (leaving->running > 0)
+        return refuse(why, leaving->name + " is at work and cannot be unloaded.");
+    send_for_drawings(*leaving, AcRx::kUnloadDwgMsg);
+    send(*leaving, AcRx::kUnloadAppMsg);
     for (const auto& doc : documents())
         std::erase_if(doc->part<external_table>().functions,
-                      [&](const auto& f) { return f.second.owner == place->get(); });
-    if ((*place)->library)
-        dlclose((*place)->library);
-    modules.erase(place);
+                      [&](const auto& f) { return f.second.owner == leaving; });
+    drop_leftovers(*leaving);
+    if (leaving->library) {
+        if (const auto detach = reinterpret_cast<library_entry>(dlsym(leaving->library, "DllMain")))
+            detach(leaving->instance, DETACHED, nullptr);
+        dlclose(leaving->library);
+    }
+    std::erase_if(modules, [&](const auto& m) { return m.get() == leaving; });
     return true;
 }
 
@@ -160,16 +252,21 @@ std::vector<std::string> loaded_modules()
     return names;
 }
 
+bool is_loaded(std::string_view name)
+{
+    return find_loaded(name) != nullptr;
+}
+
 void tell_drawing_loaded(document& doc)
 {
-    make_current(doc);
+    const while_current here(doc);
     for (std::size_t i = 0; i < modules.size(); ++i)
         send(*modules[i], AcRx::kLoadDwgMsg);
 }
 
 void tell_drawing_unloaded(document& doc)
 {
-    make_current(doc);
+    const while_current here(doc);
     for (std::size_t i = 0; i < modules.size(); ++i)
         send(*modules[i], AcRx::kUnloadDwgMsg);
 }
@@ -213,28 +310,35 @@ using namespace host;
 
 void acrxUnlockApplication(void* packet)
 {
-    if (packet)
-        static_cast<module*>(packet)->locked = false;
+    trace_line line("acrxUnlockApplication");
+    if (!packet)
+        return;
+    line.text(std::string_view(static_cast<loaded_module*>(packet)->name));
+    static_cast<loaded_module*>(packet)->locked = false;
 }
 
 int acedDefun(const char* name, int code)
 {
+    trace_line line("acedDefun");
+    line.text(name).integer(code);
     if (!name || !*name || !entered || !has_document())
-        return 0;
+        return line.status(0);
     externals().functions[upper(name)] = {entered, code};
-    return RTNORM;
+    return line.status(RTNORM);
 }
 
 int acedUndef(const char* name, int code)
 {
+    trace_line line("acedUndef");
+    line.text(name).integer(code);
     if (!name || !has_document())
-        return RTERROR;
+        return line.status(RTERROR);
     auto& functions = externals().functions;
     const auto found = functions.find(upper(name));
     if (found == functions.end() || found->second.owner != entered || found->second.code != code)
-        return RTERROR;
+        return line.status(RTERROR);
     functions.erase(found);
-    return RTNORM;
+    return line.status(RTNORM);
 }
 
 int acedGetFunCode()

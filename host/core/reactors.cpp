@@ -2,10 +2,10 @@
 #include "host/core/reactors.h"
 
 #include <algorithm>
-#include <memory>
 #include <string>
 #include <vector>
 
+#include "host/core/module.h"
 #include "host/core/text.h"
 #include "host/core/trace.h"
 
@@ -21,26 +21,44 @@ class reactor_list
 public:
     void add(Reactor* reactor)
     {
-        if (reactor && std::find(all_.begin(), all_.end(), reactor) == all_.end())
-            all_.push_back(reactor);
+        if (reactor && !has(reactor))
+            all_.push_back({reactor, running_module()});
     }
-    void remove(Reactor* reactor) { std::erase(all_, reactor); }
+    void remove(Reactor* reactor)
+    {
+        std::erase_if(all_, [&](const entry& e) { return e.reactor == reactor; });
+    }
+    std::size_t drop(const loaded_module* leaving)
+    {
+        return std::erase_if(all_, [&](const entry& e) { return e.owner == leaving; });
+    }
 
     // A reactor may take itself or others away while it is being told.
     template <class Call>
     void tell(Call call)
     {
-        const std::vector<Reactor*> told = all_;
-        for (Reactor* reactor : told)
-            if (std::find(all_.begin(), all_.end(), reactor) != all_.end())
-                call(*reactor);
+        const std::vector<entry> told = all_;
+        for (const entry& e : told)
+            if (has(e.reactor)) {
+                const module_call inside(e.owner);
+                call(*e.reactor);
+            }
     }
 
 private:
-    std::vector<Reactor*> all_;
+    struct entry {
+        Reactor* reactor;
+        loaded_module* owner;
+    };
+    bool has(const Reactor* reactor) const
+    {
+        return std::any_of(all_.begin(), all_.end(), [&](const entry& e) { return e.reactor == reactor; });
+    }
+    std::vector<entry> all_;
 };
 
 reactor_list<AcEditorReactor> editor_reactors;
+reactor_list<AcApDocManagerReactor> document_reactors;
 
 class editor final : public AcEditor
 {
@@ -60,37 +78,57 @@ public:
 class linker final : public AcRxDynamicLinker
 {
 public:
-    void registerAppMDIAware(void*) override {}
+    // Nothing follows from it: this host has several drawings open whoever is loaded.
+    void registerAppMDIAware(void*) override { trace_line("registerAppMDIAware"); }
 };
 
 class command_stack final : public AcEdCommandStack
 {
 public:
-    int addCommand(const char* group, const char* global_name, const char*, int flags, void (*run)(), void*,
-                   int, void*) override
+    // 1: a group has each name once.
+    int addCommand(const char* group, const char* global_name, const char* local_name, int flags, void (*run)(),
+                   void*, int, void*) override
     {
         trace_line("addCommand").text(group).text(global_name).integer(flags);
-        entries_.push_back({group, std::make_unique<std::string>(upper(global_name)), {nullptr, flags, run}});
-        entries_.back().command.name = entries_.back().name->c_str();
+        if (!group || !global_name || !*global_name || !run)
+            return 1;
+        for (const entry& e : entries_)
+            if (same_text(e.group, group) && same_text(e.command.name, global_name))
+                return 1;
+        entries_.push_back({group,
+                            upper(local_name && *local_name ? local_name : global_name),
+                            {upper(global_name), flags, run, running_module()}});
         return 0;
     }
     int removeGroup(const char* group) override
     {
         trace_line("removeGroup").text(group);
-        return std::erase_if(entries_, [&](const entry& e) { return same_text(e.group, group); }) ? 0 : 1;
+        return group && std::erase_if(entries_, [&](const entry& e) { return same_text(e.group, group); }) ? 0
+                                                                                                           : 1;
     }
     const module_command* find(std::string_view name) const
     {
-        for (const entry& e : entries_)
-            if (same_text(*e.name, name))
-                return &e.command;
+        // What was registered last covers what was there.
+        for (auto e = entries_.rbegin(); e != entries_.rend(); ++e)
+            if (same_text(e->command.name, name) || same_text(e->local_name, name))
+                return &e->command;
         return nullptr;
+    }
+    std::vector<std::string> names() const
+    {
+        std::vector<std::string> out;
+        for (const entry& e : entries_)
+            out.push_back(e.group + " " + e.command.name);
+        return out;
+    }
+    std::size_t drop(const loaded_module* leaving)
+    {
+        return std::erase_if(entries_, [&](const entry& e) { return e.command.owner == leaving; });
     }
 
 private:
     struct entry {
-        std::string group;
-        std::unique_ptr<std::string> name;
+        std::string group, local_name;
         module_command command;
     };
     std::vector<entry> entries_;
@@ -99,6 +137,22 @@ private:
 editor the_editor;
 linker the_linker;
 command_stack the_stack;
+
+std::string counted(std::size_t count, const char* what)
+{
+    return count == 0 ? "" : std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+std::string drop_reactors(const loaded_module* leaving)
+{
+    return counted(editor_reactors.drop(leaving) + document_reactors.drop(leaving), "reactor");
+}
+std::string drop_commands(const loaded_module* leaving)
+{
+    return counted(the_stack.drop(leaving), "command");
+}
+[[maybe_unused]] const bool droppers_are_set =
+    add_leftovers_dropper(drop_reactors) && add_leftovers_dropper(drop_commands);
 
 class system_registry final : public AcRxDictionary
 {
@@ -162,6 +216,36 @@ void tell_saved(AcDbDatabase* database, std::string_view name)
 {
     const std::string text(name);
     editor_reactors.tell([&](AcEditorReactor& r) { r.saveComplete(database, text.c_str()); });
+}
+
+void add_document_reactor(AcApDocManagerReactor* reactor)
+{
+    trace_line("AcApDocManager::addReactor");
+    document_reactors.add(reactor);
+}
+void remove_document_reactor(AcApDocManagerReactor* reactor)
+{
+    trace_line("AcApDocManager::removeReactor");
+    document_reactors.remove(reactor);
+}
+
+void tell_document_created(AcApDocument* document)
+{
+    document_reactors.tell([&](AcApDocManagerReactor& r) { r.documentCreated(document); });
+}
+void tell_document_destroyed(std::string_view name)
+{
+    const std::string text(name);
+    document_reactors.tell([&](AcApDocManagerReactor& r) { r.documentDestroyed(text.c_str()); });
+}
+void tell_document_became_current(AcApDocument* document)
+{
+    document_reactors.tell([&](AcApDocManagerReactor& r) { r.documentBecameCurrent(document); });
+}
+
+std::vector<std::string> module_command_names()
+{
+    return the_stack.names();
 }
 
 const module_command* find_module_command(std::string_view name)

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace host
 {
@@ -11,6 +12,7 @@ namespace host
 struct settings {
     std::map<char, std::string> drives; // upper-case letter -> directory of this file system
     std::string share;                  // product files
+    std::vector<std::string> modules;   // directories of the program's modules, with their separator
     std::string registry;               // registry file; empty: the user's own
     bool crlf = false;                  // line ends of the text files that are written
     bool no_shell = false;              // other programs may not be started

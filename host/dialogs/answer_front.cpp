@@ -6,6 +6,7 @@
 
 #include "host/core/console.h"
 #include "host/core/text.h"
+#include "host/dialogs/message_loop.h"
 
 namespace host::dialogs
 {
@@ -155,6 +156,19 @@ void take_answer(dialog& dlg, const std::string& line)
              "tiles.");
 }
 
+// A key that no hook has swallowed.
+void take_key(dialog& dlg, WPARAM key)
+{
+    if (dlg.done)
+        return;
+    if (key == VK_F1)
+        show_host_help();
+    else if (key == VK_ESCAPE)
+        press_cancel(dlg);
+    else if (key == VK_RETURN)
+        enter_by_answer(dlg);
+}
+
 } // namespace
 
 std::string described(const dialog& dlg)
@@ -192,11 +206,15 @@ void run_by_answers(dialog& dlg)
     if (isatty(STDIN_FILENO) && isatty(STDOUT_FILENO))
         history_line(described(dlg));
     while (!dlg.done) {
+        for (const WPARAM key : run_messages(loop::dialog))
+            take_key(dlg, key);
+        if (dlg.done) // by what a hook or a timer has set off
+            return;
         const auto line = next_answer("[dialog " + dlg.name + "]");
-        if (line)
-            take_answer(dlg, *line);
-        else
+        if (!line)
             press_cancel(dlg);
+        else if (!take_key_line(*line))
+            take_answer(dlg, *line);
     }
 }
 

@@ -65,11 +65,6 @@ bool is_list(const tile& t)
     return t.about->kind == tile_kind::list_box || t.about->kind == tile_kind::popup_list;
 }
 
-bool is_image(const tile& t)
-{
-    return t.about->kind == tile_kind::image || t.about->kind == tile_kind::image_button;
-}
-
 // Cut to the caller's room.
 int hand_out(const std::string& text, char* out, int size)
 {
@@ -258,6 +253,7 @@ int ads_mode_tile(ads_hdlg handle, const char* key, int mode)
     default:
         return line.status(RTERROR);
     }
+    tiles_changed(*at.dlg);
     return line.status(RTNORM);
 }
 
@@ -309,6 +305,8 @@ int ads_end_list()
 {
     trace_line line("ads_end_list");
     const bool was_open = filling.tile != NO_TILE;
+    if (const place at = find_place(filling.dialog, filling.tile))
+        tiles_changed(*at.dlg);
     filling.tile = NO_TILE;
     return line.status(was_open ? RTNORM : RTERROR);
 }
@@ -360,6 +358,8 @@ int ads_end_image()
 {
     trace_line line("ads_end_image");
     const bool was_open = drawing.tile != NO_TILE;
+    if (const place at = find_place(drawing.dialog, drawing.tile))
+        tiles_changed(*at.dlg, true);
     drawing.tile = NO_TILE;
     return line.status(was_open ? RTNORM : RTERROR);
 }

@@ -116,6 +116,46 @@ void choose_radio(dialog& dlg, int index)
 
 // ---- actions
 
+// ---- windows of tiles
+
+// The class of a tile's window; null: it has none.
+const char* window_class_of(tile_kind kind)
+{
+    switch (kind) {
+    case tile_kind::image:
+    case tile_kind::image_button:
+        return IMAGE_TILE_CLASS;
+    case tile_kind::button:
+    case tile_kind::toggle:
+    case tile_kind::radio_button:
+        return "Button";
+    case tile_kind::edit_box:
+        return "Edit";
+    case tile_kind::list_box:
+        return "ListBox";
+    case tile_kind::popup_list:
+        return "ComboBox";
+    case tile_kind::slider:
+        return "ScrollBar";
+    case tile_kind::text:
+        return "Static";
+    default:
+        return nullptr;
+    }
+}
+
+// Children of the dialog's window in the order of the tiles, with the tile's number as their id.
+void open_windows(dialog& dlg)
+{
+    dlg.window = open_window(dlg.tiles[0].about->text("label"));
+    for (std::size_t i = 1; i < dlg.tiles.size(); i++) {
+        tile& t = dlg.tiles[i];
+        if (const char* name = window_class_of(t.about->kind))
+            t.window = make_child(dlg.window, name, t.about->text("label"), static_cast<std::uint32_t>(i),
+                                  image_width(t), image_height(t));
+    }
+}
+
 void set_lisp_text(const char* name, const std::string& text)
 {
     const list_ptr value(rb_text(RTSTR, text));
@@ -256,7 +296,7 @@ dialog* make_dialog(std::shared_ptr<const dcl_file> file, const std::string& nam
     made->default_action = default_action;
     made->first_tile = table().next_tile;
     table().next_tile += static_cast<ads_htile>(made->tiles.size());
-    made->window = open_window(found->second.text("label"));
+    open_windows(*made);
     // A group's value names the button of it that is on.
     for (std::size_t i = 0; i < made->tiles.size(); i++)
         if (made->tiles[i].about->kind == tile_kind::radio_button && made->tiles[i].value == "1")
@@ -295,6 +335,7 @@ dialog* innermost_dialog()
 int run_dialog(dialog& dlg)
 {
     dlg.running = true;
+    invalidate(dlg.window, nullptr, true);
     run_by_answers(dlg);
     const int result = dlg.result;
     close_window(dlg.window);
@@ -312,12 +353,16 @@ void end_all_dialogs()
 {
     for (const auto& one : table().open)
         end_dialog(*one, DLGCANCEL);
-    // Those that were never started have no loop that would drop them.
-    std::erase_if(table().open, [](const auto& one) {
+    // Those that were never started have no loop that would drop them. What hears of their end may look at
+    // the table.
+    std::vector<HWND> gone;
+    std::erase_if(table().open, [&gone](const auto& one) {
         if (!one->running)
-            close_window(one->window);
+            gone.push_back(one->window);
         return !one->running;
     });
+    for (const HWND window : gone)
+        close_window(window);
 }
 
 // ---- tiles
@@ -325,6 +370,7 @@ void end_all_dialogs()
 void set_value(dialog& dlg, int index, std::string_view value)
 {
     tile& t = dlg.tiles[index];
+    tiles_changed(dlg);
     if (t.about->kind == tile_kind::radio_group) {
         const int chosen = dlg.find(value);
         if (chosen != NO_TILE && dlg.tiles[chosen].about->kind == tile_kind::radio_button &&
@@ -362,6 +408,16 @@ bool takes_input(const tile& t)
     default:
         return false;
     }
+}
+
+bool is_image(const tile& t)
+{
+    return t.about->kind == tile_kind::image || t.about->kind == tile_kind::image_button;
+}
+
+void tiles_changed(dialog& dlg, bool drawn_anew)
+{
+    invalidate(dlg.window, nullptr, drawn_anew);
 }
 
 // A size that isn't given follows from the other one by the aspect ratio, width over height.
@@ -421,6 +477,7 @@ deed press(dialog& dlg, int index, int reason, int x, int y)
         return deed::disabled;
     dlg.focus = index;
     const dcl_tile& about = *t.about;
+    tiles_changed(dlg);
     if (about.kind == tile_kind::toggle && reason == CBR_SELECT)
         t.value = t.value == "1" ? "0" : "1";
     if (about.kind == tile_kind::radio_button)

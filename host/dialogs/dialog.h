@@ -34,6 +34,7 @@ struct tile {
     bool highlighted = false;       // images
     std::vector<std::string> lines; // of list boxes and popup lists
     std::vector<image_item> drawn;
+    HWND window = 0; // of tiles that show something
     ads_callback action = nullptr;
     void* client_data = nullptr;
 };
@@ -71,6 +72,10 @@ void set_value(dialog& dlg, int index, std::string_view value);
 // Disabled itself or by a group around it.
 bool is_enabled(const dialog& dlg, int index);
 bool takes_input(const tile& t);
+bool is_image(const tile& t);
+// What tiles show has become other. When DCL has drawn in an image, what programs drew in the windows of images
+// is wiped before the next painting.
+void tiles_changed(dialog& dlg, bool drawn_anew = false);
 int image_width(const tile& t);
 int image_height(const tile& t);
 

@@ -1,4 +1,4 @@
-// Questions that are no dialogs of DCL: alerts, message boxes, file dialogs, help.
+// Questions that are no dialogs of DCL: alerts, message boxes, file dialogs.
 #include <cstring>
 #include <string>
 #include <vector>
@@ -6,6 +6,8 @@
 #include "host/core/console.h"
 #include "host/core/text.h"
 #include "host/core/trace.h"
+#include "host/dialogs/message_loop.h"
+#include "host/dialogs/windows.h"
 #include "hostapi/ads.h"
 #include "hostapi/files.h"
 #include "hostapi/windows.h"
@@ -91,7 +93,7 @@ int ask_box(const std::string& text, const std::string& title, unsigned style)
     const std::string prompt = "[message] " + title + ": " + text + " (" + words_of(box) + ") ";
     for (;;) {
         start_line(prompt);
-        const auto answer = host::next_answer(prompt);
+        const auto answer = host::dialogs::wait_for_answer(prompt, host::dialogs::loop::dialog);
         if (!answer)
             return box.cancelled;
         if (const int id = button_of_answer(box, style, host::trimmed(*answer)))
@@ -110,23 +112,12 @@ int acedAlert(const char* text)
     return RTNORM;
 }
 
-int acedHelp(const char* file, const char* topic, int command)
-{
-    host::trace_line line("acedHelp");
-    line.text(file).text(topic).integer(command);
-    host::history_line("[help] " +
-                       std::string(topic && *topic ? topic
-                                   : file && *file ? file
-                                                   : "contents") +
-                       ": no help viewer is there yet");
-    return line.status(RTNORM);
-}
-
 int MessageBoxA(HWND owner, const char* text, const char* title, unsigned style)
 {
     host::trace_line line("MessageBoxA");
     line.integer(owner).text(text).text(title).integer(style);
     const int id = ask_box(text ? text : "", title ? title : "Error", style);
+    host::dialogs::uncover_active_window();
     line.result(std::to_string(id));
     return id;
 }
@@ -139,7 +130,8 @@ int acedGetFileD(const char* title, const char* default_path, const char* extens
         return line.status(RTERROR);
     const std::string prompt = "[file] " + std::string(title ? title : "") + " ";
     start_line(prompt);
-    const auto answer = host::next_answer(prompt);
+    const auto answer = host::dialogs::wait_for_answer(prompt, host::dialogs::loop::dialog);
+    host::dialogs::uncover_active_window();
     std::string path = answer ? *answer : "^C";
     // Enter takes the name that the dialog offers, if it offers a name.
     if (path.empty() && names_a_file(default_path))

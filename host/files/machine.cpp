@@ -4,19 +4,15 @@
 #include <cstring>
 #include <string>
 
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include "host/core/console.h"
-#include "host/core/session.h"
 #include "host/core/text.h"
 #include "host/core/trace.h"
+#include "host/files/associations.h"
 #include "host/files/paths.h"
+#include "host/files/programs.h"
 #include "hostapi/windows.h"
-
-extern char** environ;
 
 namespace
 {
@@ -31,6 +27,21 @@ std::uint64_t amount(const std::string& table, const std::string& name)
     if (std::sscanf(table.c_str() + at + name.size() + 2, "%llu", &kilobytes) != 1)
         return 0;
     return kilobytes * 1024;
+}
+
+// Waits until it has ended; -1 when it can't be started.
+int run_batch(const host::batch_call& batch)
+{
+    const auto program = host::program_for_batch(batch);
+    if (!program)
+        return -1;
+    const pid_t started = host::start_program(program->file, program->words);
+    if (started == 0) {
+        host::complain(batch.file + ": " + host::program_path(program->file) +
+                       " can't be started: " + std::strerror(errno));
+        return -1;
+    }
+    return host::wait_for_end(started);
 }
 
 } // namespace
@@ -74,31 +85,15 @@ int host_system(const char* command)
     };
     if (!command)
         return answer(-1);
-    if (host::run_settings().no_shell) {
-        host::complain("other programs may not be started in this run: " + std::string(command));
+    if (!host::may_start_programs(command))
+        return answer(-1);
+    if (const auto batch = host::batch_of(command))
+        return answer(run_batch(*batch));
+    const pid_t shell = host::start_program("/bin/sh", {"sh", "-c", host::utf8_of(command)});
+    if (shell == 0) {
+        host::complain("the shell can't be started: " + std::string(std::strerror(errno)));
         return answer(-1);
     }
-    host::flush_history();
-    const std::string text = host::utf8_of(command);
-    const char* const arguments[] = {"sh", "-c", text.c_str(), nullptr};
-    pid_t child = 0;
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    // Answers that are waiting are the host's: only at a terminal may a program read on.
-    if (!isatty(STDIN_FILENO))
-        posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    const int failure =
-        posix_spawn(&child, "/bin/sh", &actions, nullptr, const_cast<char* const*>(arguments), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    if (failure != 0) {
-        host::complain("the shell can't be started: " + std::string(std::strerror(failure)));
-        return answer(-1);
-    }
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0)
-        if (errno != EINTR)
-            return answer(-1);
-    // As a shell tells it: the number of the signal that ended the program, and 128.
-    return answer(WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status));
+    return answer(host::wait_for_end(shell));
 }
 }

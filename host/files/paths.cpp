@@ -19,6 +19,20 @@
 namespace host
 {
 
+std::string absolute_path(const std::string& path)
+{
+    if (!path.empty() && path[0] == '/')
+        return path;
+    char* here = getcwd(nullptr, 0);
+    if (!here)
+        return path;
+    std::string out = here;
+    free(here);
+    if (out.back() != '/')
+        out += '/';
+    return out + path;
+}
+
 namespace
 {
 
@@ -35,6 +49,18 @@ bool is_letter(char c)
 bool is_separator(std::string_view path, std::size_t at)
 {
     return path[at] == '/' || (path[at] == '\\' && !escape_at(path, at));
+}
+
+// A letter that stands for the root.
+char root_letter()
+{
+    const auto& drives = run_settings().drives;
+    for (char letter = 'Z'; letter > 'A'; letter--) {
+        const auto found = drives.find(letter);
+        if (found == drives.end() || found->second == "/")
+            return letter;
+    }
+    return 'A';
 }
 
 struct split_path {
@@ -160,20 +186,6 @@ bool is_file(const std::string& path)
     return stat(path.c_str(), &state) == 0 && !S_ISDIR(state.st_mode);
 }
 
-std::string absolute(const std::string& path)
-{
-    if (!path.empty() && path[0] == '/')
-        return path;
-    char* here = getcwd(nullptr, 0);
-    if (!here)
-        return path;
-    std::string out = here;
-    free(here);
-    if (out.back() != '/')
-        out += '/';
-    return out + path;
-}
-
 // Where the product keeps what programs ask for by a bare name.
 constexpr const char* PRODUCT_DIRECTORIES[] = {"",        "dialogs/", "lisp/", "symbols/",
                                                "slides/", "samples/", "help/"};
@@ -194,7 +206,7 @@ std::optional<std::string> existing_file(const std::string& path)
 {
     const std::string found = file_path(path);
     if (is_file(found))
-        return absolute(found);
+        return absolute_path(found);
     return std::nullopt;
 }
 
@@ -262,6 +274,25 @@ std::optional<std::string> find_file(std::string_view name)
     return std::nullopt;
 }
 
+std::optional<std::string> find_module_file(std::string_view name)
+{
+    std::vector<std::string> names = {std::string(name)};
+    const std::string_view extension = extension_of(name);
+    if (same_text(extension, ".arx"))
+        names.push_back(std::string(name.substr(0, name.size() - extension.size())) + ".so");
+    else if (!same_text(extension, ".so"))
+        names.push_back(std::string(name) + ".so");
+    for (const std::string& one : names) {
+        if (auto found = find_file(one))
+            return found;
+        if (!names_its_place(one))
+            for (const std::string& directory : run_settings().modules)
+                if (auto found = existing_file(directory + one))
+                    return found;
+    }
+    return std::nullopt;
+}
+
 std::string directory_of(std::string_view path)
 {
     const std::size_t at = last_separator(path);
@@ -272,6 +303,34 @@ std::string file_name_of(std::string_view path)
 {
     const std::size_t at = last_separator(path);
     return std::string(at == std::string_view::npos ? path : path.substr(at + 1));
+}
+
+std::string drive_path(std::string_view path)
+{
+    std::string out;
+    std::vector<std::string> components;
+    const auto add = [&components](const split_path& parts) {
+        for (const std::string& component : parts.components) {
+            if (component == ".." && !components.empty())
+                components.pop_back();
+            else if (component != "." && component != "..")
+                components.push_back(program_name(component));
+        }
+    };
+    const split_path parts = split(path);
+    if (path.size() >= 2 && is_letter(path[0]) && path[1] == ':') {
+        out = path.substr(0, 2);
+    } else if (parts.head == "//") {
+        out = "\\";
+    } else {
+        if (parts.head.empty())
+            add(split(absolute_path({})));
+        out = std::string(1, root_letter()) + ":";
+    }
+    add(parts);
+    for (const std::string& component : components)
+        out += '\\' + component;
+    return components.empty() ? out + '\\' : out;
 }
 
 std::string program_path(std::string_view real)

@@ -30,6 +30,14 @@ std::string program_path(std::string_view real);
 // "." or ".."; else in the drawing's directory, in the current one, in the product's directories. An
 // absolute path of this file system; empty when it is nowhere.
 std::optional<std::string> find_file(std::string_view name);
+// The file of a module, named with or without directory and extension (".arx" stands for ".so" where it isn't
+// there itself): as find_file, else in the program's directories of modules.
+std::optional<std::string> find_module_file(std::string_view name);
+// `path` of this file system, from the root on.
+std::string absolute_path(const std::string& path);
+// An absolute path as programs of the platform hold it, with backslashes and a drive letter: the one that
+// `path` has, else one whose directory is the root (Z unless that is set). Windows-1252 for any form.
+std::string drive_path(std::string_view path);
 // Directory of `path` with its separator; the name behind it.
 std::string directory_of(std::string_view path);
 std::string file_name_of(std::string_view path);

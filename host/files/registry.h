@@ -2,6 +2,7 @@
 // form that registry editors export.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -38,22 +39,33 @@ struct registry_key {
     std::shared_ptr<registry_key> find(std::string_view path) const;
     std::shared_ptr<registry_key> make(std::string_view path);
     void remove(std::string_view path);
+    // The values and keys of `other` that this one lacks.
+    void add_missing(const registry_key& other);
 
 private:
     std::unordered_map<std::string, std::size_t> value_places_, key_places_; // by folded name
 };
 
-// Reads the text form: UTF-8, UTF-16 with its mark, or Windows-1252. `file` stands in the complaints about
-// damaged lines, which are passed over.
-std::shared_ptr<registry_key> parse_registry(std::string_view bytes, const std::string& file);
+// Reads the text form: UTF-8, UTF-16 with its mark, or Windows-1252, onto the tree `onto` (a new one when
+// null), and hands that back. `file` stands in the complaints about damaged lines, which are passed over; there
+// are none when it is empty.
+std::shared_ptr<registry_key> parse_registry(std::string_view bytes, const std::string& file,
+                                             std::shared_ptr<registry_key> onto = nullptr);
 std::string registry_text(const registry_key& root);
 
-// The registry of this run: run_settings().registry, else zentrik/registry.reg in the user's configuration
-// directory. Read when it is first asked for and again when the file has changed; a missing file is an
-// empty registry. The root's keys are HKEY_LOCAL_MACHINE and so on.
+// The registry of this run: what the host has without a file (installation.h), and onto that the file,
+// run_settings().registry, else zentrik/registry.reg in the user's configuration directory. Read when it is
+// first asked for and again when the file has changed. The root's keys are HKEY_LOCAL_MACHINE and so on;
+// HKEY_CLASSES_ROOT shows the classes of user and machine too. Not to be changed.
 std::shared_ptr<registry_key> run_registry();
 std::string registry_file();
-// Sets a value (`path` from HKEY_... on) and writes the file whole. False with `error` when that fails.
-bool set_registry_value(std::string_view path, registry_value value, std::string* error);
+void forget_registry(); // it is read again when it is next asked for
+
+// Changes the values of the key `key_path` (from HKEY_... on) in the file: `change` gets them as the file has
+// them now, which other hosts may have written. The rest of the file stays as it stands, and it is replaced
+// whole. False with `error` when that fails: the file is as it was.
+bool change_registry(const std::string& key_path, const std::function<void(registry_key&)>& change,
+                     std::string* error);
+bool set_registry_value(const std::string& path, const registry_value& value, std::string* error);
 
 } // namespace host

@@ -63,16 +63,6 @@ key_ptr key_of(HKEY handle)
     return found == open_keys().end() ? nullptr : found->second;
 }
 
-// The classes are those of the machine and of the user, seen as one.
-key_ptr find_class(const std::string& path)
-{
-    for (const char* place :
-         {"HKEY_CURRENT_USER\\Software\\Classes\\", "HKEY_LOCAL_MACHINE\\Software\\Classes\\"})
-        if (key_ptr key = host::run_registry()->find(place + path))
-            return key;
-    return nullptr;
-}
-
 void trace_key(host::trace_line& line, HKEY key)
 {
     if (const char* name = root_name(key))
@@ -164,9 +154,7 @@ long RegOpenKeyExA(HKEY parent, const char* path, DWORD options, DWORD access, H
     if (!from)
         return told(line, ERROR_INVALID_HANDLE);
     const std::string wanted = path ? path : "";
-    key_ptr found = wanted.find_first_not_of('\\') == std::string::npos ? from : from->find(wanted);
-    if (!found && parent == HKEY_CLASSES_ROOT)
-        found = find_class(wanted);
+    const key_ptr found = wanted.find_first_not_of('\\') == std::string::npos ? from : from->find(wanted);
     if (!found)
         return told(line, ERROR_FILE_NOT_FOUND);
     *key = ++last;

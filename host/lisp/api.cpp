@@ -67,10 +67,18 @@ bool has_command(document& doc, std::string_view name)
 outcome run_command(document& doc, std::string_view name)
 {
     interpreter& l = interpreter_of(doc);
-    return l.run([&] {
+    tell_lisp(lisp_event::will_start, "(C:" + upper(name) + ")");
+    const outcome result = l.run([&] {
         const value form = cons(value::of(l.intern("C:" + std::string(name))), value::nil());
         return l.eval(form);
     });
+    tell_lisp(result.how == ending::done ? lisp_event::ended : lisp_event::cancelled);
+    return result;
+}
+
+bool is_running(document& doc)
+{
+    return interpreter_of(doc).runs > 0;
 }
 
 resbuf* variable(document& doc, std::string_view name)

@@ -40,9 +40,13 @@ outcome evaluate_typed(document& doc, std::string_view text);
 // False when it failed; the error has been printed.
 bool answer_value(document& doc, std::string_view text, list_ptr* value);
 
-// Whether a LISP function C:NAME is defined; and calls it with no arguments.
+// Whether a LISP function C:NAME is defined; and calls it with no arguments, announced to the editor
+// reactors as "(C:NAME)".
 bool has_command(document& doc, std::string_view name);
 outcome run_command(document& doc, std::string_view name);
+
+// Whether an expression of the drawing is being evaluated.
+bool is_running(document& doc);
 
 // New list of the value of a variable, null for nil or unset.
 resbuf* variable(document& doc, std::string_view name);

@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "host/core/console.h"
+#include "host/core/context.h"
 #include "host/core/text.h"
 #include "host/lisp/builtins.h"
 #include "host/lisp/dialogs.h"
@@ -213,7 +214,10 @@ outcome interpreter::run(const std::function<value()>& work)
     if (!frame_)
         kept_stop_.reset();
     outcome result;
+    const context_scope here(run_context::document);
+    ++runs;
     const auto put_back = [&] {
+        --runs;
         unbind_to(mark);
         source_ = source;
     };

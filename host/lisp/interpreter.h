@@ -164,6 +164,7 @@ public:
     value gripped[2] = {value::nil(), value::nil()};     // sssetfirst
     std::string typed_ahead;                             // rest of a line for read-char
     value last_answer = value::nil();                    // keeps a selection set that answers a prompt
+    int runs = 0;                                        // calls of run that have not come back
     bool catching = false;                               // in the body of an *error* function
 
     // The call at hand and those around it, on the stack of this thread.

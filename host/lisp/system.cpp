@@ -1,12 +1,14 @@
 // system.cpp: modules, other programs, the registry.
 #include "host/core/module.h"
 #include "host/core/text.h"
+#include "host/files/associations.h"
 #include "host/files/paths.h"
 #include "host/files/registry.h"
 #include "host/lisp/builtins.h"
 #include "host/lisp/printer.h"
 #include "hostapi/ads.h"
 #include "hostapi/files.h"
+#include "hostapi/processes.h"
 #include "hostapi/windows.h"
 
 namespace host::lisp
@@ -16,22 +18,24 @@ namespace
 {
 
 // Of a module that can't be loaded or unloaded: `otherwise` if there is one, else an error.
-value refused(interpreter& l, arguments a, const char* what)
+value refused(interpreter& l, arguments a, const char* what, const std::string& why)
 {
     if (a.count > 1)
         return a[1];
-    l.fail(std::string(what) + " failed: " + prin1_text(a[0]));
+    l.fail(std::string(what) + " failed: " + prin1_text(a[0]) + (why.empty() ? "" : ": " + why));
 }
 
 value load_one(interpreter& l, arguments a)
 {
-    const std::optional<std::string> path = find_file(a.text(0));
-    return path && load_module(*path) ? a[0] : refused(l, a, "ARXLOAD");
+    const std::optional<std::string> path = find_module_file(a.text(0));
+    std::string why = "there is no such file";
+    return path && load_module(*path, &why) ? a[0] : refused(l, a, "ARXLOAD", why);
 }
 
 value unload_one(interpreter& l, arguments a)
 {
-    return unload_module(a.text(0)) ? a[0] : refused(l, a, "ARXUNLOAD");
+    std::string why;
+    return unload_module(a.text(0), &why) ? a[0] : refused(l, a, "ARXUNLOAD", why);
 }
 
 value loaded(interpreter&, arguments)
@@ -54,6 +58,18 @@ std::string quoted(const std::string& text)
 value start(interpreter&, arguments a)
 {
     std::string line = a.text(0);
+    if (batch_of(line)) {
+        if (a.given(1))
+            line += " \"" + a.text(1) + "\"";
+        PROCESS_INFORMATION process;
+        const STARTUPINFO startup{};
+        if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, 0, NORMAL_PRIORITY_CLASS, nullptr, nullptr,
+                            &startup, &process))
+            return value::nil();
+        CloseHandle(process.hThread);
+        CloseHandle(process.hProcess);
+        return value::integer(33);
+    }
     if (a.given(1))
         line += " " + quoted(file_exists(a.text(1).c_str()) ? real_path(a.text(1)) : a.text(1));
     return host_system((line + " &").c_str()) == 0 ? value::integer(33) : value::nil();
@@ -97,7 +113,7 @@ value registry_write(interpreter& l, arguments a)
         }
     }
     std::string error;
-    return set_registry_value(utf8_of(a.text(0)), std::move(held), &error) ? written : value::nil();
+    return set_registry_value(utf8_of(a.text(0)), held, &error) ? written : value::nil();
 }
 
 // Names of the keys below one, or with a second argument those of its values.

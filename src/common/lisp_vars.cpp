@@ -27,12 +27,12 @@ void lisp_set_text(const char* name, const char* value)
         acutRelRb(list);
 }
 
-bool lisp_is_zero(const char* name)
+bool lisp_is_integer(const char* name, int value)
 {
-    resbuf* value = nullptr;
-    const bool zero =
-        acedGetSym(name, &value) == RTNORM && value && value->restype == RTSHORT && value->resval.rint == 0;
-    if (value)
-        acutRelRb(value);
-    return zero;
+    resbuf* set = nullptr;
+    const bool is =
+        acedGetSym(name, &set) == RTNORM && set && set->restype == RTSHORT && set->resval.rint == value;
+    if (set)
+        acutRelRb(set);
+    return is;
 }

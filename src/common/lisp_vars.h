@@ -8,5 +8,5 @@
 void lisp_get_text(text_out out, const char* name);
 // Sets a variable to a string; tells when the host refuses.
 void lisp_set_text(const char* name, const char* value);
-// Whether the variable is set to the integer 0: how programs switch something off.
-bool lisp_is_zero(const char* name);
+// Whether the variable is set to a certain integer: how programs switch something on (1) or off (0).
+bool lisp_is_integer(const char* name, int value);

@@ -27,6 +27,7 @@ long file_tell(host_file* file);
 int file_exists(const char* path);       // 1 for a file or a directory
 int file_is_directory(const char* path); // 1 for a directory
 int file_remove(const char* path);       // 0 when removed
+// A file at `to` is replaced, whole or not at all.
 int file_rename(const char* from, const char* to);
 // First (`previous` null) or next name in a directory that fits the pattern's last component, in
 // alphabetical order, into `name`. 1, or 0 when there is none.

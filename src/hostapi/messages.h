@@ -59,7 +59,8 @@ using HOOKPROC = LRESULT (*)(int code, WPARAM wparam, LPARAM lparam);
 
 extern "C" {
 // Hooks of a kind are called newest first; each calls the next one with CallNextHookEx, whose answer is
-// that of the last (0). An answer other than 0 of a WH_MSGFILTER hook swallows the message.
+// that of the last (0). CallNextHookEx takes 0 for the hook that is running. An answer other than 0 of a
+// WH_MSGFILTER hook swallows the message.
 HHOOK SetWindowsHookExA(int kind, HOOKPROC hook, HINSTANCE module, DWORD thread);
 int UnhookWindowsHookEx(HHOOK hook);
 LRESULT CallNextHookEx(HHOOK hook, int code, WPARAM wparam, LPARAM lparam);
@@ -67,7 +68,9 @@ LRESULT CallNextHookEx(HHOOK hook, int code, WPARAM wparam, LPARAM lparam);
 // Sends to a window's procedure at once; posted messages wait for the next loop.
 LRESULT SendMessageA(HWND window, unsigned message, WPARAM wparam, LPARAM lparam);
 int PostMessageA(HWND window, unsigned message, WPARAM wparam, LPARAM lparam);
-// Posts WM_TIMER to the window each time the milliseconds have passed, until KillTimer.
+// WM_TIMER comes to the window, through the WH_MSGFILTER hooks, each time the milliseconds have passed, until
+// KillTimer; or the procedure (HWND, unsigned, std::uintptr_t, DWORD) is called. The timer's number, 0: no such
+// window.
 std::uintptr_t SetTimer(HWND window, std::uintptr_t id, unsigned milliseconds, void* procedure);
 int KillTimer(HWND window, std::uintptr_t id);
 

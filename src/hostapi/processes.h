@@ -29,15 +29,18 @@ constexpr DWORD STILL_ACTIVE = 259;
 extern "C" {
 // Starts a program without waiting. With `application` null the program is the first word of
 // `command_line`, parted from the others by the platform's rules for blanks and quotes; no shell reads
-// it. Non-zero when it started; both handles of `process` go back with CloseHandle.
+// it. Non-zero when it started; both handles of `process` go back with CloseHandle. `environment` is null:
+// a program gets that of its host.
 int CreateProcessA(const char* application, char* command_line, void* process_security, void* thread_security,
                    int inherit_handles, DWORD flags, void* environment, const char* directory,
                    const STARTUPINFO* startup, PROCESS_INFORMATION* process);
 int CloseHandle(HANDLE handle);
-// 0 when the program waits for input, or has no windows; 258 when the time (milliseconds) was over.
+// 0 when the program waits for input, or has no windows; 258 when the time (milliseconds) was over; all bits
+// for a handle that isn't open.
 DWORD WaitForInputIdle(HANDLE process, DWORD milliseconds);
-// STILL_ACTIVE while it runs.
+// STILL_ACTIVE while it runs, unless the user asks for a break: nobody is to wait on then.
 int GetExitCodeProcess(HANDLE process, DWORD* code);
+// Ends early at the user's break.
 DWORD SleepEx(DWORD milliseconds, int alertable);
 DWORD GetCurrentThreadId();
 // The command line of this program.

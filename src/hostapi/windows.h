@@ -11,6 +11,7 @@ using LPARAM = std::int64_t;
 using WPARAM = std::uint64_t;
 
 constexpr unsigned MB_OK = 0x0;
+constexpr unsigned MB_YESNOCANCEL = 0x3;
 constexpr unsigned MB_YESNO = 0x4;
 constexpr unsigned MB_ICONWARNING = 0x30;
 constexpr int IDOK = 1;

@@ -42,7 +42,7 @@ struct front {
 // A crossing just at the reach counts, whatever the last bits of its length are.
 bool is_within_reach(const work& w, const cl_hit& hit)
 {
-    return hit.length <= w.outline.reach + PG_LENGTH_TOL;
+    return hit.branch >= 0 && hit.length <= w.outline.reach + PG_LENGTH_TOL;
 }
 
 struct hit_on {

@@ -186,7 +186,7 @@ void write_setting_line(host_file* stream, const char* name)
 
 void save_drawing_settings(const char* drawing_path)
 {
-    if (lisp_is_zero("do_ini") || is_unnamed_drawing(drawing_path))
+    if (lisp_is_integer("do_ini", 0) || is_unnamed_drawing(drawing_path))
         return;
     write_settings_file(drawing_path);
     make_settings_block();

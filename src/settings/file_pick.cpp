@@ -93,7 +93,7 @@ int zent_get_file(const char* title, text_out default_path, const char* extensio
     const bool asks_to_replace = (flags & PICK_NEW_FILE) && !(flags & PICK_NO_REPLACE_QUESTION);
     const int status = asks_to_replace ? ask_new_file(title, default_path, extensions, flags, result)
                                        : acedGetFileD(title, default_path.text, extensions, flags, result);
-    if (status == RTNORM && result->restype == RTSTR && !lisp_is_zero("do_ini")) {
+    if (status == RTNORM && result->restype == RTSTR && !lisp_is_integer("do_ini", 0)) {
         char choice[ADS_PATH_SIZE + 8];
         text_set(choice, result->resval.rstring);
         remember_file(choice);

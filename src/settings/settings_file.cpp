@@ -13,7 +13,9 @@ namespace
 
 constexpr const char* UNNAMED[] = {"DRAWING.DWG", "DRAWING1.DWG", "DRAWING2.DWG"};
 
-std::string text_variable(const char* name)
+} // namespace
+
+std::string host_text(const char* name)
 {
     resbuf value{};
     if (acedGetVar(name, &value) != RTNORM || value.restype != RTSTR || !value.resval.rstring)
@@ -22,8 +24,6 @@ std::string text_variable(const char* name)
     acad_free(value.resval.rstring);
     return text;
 }
-
-} // namespace
 
 void settings_path(const char* drawing_path, text_out out)
 {
@@ -36,7 +36,7 @@ void settings_path(const char* drawing_path, text_out out)
 
 bool current_settings_path(text_out out)
 {
-    const std::string drawing = text_variable("DWGPREFIX") + text_variable("DWGNAME");
+    const std::string drawing = host_text("DWGPREFIX") + host_text("DWGNAME");
     text_set(out, "");
     if (drawing.empty() || is_unnamed_drawing(drawing.c_str()))
         return false;

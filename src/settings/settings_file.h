@@ -2,6 +2,8 @@
 // "variable=value", "PROJECT=PATH" for a file that the user picked, and others, which the next save drops.
 #pragma once
 
+#include <string>
+
 #include "common/text_buffer.h"
 
 struct host_file;
@@ -9,6 +11,9 @@ struct host_file;
 // Room for a line as the readers of these files take it: at most 122 characters and a terminator.
 // A longer line is read in pieces.
 constexpr int SETTINGS_LINE_SIZE = 123;
+
+// A host variable that holds a text; empty when it holds another value or isn't there.
+std::string host_text(const char* name);
 
 // The settings file's path: what stands behind the last "." of the whole path, directories counted,
 // becomes "ini"; ".ini" is appended when there is no "." but at the first character.

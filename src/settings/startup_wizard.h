@@ -9,4 +9,7 @@ struct wizard_links {
 };
 extern wizard_links wizard_calls;
 
+// Shows the page that the LISP variable is_new names (0 recent drawings, 1 new drawing) and hands the host
+// the command that follows from it. Does nothing unless use_startwiz is 1 and the drawing has no name yet:
+// a name with DRAWING.DWG or DRAWING1.DWG to DRAWING9.DWG anywhere in it counts as none.
 void startup_wizard();

@@ -3,7 +3,16 @@
 #include "common/lisp_vars.h"
 #include "common/tracking.h"
 #include "hostapi/editor.h"
+#include "launch/help.h"
+#include "settings/startup_wizard.h"
+#include "shell/commands.h"
+#include "shell/framework.h"
 #include "shell/functions.h"
+#include "shell/hooks.h"
+#include "shell/reactors.h"
+#include "shell/screen_marks.h"
+#include "shell/status_pane.h"
+#include "symbols/preview_tiles.h"
 
 namespace
 {
@@ -27,6 +36,56 @@ void register_for_many_drawings(void* packet)
         linker->registerAppMDIAware(packet);
 }
 
+void add_doc_reactor(void*)
+{
+    doc_reactor_add();
+}
+
+void remove_doc_reactor(void*)
+{
+    doc_reactor_remove();
+}
+
+void add_editor_reactors(void*)
+{
+    editor_reactors_add();
+}
+
+void remove_editor_reactors(void*)
+{
+    editor_reactors_remove();
+}
+
+void join_framework(void*)
+{
+    framework_set_up();
+}
+
+void leave_framework(void*)
+{
+    framework_tear_down();
+}
+
+void install_hooks(void*)
+{
+    hooks_install();
+}
+
+void remove_hooks(void*)
+{
+    hooks_remove();
+}
+
+void register_commands(void*)
+{
+    commands_register();
+}
+
+void remove_commands(void*)
+{
+    commands_remove();
+}
+
 void define_functions(void*)
 {
     lisp_defun_all();
@@ -42,15 +101,52 @@ void run_function(void*)
     lisp_dispatch();
 }
 
+void run_wizard(void*)
+{
+    wizard_calls = {help_show, symbol_tile_preview};
+    startup_wizard();
+}
+
 void read_symbol_directory(void*)
 {
     lisp_get_text(symbol_dir, "psname");
 }
 
-constexpr step INITIAL_LOAD[] = {clear_current_function, unlock, register_for_many_drawings, define_functions,
-                                 read_symbol_directory};
-constexpr step UNLOAD[] = {unlock};
-constexpr step DRAWING_LOAD[] = {define_functions};
+// What the steps before have no place for. A loader may keep the module in memory, and its next load has to
+// find it as new: who unloads it from a LISP function never hears of that function's end.
+void forget(void*)
+{
+    status_pane_remove();
+    screen_marks_forget();
+    main_window = doc_window = nullptr;
+    cmd_active = lisp_active = help_pending = 0;
+    current_function[0] = '\0';
+}
+
+// clang-format off
+constexpr step INITIAL_LOAD[] = {
+    clear_current_function,
+    unlock,
+    register_for_many_drawings,
+    add_doc_reactor,
+    join_framework,
+    install_hooks,
+    register_commands,
+    define_functions,
+    run_wizard,
+    read_symbol_directory,
+};
+constexpr step UNLOAD[] = {
+    unlock,
+    remove_editor_reactors,
+    remove_doc_reactor,
+    leave_framework,
+    remove_hooks,
+    remove_commands,
+    forget,
+};
+// clang-format on
+constexpr step DRAWING_LOAD[] = {add_editor_reactors, define_functions};
 constexpr step DRAWING_UNLOAD[] = {unlock, undefine_functions};
 constexpr step INVOKE[] = {run_function};
 
@@ -93,7 +189,7 @@ int acrxEntryPoint(int message, void* packet)
     return AcRx::kRetOK;
 }
 
-// Loaders ask for both names before they send the first message.
+// Loaders ask for both names before they send the first message; the second does nothing.
 int acrxGetApiVersion();
 int acrxGetApiVersion()
 {

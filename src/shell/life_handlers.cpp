@@ -54,7 +54,17 @@ void op_status_text(op_call& call)
     status_text(next_text(&call.args, ""));
 }
 
-void op_screen_mark(op_call&) {}
+// The text says nothing that is used, but a call without one is none. Only a point in space sets a mark.
+void op_screen_mark(op_call& call)
+{
+    if (next_text(&call.args, "")[0] == '\0')
+        return;
+    const int action = next_short(&call.args, 0);
+    if (action < 0)
+        screen_mark_clear(-action);
+    else if (call.args && call.args->restype == RT3DPOINT)
+        screen_mark_set(action, call.args->resval.rpoint[0], call.args->resval.rpoint[1]);
+}
 
 void op_run_and_wait(op_call& call)
 {

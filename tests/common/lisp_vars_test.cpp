@@ -61,14 +61,19 @@ TEST(LispVariable, RefusalIsTold)
     EXPECT_TRUE(session.heap_is_as_before());
 }
 
-TEST(LispVariable, OnlyTheIntegerZeroSwitchesOff)
+TEST(LispVariable, IsAnIntegerOnlyAsAnInteger)
 {
     host_session session;
-    fake.lisp = {{"zero", short_value(0)}, {"one", short_value(1)}, {"text", text_value("0")}};
-    EXPECT_TRUE(lisp_is_zero("zero"));
-    EXPECT_FALSE(lisp_is_zero("one"));
-    EXPECT_FALSE(lisp_is_zero("text"));
-    EXPECT_FALSE(lisp_is_zero("unset"));
+    fake.lisp = {{"zero", short_value(0)},
+                 {"one", short_value(1)},
+                 {"text", text_value("0")},
+                 {"real", real_value(0.0)}};
+    EXPECT_TRUE(lisp_is_integer("zero", 0));
+    EXPECT_FALSE(lisp_is_integer("one", 0));
+    EXPECT_TRUE(lisp_is_integer("one", 1));
+    EXPECT_FALSE(lisp_is_integer("text", 0));
+    EXPECT_FALSE(lisp_is_integer("real", 0));
+    EXPECT_FALSE(lisp_is_integer("unset", 0));
     EXPECT_TRUE(session.heap_is_as_before());
 }
 

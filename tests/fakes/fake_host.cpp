@@ -13,7 +13,8 @@
 #include "host/core/resbuf.h"
 #include "host/core/trace.h"
 #include "hostapi/ads.h"
-#include "hostapi/windows.h"
+#include "hostapi/editor.h"
+#include "hostapi/framework.h"
 
 fake_host fake;
 
@@ -42,6 +43,20 @@ resbuf* node_of(const fake_value& value)
         return nullptr;
     }
 }
+
+bool is_absent(const char* key)
+{
+    return std::find(fake.absent_tiles.begin(), fake.absent_tiles.end(), key) != fake.absent_tiles.end();
+}
+
+fake_value value_of(const resbuf& node)
+{
+    return node.restype == RTSTR    ? text_value(node.resval.rstring)
+           : node.restype == RTREAL ? real_value(node.resval.rreal)
+                                    : short_value(node.resval.rint);
+}
+
+std::string filled_list, image_key; // tiles that are being filled
 
 ads_htile tile_of(const std::string& key)
 {
@@ -89,14 +104,25 @@ fake_value list_value()
     return value;
 }
 
-void press(const std::string& key)
+bool has_action(const std::string& key)
+{
+    return actions.count(key) != 0;
+}
+
+void enter(const std::string& key, const std::string& value)
+{
+    fake.tiles[key] = value;
+    press(key);
+}
+
+void press(const std::string& key, int reason)
 {
     const auto action = actions.find(key);
     if (action == actions.end()) {
         fake.unknown_tiles.push_back(key);
         return;
     }
-    ads_callback_packet packet{1, tile_of(key), "", CBR_SELECT, 0, 0, nullptr};
+    ads_callback_packet packet{1, tile_of(key), "", reason, 0, 0, nullptr};
     action->second(&packet);
 }
 
@@ -156,7 +182,8 @@ int acedPutSym(const char* name, const resbuf* value)
 {
     if (fake.lisp_refuses)
         return RTERROR;
-    fake.lisp[name] = text_value(value->resval.rstring);
+    fake.lisp[name] = value_of(*value);
+    fake.set_order.push_back(std::string(name) + "=" + host::printed_value(*value));
     return RTNORM;
 }
 
@@ -173,6 +200,13 @@ int acedGetVar(const char* name, resbuf* value)
     if (held.type == RTSTR)
         return acutNewString(held.text.c_str(), &value->resval.rstring);
     value->resval.rint = static_cast<short>(held.integer);
+    return RTNORM;
+}
+
+int acedSetVar(const char* name, const resbuf* value)
+{
+    fake.variables[name] = value_of(*value);
+    fake.set_order.push_back(std::string(name) + "=" + host::printed_value(*value));
     return RTNORM;
 }
 
@@ -236,8 +270,8 @@ int acedAlert(const char* text)
 
 int acedGetFileD(const char* title, const char* default_path, const char* extension, int flags, resbuf* result)
 {
-    fake.file_dialogs.push_back(std::string(title) + "|" + default_path + "|" + extension + "|" +
-                                std::to_string(flags));
+    fake.file_dialogs.push_back(std::string(title) + "|" + (default_path ? default_path : "<null>") + "|" +
+                                extension + "|" + std::to_string(flags));
     if (fake.file_answers.empty() || fake.file_answers.front().empty())
         return RTCAN;
     *result = resbuf{nullptr, RTSTR, {}};
@@ -259,7 +293,7 @@ int MessageBoxA(HWND, const char* text, const char* title, unsigned style)
 
 HWND GetActiveWindow()
 {
-    return 1;
+    return fake.active_window;
 }
 
 int SetWindowTextA(HWND, const char* text)
@@ -274,12 +308,62 @@ void GlobalMemoryStatus(MEMORYSTATUS* status)
     status->dwAvailVirtual = fake.free_virtual;
 }
 
+namespace
+{
+
+std::vector<std::string> keys; // path of a key, handle - 1
+
+std::string root_of(HKEY key)
+{
+    switch (key) {
+    case HKEY_LOCAL_MACHINE:
+        return "";
+    case HKEY_CURRENT_USER:
+        return "HKCU\\";
+    case HKEY_CLASSES_ROOT:
+        return "HKCR\\";
+    default:
+        return keys[key - 1] + "\\";
+    }
+}
+
+// The index-th of the names that stand behind `start`, up to the next of `ends`.
+std::string name_behind(const std::string& start, const char* ends, DWORD index)
+{
+    std::vector<std::string> names;
+    for (const auto& [name, value] : fake.registry) {
+        if (name.compare(0, start.size(), start) != 0)
+            continue;
+        const std::string found =
+            name.substr(start.size(), name.find_first_of(ends, start.size()) - start.size());
+        if (names.empty() || names.back() != found)
+            names.push_back(found);
+    }
+    return index < names.size() ? names[index] : std::string();
+}
+
+long hand_out(const std::string& text, void* out, DWORD* size)
+{
+    const DWORD needed = static_cast<DWORD>(text.size() + 1);
+    const bool fits = *size >= needed;
+    *size = needed;
+    if (!fits)
+        return ERROR_MORE_DATA;
+    std::memcpy(out, text.c_str(), needed);
+    return ERROR_SUCCESS;
+}
+
+} // namespace
+
 long RegOpenKeyExA(HKEY parent, const char* path, DWORD, DWORD, HKEY* key)
 {
-    const std::string wanted = std::string(path) + "|";
+    const std::string wanted = root_of(parent) + path;
     for (const auto& [name, value] : fake.registry)
-        if (parent == HKEY_LOCAL_MACHINE && name.compare(0, wanted.size(), wanted) == 0) {
-            *key = 1;
+        if (name.compare(0, wanted.size(), wanted) == 0 &&
+            (name[wanted.size()] == '|' || name[wanted.size()] == '\\')) {
+            keys.push_back(wanted);
+            *key = static_cast<HKEY>(keys.size());
+            ++fake.open_keys;
             return ERROR_SUCCESS;
         }
     return ERROR_FILE_NOT_FOUND;
@@ -287,25 +371,36 @@ long RegOpenKeyExA(HKEY parent, const char* path, DWORD, DWORD, HKEY* key)
 
 long RegCloseKey(HKEY)
 {
+    --fake.open_keys;
     return ERROR_SUCCESS;
 }
 
-long RegQueryValueExA(HKEY, const char* name, DWORD*, DWORD* type, unsigned char* data, DWORD* size)
+long RegQueryValueExA(HKEY key, const char* name, DWORD*, DWORD* type, unsigned char* data, DWORD* size)
 {
-    for (const auto& [key, value] : fake.registry) {
-        if (key.substr(key.find('|') + 1) != name)
-            continue;
-        const DWORD needed = static_cast<DWORD>(value.second.size() + 1);
-        *type = value.first;
-        if (*size < needed) {
-            *size = needed;
-            return ERROR_MORE_DATA;
-        }
-        *size = needed;
-        std::memcpy(data, value.second.c_str(), needed);
-        return ERROR_SUCCESS;
-    }
-    return ERROR_FILE_NOT_FOUND;
+    const auto found = fake.registry.find(keys[key - 1] + "|" + name);
+    if (found == fake.registry.end())
+        return ERROR_FILE_NOT_FOUND;
+    *type = found->second.first;
+    return hand_out(found->second.second, data, size);
+}
+
+long RegEnumKeyExA(HKEY key, DWORD index, char* name, DWORD* name_size)
+{
+    const std::string found = name_behind(root_of(key), "\\|", index);
+    return found.empty() ? ERROR_NO_MORE_ITEMS : hand_out(found, name, name_size);
+}
+
+long RegEnumValueA(HKEY key, DWORD index, char* name, DWORD* name_size, DWORD* type, unsigned char* data,
+                   DWORD* size)
+{
+    const std::string found = name_behind(keys[key - 1] + "|", "|", index);
+    if (found.empty())
+        return ERROR_NO_MORE_ITEMS;
+    const auto& value = fake.registry.at(keys[key - 1] + "|" + found);
+    *type = value.first;
+    const long named = hand_out(found, name, name_size);
+    const long given = hand_out(value.second, data, size);
+    return named != ERROR_SUCCESS ? named : given;
 }
 
 // ---- dialogs ------------------------------------------------------------------------------------
@@ -330,16 +425,21 @@ int ads_unload_dialog(int)
 int ads_new_dialog(const char* name, int id, ads_callback, ads_hdlg* dialog)
 {
     auto file = fake.dialogs.begin();
-    std::advance(file, id);
-    const bool known = std::find(file->second.begin(), file->second.end(), name) != file->second.end();
+    std::advance(file, id < 0 ? 0 : id);
+    const bool known = file != fake.dialogs.end() &&
+                       std::find(file->second.begin(), file->second.end(), name) != file->second.end();
     *dialog = known ? 1 : 0;
     actions.clear();
     fake.tiles.clear();
+    fake.lists.clear();
+    fake.modes.clear();
     return known ? RTNORM : RTERROR;
 }
 
-int ads_start_dialog(ads_hdlg, int* result)
+int ads_start_dialog(ads_hdlg dialog, int* result)
 {
+    if (dialog == 0)
+        return RTERROR;
     running = true;
     running_result = DLGCANCEL;
     if (fake.person)
@@ -364,12 +464,16 @@ int ads_action_tile(ads_hdlg, const char* key, ads_callback action)
 
 int ads_set_tile(ads_hdlg, const char* key, const char* value)
 {
+    if (is_absent(key))
+        return RTERROR;
     fake.tiles[key] = value;
     return RTNORM;
 }
 
 int ads_get_tile(ads_hdlg, const char* key, char* value, int size)
 {
+    if (is_absent(key))
+        return RTERROR;
     const std::string text = fake.tiles[key].substr(0, static_cast<std::size_t>(size - 1));
     std::memcpy(value, text.c_str(), text.size() + 1);
     return RTNORM;
@@ -383,4 +487,90 @@ int ads_get_attr_string(ads_htile tile, const char* attribute, char* value, int 
     std::memcpy(value, text.c_str(), text.size() + 1);
     return RTNORM;
 }
+
+int ads_mode_tile(ads_hdlg, const char* key, int mode)
+{
+    fake.modes[key] = mode;
+    fake.mode_calls.push_back(std::string(key) + "=" + std::to_string(mode));
+    return RTNORM;
+}
+
+int ads_start_list(ads_hdlg, const char* key, int, int)
+{
+    filled_list = key;
+    fake.lists[key].clear();
+    return RTNORM;
+}
+
+int ads_add_list(const char* item)
+{
+    fake.lists[filled_list].push_back(item);
+    return RTNORM;
+}
+
+int ads_end_list()
+{
+    return RTNORM;
+}
+
+int ads_dimensions_tile(ads_hdlg, const char*, int* width, int* height)
+{
+    *width = 120;
+    *height = 65;
+    return RTNORM;
+}
+
+int ads_start_image(ads_hdlg, const char* key)
+{
+    image_key = key;
+    return RTNORM;
+}
+
+int ads_fill_image(int x, int y, int width, int height, int color)
+{
+    fake.fills.push_back(image_key + ": " + std::to_string(x) + " " + std::to_string(y) + " " +
+                         std::to_string(width) + " " + std::to_string(height) + " " + std::to_string(color));
+    return RTNORM;
+}
+
+int ads_end_image()
+{
+    return RTNORM;
+}
+}
+
+// ---- the application -------------------------------------------------------------------------------
+namespace
+{
+
+struct fake_document : AcApDocument {
+    AcDbDatabase* database() const override { return nullptr; }
+    const char* fileName() const override { return ""; }
+};
+
+struct fake_documents : AcApDocManager {
+    mutable fake_document document;
+    void addReactor(AcApDocManagerReactor*) override {}
+    void removeReactor(AcApDocManagerReactor*) override {}
+    AcApDocument* curDocument() const override { return fake.document_open ? &document : nullptr; }
+    bool isApplicationContext() const override { return true; }
+    int appContextOpenDocument(const char*) override { return 0; }
+    void executeInApplicationContext(void (*step)(void*), void* data) override { step(data); }
+    int closeDocument(AcApDocument*) override { return 0; }
+    AcApDocumentIterator* newAcApDocumentIterator() override { return nullptr; }
+};
+
+} // namespace
+
+AcApDocManager* acDocManagerPtr()
+{
+    static fake_documents all;
+    return &all;
+}
+
+CWnd* acedGetAcadFrame()
+{
+    static CWnd frame;
+    frame.m_hWnd = adsw_acadMainWnd();
+    return &frame;
 }

@@ -13,6 +13,7 @@
 
 #include "hostapi/adsdef.h"
 #include "hostapi/dcl.h"
+#include "hostapi/messages.h"
 
 struct fake_value {
     int type = 0; // RTNORM type codes; RTLB: a list of one real
@@ -52,22 +53,56 @@ struct fake_host {
     std::deque<int> message_answers;
     std::vector<std::string> messages; // "caption|text|style"
 
-    std::map<std::string, std::pair<std::uint32_t, std::string>> registry; // "key|name": type and value
+    // "key|name": type and value. Keys of the user begin with "HKCU\", those of the classes root with "HKCR\",
+    // all others are the machine's.
+    std::map<std::string, std::pair<std::uint32_t, std::string>> registry;
+    int open_keys = 0;
+    std::string started_as; // command line of the process
 
     // Dialogs: the files that can be loaded with the dialogs in them; what a person does once one runs.
     std::map<std::string, std::vector<std::string>> dialogs;
     std::function<void()> person;
     std::map<std::string, std::string> tiles;
     std::vector<std::string> unknown_tiles;
+    std::vector<std::string> absent_tiles;                 // keys that the dialogs don't have
+    std::map<std::string, std::vector<std::string>> lists; // of list tiles
+    std::map<std::string, int> modes;                      // the last one set of a tile
+    std::vector<std::string> mode_calls;                   // "key=mode" in the order of the calls
+    std::vector<std::string> fills;                        // "tile: x y width height color"
     std::string window_title;
     int loaded_files = 0; // loaded and not unloaded
 
+    // Variables set, of LISP and of the host, each "name=value" in the order of the calls.
+    std::vector<std::string> set_order;
+    std::vector<std::string> typed; // texts handed to the command line, terminators included
+    bool document_open = true;
+
     std::uint64_t free_physical = 0, free_virtual = 0;
+
+    // Other programs and libraries: each call as "name argument ...", in their order.
+    std::vector<std::string> calls;
+    bool programs_start = true;
+    int polls_until_the_end = 0;                                // of a program
+    int open_programs = 0;                                      // process and thread handles not given back
+    std::map<std::string, std::string> environment;             // for %NAME%
+    std::map<std::string, std::map<unsigned, void*>> libraries; // by name: functions by ordinal
+
+    // Windows: the classes of the active window's children, 101, 102, ... in their order; drawings that have
+    // a picture; what is drawn goes to `calls`.
+    HWND active_window = 1;
+    std::vector<std::string> child_classes;
+    std::vector<std::string> pictures;
+    int open_contexts = 0;
 };
 extern fake_host fake;
 
-// For `person`: press a tile's button, as its action sees it.
-void press(const std::string& key);
+// What CreateBitmap made of a bitmap, in any test: rows of '#' and ' ', a line feed each.
+std::string bitmap_rows(HBITMAP bitmap);
+
+// For `person`: press a tile's button, as its action sees it; give a tile a value and run its action.
+void press(const std::string& key, int reason = CBR_SELECT);
+void enter(const std::string& key, const std::string& value);
+bool has_action(const std::string& key);
 
 // What the module printed since the object was made; heap_is_as_before() when all was given back.
 class host_session

@@ -2,6 +2,7 @@
 #include <filesystem>
 
 #include "host/commandline/closing.h"
+#include "host/lisp/api.h"
 #include "tests/host/commandline/session.h"
 #include "tests/host/files/temporary_directory.h"
 
@@ -125,9 +126,10 @@ TEST_F(drawing_files, CloseWaitsForTheEndOfTheExpression)
 {
     send("NEW|.");
     const int closing = doc().number();
-    send("CLOSE");
+    lisp::evaluate_typed(doc(), "(progn (command \"CLOSE\") (setq still (getvar \"DWGNAME\")) (princ still))");
+    EXPECT_TRUE(has_shown("Drawing" + std::to_string(closing) + ".dwg")) << shown;
     EXPECT_EQ(doc().number(), closing);
-    expression_ended(doc());
+    expression_ended();
     EXPECT_NE(doc().number(), closing);
     EXPECT_EQ(documents().size(), 1u);
 }

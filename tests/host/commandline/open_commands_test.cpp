@@ -114,7 +114,7 @@ TEST_F(open_commands, ACommandLeftOpenByAnExpressionGoesOnWithTheUser)
 TEST_F(open_commands, TheEndOfAnExpressionCancelsWhatItLeftOpen)
 {
     send("LINE|0,0|5,0");
-    expression_ended(doc());
+    expression_ended();
     EXPECT_EQ(send("POINT|1,1"), RTNORM);
     EXPECT_EQ(objects({}), "LINE / POINT");
 }

@@ -358,7 +358,7 @@ TEST_F(survey_points, AReferenceFromItsListAloneComesBackWhenTheExpressionEnds)
     send("ERASE|P|");
     EXPECT_EQ(acdbEntMake(list->rbnext), RTNORM);
     EXPECT_EQ(objects({}), "LINE");
-    expression_ended(doc());
+    expression_ended();
     EXPECT_EQ(objects({2, 10, 66}), "LINE 10=0,0,0 / INSERT 2=SRVPN1 10=10,10,5");
 }
 

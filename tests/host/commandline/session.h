@@ -20,6 +20,7 @@
 #include "host/database/database.h"
 #include "host/database/entities.h"
 #include "host/database/sysvars.h"
+#include "tests/host/files/temporary_directory.h"
 
 namespace host::commandline
 {
@@ -39,6 +40,7 @@ protected:
     void SetUp() override
     {
         close_all_documents();
+        run_settings().registry = registry_.path + "/registry.reg"; // the user's own stays as it is
         answers_from_text("");
         request_quit(false);
         open_document();
@@ -160,6 +162,9 @@ protected:
     bool has_shown(std::string_view text) const { return shown.find(text) != std::string::npos; }
 
     std::string shown;
+
+private:
+    temporary_directory registry_;
 };
 
 } // namespace host::commandline

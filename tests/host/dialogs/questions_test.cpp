@@ -96,28 +96,16 @@ TEST_F(Questions, FileDialogsHandTheAnswerOnAsTyped)
     EXPECT_EQ(acedGetFileD("Pick", nullptr, nullptr, 0, nullptr), RTERROR);
 }
 
-TEST_F(Questions, HelpTellsItsTopic)
-{
-    EXPECT_EQ(acedHelp("zentrik.hlp", "POINTER", 0), RTNORM);
-    acedHelp("zentrik.hlp", nullptr, 0);
-    acedHelp(nullptr, "", 0);
-    EXPECT_EQ(history,
-              "[help] POINTER: no help viewer is there yet\n[help] zentrik.hlp: no help viewer is there yet\n"
-              "[help] contents: no help viewer is there yet\n");
-}
-
 TEST_F(Questions, QuestionsAreTraced)
 {
     host::trace_to("trace.txt");
     box("yes", MB_YESNO | MB_ICONWARNING);
     file("a.txt", nullptr, 1);
     file("^C", "d");
-    acedHelp("f", "t", 0);
     host::trace_to("");
     EXPECT_EQ(tmp.read("trace.txt"), "MessageBoxA 0 \"Go on?\" \"Title\" 52 -> 6\n"
                                      "acedGetFileD \"Pick\" nil \"txt;*\" 1 -> \"a.txt\"\n"
-                                     "acedGetFileD \"Pick\" \"d\" \"txt;*\" 0 -> RTCAN\n"
-                                     "acedHelp \"f\" \"t\" 0 -> RTNORM\n");
+                                     "acedGetFileD \"Pick\" \"d\" \"txt;*\" 0 -> RTCAN\n");
 }
 
 } // namespace

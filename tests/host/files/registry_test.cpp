@@ -242,12 +242,12 @@ TEST_F(Registry, AnyCodingOfTheFileIsRead)
     }
 }
 
-TEST_F(Registry, AMissingFileIsAnEmptyRegistry)
+TEST_F(Registry, AMissingFileLeavesWhatTheHostHas)
 {
     host::run_settings().registry = tmp.path + "/none.reg";
     HKEY key = 0;
     testing::internal::CaptureStderr();
-    EXPECT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, "Software", 0, KEY_READ, &key), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, "Software\\Example", 0, KEY_READ, &key), ERROR_FILE_NOT_FOUND);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
@@ -277,8 +277,6 @@ TEST_F(Registry, WhatIsSetIsSavedAndReadBack)
     EXPECT_TRUE(host::set_registry_value("HKEY_CURRENT_USER\\Software\\K",
                                          {"m", host::REG_MULTI_SZ, bytes("a\0b\0", 4)}, &error));
     EXPECT_EQ(tmp.read("deep/own.reg"), "Windows Registry Editor Version 5.00\n"
-                                        "\n[HKEY_CURRENT_USER]\n"
-                                        "\n[HKEY_CURRENT_USER\\Software]\n"
                                         "\n[HKEY_CURRENT_USER\\Software\\K]\n"
                                         "\"TEXT\"=\"new\"\n"
                                         "@=dword:00000005\n"
@@ -286,7 +284,10 @@ TEST_F(Registry, WhatIsSetIsSavedAndReadBack)
                                         "\"b\"=hex:01,ff\n"
                                         "\"m\"=hex(7):61,00,00,00,62,00,00,00,00,00\n");
     const auto again = host::parse_registry(tmp.read("deep/own.reg"), "own.reg");
-    EXPECT_EQ(host::registry_text(*again), tmp.read("deep/own.reg"));
+    EXPECT_EQ(host::registry_text(*again), "Windows Registry Editor Version 5.00\n"
+                                           "\n[HKEY_CURRENT_USER]\n"
+                                           "\n[HKEY_CURRENT_USER\\Software]\n" +
+                                               tmp.read("deep/own.reg").substr(37));
     EXPECT_EQ(queried(opened(HKEY_CURRENT_USER, "Software\\K"), "text"), bytes("1:new\0", 6));
 }
 
@@ -294,10 +295,33 @@ TEST_F(Registry, AFileThatCannotBeWrittenIsTold)
 {
     host::run_settings().registry = tmp.path;
     std::string error;
-    testing::internal::CaptureStderr();
     EXPECT_FALSE(host::set_registry_value("HKEY_CURRENT_USER\\K", {"a", REG_SZ, "b"}, &error));
-    EXPECT_NE(testing::internal::GetCapturedStderr(), "") << "a directory is no registry";
     EXPECT_EQ(error, tmp.path + ": Is a directory");
+    host::run_settings().registry = tmp.write("file", "") + "/x.reg";
+    EXPECT_FALSE(host::set_registry_value("HKEY_CURRENT_USER\\K", {"a", REG_SZ, "b"}, &error));
+    EXPECT_EQ(error, tmp.path + "/file/x.reg: Not a directory");
+}
+
+TEST_F(Registry, WhatIsNoNameIsNotWritten)
+{
+    keep("[HKLM\\K]\n");
+    const std::string before = tmp.read("test.reg");
+    std::string error;
+    struct {
+        const char *key, *name, *error;
+    } const cases[] = {
+        {"HKEY_ELSE\\K", "a", "'HKEY_ELSE' is no root of a registry"},
+        {"HKEY_CURRENT_USER\\K\nL", "a", "this is no name of a key: HKEY_CURRENT_USER\\K\nL"},
+        {"-HKEY_CURRENT_USER\\K", "a", "this is no name of a key: -HKEY_CURRENT_USER\\K"},
+        {"HKEY_CURRENT_USER\\K", "a\nb", "a value's name has a line end"},
+    };
+    for (const auto& one : cases) {
+        EXPECT_FALSE(host::set_registry_value(one.key, {one.name, REG_SZ, "x"}, &error)) << one.key;
+        EXPECT_EQ(error, tmp.path + "/test.reg: " + one.error);
+    }
+    EXPECT_FALSE(host::set_registry_value("HKEY_CURRENT_USER", {"a", REG_SZ, "b"}, &error));
+    EXPECT_EQ(error, "a registry value needs a key");
+    EXPECT_EQ(tmp.read("test.reg"), before);
 }
 
 TEST_F(Registry, AChangedFileIsReadAgain)

@@ -57,6 +57,10 @@
 (show (getkword "\nSource [Deed/Plan]: "))
 (show (getint "\nCount: "))
 
+; keys
+(show (getint "\nCount: "))
+(show (getint "\nCount: "))
+
 ; picks; a point that hits nothing gives nil
 (setvar "ERRNO" 0)
 (show (entsel "\nPick: "))

@@ -1,0 +1,7 @@
+(cf:zentutil usrdir$ 19 "C:\\MY $(touch made) JOB\\RUN.BAT")
+(cf:zentutil usrdir$ 19 "\"C:\\My $(touch made) Job\\run.bat\" one \"two three\"")
+(cf:zentutil usrdir$ 19 "C:\\NONE.BAT")
+(cf:zentutil usrdir$ 19 "echo the shell runs this")
+(print (vl-registry-read "HKEY_CLASSES_ROOT\\.pdf"))
+(print (vl-registry-read "HKEY_CLASSES_ROOT\\zentrik.pdf\\shell\\open\\command"))
+(princ "\n")

@@ -1,0 +1,22 @@
+; Two drawings that are saved under names, with a point in each, closed in both orders.
+(setvar "CMDECHO" 0)
+(defun named (/ name) (setq name (getvar "DWGNAME")) name)
+(setq home (named) mine "of the first drawing")
+(foreach name '("one" "two")
+  (command "_.NEW" ".")
+  (command "_.SAVEAS" "" name)
+  (command "_.POINT" (list (strlen name) 0)))
+(print (list "in front" (named) "changed" (/= 0 (getvar "DBMOD")) mine))
+(command "_.OPEN" "one")
+(print (list "in front" (named)))
+(command "_.CLOSE" "_Yes") ; its point is lost
+(print (list "in front" (named)))
+(command "_.CLOSE" "_Yes") ; its point is lost
+(print (list "in front" (named) (= home (named)) mine))
+(command "_.OPEN" "two")
+(command "_.OPEN" "one")
+(command "_.OPEN" "two")
+(command "_.CLOSE")
+(command "_.CLOSE")
+(print (list "in front" (named)))
+(princ)
