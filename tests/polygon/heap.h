@@ -1,5 +1,7 @@
-// heap.h: the heap of these tests.
+// heap.h: the host of these tests, which is no more than a heap, a message line and a polar point.
 #pragma once
+
+#include <string>
 
 namespace test_heap
 {
@@ -7,3 +9,6 @@ int live_blocks();
 // The N-th allocation from now fails (1: the next one); 0: none does.
 void fail_at(int n);
 } // namespace test_heap
+
+// What was printed since this was last asked.
+std::string printed_text();
