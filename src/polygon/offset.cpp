@@ -35,6 +35,7 @@ struct offsetting {
     bool right, mitred;
     const pg_node* head;
     bool closed;
+    bool opening = false;   // the first step of a closed chain
     pg_node* out = nullptr; // the last point emitted
     bool exhausted = false;
     point carry{};
@@ -166,12 +167,13 @@ double corner_bulge(const offsetting& work, const point& q, const point& e, cons
 
 void rounded_corner(offsetting& work, const point& q, const point& e, const point& f, double turn)
 {
-    emit(work, e, 0.0);
-    // On the left the second node is set however small the turn: drawings made so have both at vertices in
-    // line.
-    if (work.right && !(turn - PI > LEAST_ROUNDED_TURN))
-        return;
-    emit(work, f, -corner_bulge(work, q, e, f, turn));
+    // On the left the arc is set however small the turn: drawings made so have two nodes at vertices in line.
+    const bool has_arc = !work.right || turn - PI > LEAST_ROUNDED_TURN;
+    // The arc at a closed chain's head comes at the end of the walk; the parallel begins behind it.
+    if (!work.opening || !has_arc)
+        emit(work, e, 0.0);
+    if (has_arc)
+        emit(work, f, -corner_bulge(work, q, e, f, turn));
 }
 
 void mitred_corner(offsetting& work, const point& s, const point& p, const point& q, const point& r,
@@ -339,8 +341,11 @@ pg_node* pg_offset(pg_node* chain, double distance, int side, int corner_mode, i
         second_last = last;
     offsetting work{distance, side == 1, corner_mode != 0, chain, pg_same_place(*last, *chain)};
     // The first step of a closed chain makes the corner at its head and carries it to the first segment.
-    if (work.closed)
+    if (work.closed) {
+        work.opening = true;
         offset_segment(work, *second_last, *chain, chain->next);
+        work.opening = false;
+    }
     for (const pg_node* p = chain; p->next && !work.exhausted; p = p->next)
         offset_segment(work, *p, *p->next, p->next->next);
     // Loops are looked for backwards, from the parallel's end. An offset of one node, which a last node with a

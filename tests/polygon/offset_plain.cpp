@@ -66,6 +66,7 @@ struct walk {
     xyz carry{};
     bool have_carry = false;
     int messages = 0;
+    bool rounded_with_arc = false; // at some corner of two lines
 
     void emit(const xyz& p, double bulge) { emitted.push_back({p[0], p[1], bulge, p[2]}); }
 
@@ -154,13 +155,12 @@ void walk::line_corner(const xyz& s, const xyz& p, const xyz& q, const xyz& r)
         return;
     }
     const xyz f = polar(q, right ? theta + a - 3 * PI / 2 : theta + a - PI / 2, distance);
-    if (round && right) {
+    if (round) {
         emit(e, 0);
-        if (a - PI > 1e-6)
+        if (!right || a - PI > 1e-6) {
             emit(f, -corner_bulge(q, e, f, distance, a - PI));
-    } else if (round) {
-        emit(e, 0);
-        emit(f, -corner_bulge(q, e, f, distance, a - PI));
+            rounded_with_arc = true;
+        }
     } else {
         const xyz e2 = polar(s, theta, 100 * distance + dist(p, q));
         const xyz g = polar(f, angle(r, q), 100 * distance);
@@ -330,8 +330,12 @@ parallel offset(const std::vector<spot>& chain, double distance, int side, int c
     const bool closed =
         std::fabs(chain[last].x - chain[0].x) <= 1e-6 && std::fabs(chain[last].y - chain[0].y) <= 1e-6;
     walk w{chain, distance, side == 1, corner_mode == 0, {}};
-    if (closed)
+    if (closed) {
         w.step(chain[last - 1], chain[0], &chain[1], last - 1 == 0, true);
+        // Of a rounded corner at the head only the arc's end begins the result, which so is closed.
+        if (w.rounded_with_arc)
+            w.emitted.erase(w.emitted.begin());
+    }
     for (std::size_t i = 0; i < last; ++i)
         w.step(chain[i], chain[i + 1], i + 2 <= last ? &chain[i + 2] : nullptr, i == 0, closed);
     std::vector<spot> result(w.emitted.rbegin(), w.emitted.rend());
