@@ -12,6 +12,7 @@ namespace
 {
 int live = 0;
 int until_failure = 0;
+int until_break = 0;
 std::string printed;
 } // namespace
 
@@ -23,6 +24,16 @@ int test_heap::live_blocks()
 void test_heap::fail_at(int n)
 {
     until_failure = n;
+}
+
+void test_heap::break_at(int n)
+{
+    until_break = n;
+}
+
+int acedUsrBrk()
+{
+    return until_break > 0 && --until_break == 0 ? 1 : 0;
 }
 
 std::string printed_text()

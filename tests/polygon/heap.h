@@ -1,4 +1,4 @@
-// heap.h: the host of these tests, which is no more than a heap, a message line and a polar point.
+// heap.h: the host of these tests: a heap, a break key, a message line and a polar point.
 #pragma once
 
 #include <string>
@@ -8,6 +8,8 @@ namespace test_heap
 int live_blocks();
 // The N-th allocation from now fails (1: the next one); 0: none does.
 void fail_at(int n);
+// The N-th poll of the break key from now answers yes, once; 0: none does.
+void break_at(int n);
 } // namespace test_heap
 
 // What was printed since this was last asked.
