@@ -17,14 +17,15 @@
 namespace
 {
 
-constexpr double CHORD_TOL = 0.1;        // squared distance of chords and thinned nodes from the line
-constexpr double LEVEL_SLOPE = 1.0;      // of the centre lines
-constexpr int MOST_ROUNDS = 10;          // of either search
-constexpr double FIRST_ERROR = 1.0;      // in drawing units; what is farther off isn't polished
-constexpr double SMALL_ERROR = 0.0001;   // in drawing units; near enough
-constexpr double SEARCH_TOL = 0.1;       // share of the radius; near enough to be polished
-constexpr double TOUCH_TOL = 0.01;       // share of the radius; what a join takes for touching
-constexpr double TANGENT_REACH = 1.5;    // in radii, from the centre across the side
+constexpr double CHORD_TOL = 0.1;      // squared distance of chords and thinned nodes from the line
+constexpr double LEVEL_SLOPE = 1.0;    // of the centre lines
+constexpr int MOST_ROUNDS = 10;        // of either search
+constexpr double FIRST_ERROR = 1.0;    // in drawing units; what is farther off isn't polished
+constexpr double SMALL_ERROR = 0.0001; // in drawing units; near enough
+constexpr double SEARCH_TOL = 0.1;     // share of the radius; near enough to be polished
+constexpr double TOUCH_TOL = 0.01;     // share of the radius; what a join takes for touching
+constexpr double TANGENT_REACH = 1.5;  // in radii, from the centre across the side
+constexpr double HALF_CIRCLE_BULGE = 1.0;
 constexpr double LEAST_ARC_BULGE = 1e-6; // a flatter arc is none
 constexpr double STRAIGHT_ON_DEG = 180.0;
 
@@ -85,8 +86,9 @@ void go_towards(const double* from, const double* to, double distance, double* o
 // ---- the way to the centre
 
 // From the corner along the centre lines. Null when there are none.
-held_chain path_from(const pg_node* chords, const double* corner)
+held_chain path_from(pg_node* chords, const double* corner)
 {
+    pg_set_z(chords, 0.0); // sides that rise or fall would lean the lines away from the middle
     pg_ring* rings = pg_centre_lines(chords, LEVEL_SLOPE, 0, 1);
     pg_node* path = pg_follow_chains(&rings, corner);
     // Copied nodes count as vertices of an input, which thinning leaves: only a branch that was taken backwards
@@ -171,17 +173,25 @@ bool tangent_point(const pg_node* side, const double* centre, double radius, dou
     return pg_first_crossing(side, line, &distance, &side_of_line, out, 0.0) != 0;
 }
 
-// `first` and `second` end where the arc touches them. The chain along `first`, the arc and `second` backwards;
-// null when the heap is exhausted.
-pg_node* joined_by_arc(held_chain first, held_chain second, const double* from, const double* to,
-                       const double* centre)
+// Of the arc about `centre` that rounds the corner. False when it has no length: one that ends where it begins,
+// as between sides that go straight on, would be told as a whole circle.
+bool arc_between(const double* from, const double* to, const double* centre, double* bulge)
+{
+    *bulge = -pg_arc_bulge(from, to, centre);
+    return std::isfinite(*bulge) &&
+           (pg_dist(from, to) > PG_LENGTH_TOL || std::fabs(*bulge) < HALF_CIRCLE_BULGE);
+}
+
+// `first` ends where the arc begins. The chain along it, the arc to `to` and `second` backwards; null when the
+// heap is exhausted.
+pg_node* joined_by_arc(held_chain first, held_chain second, const double* to, double bulge)
 {
     pg_node* end = pg_node_new(to);
     if (!end)
         return nullptr;
     pg_node* last = last_of(first.get());
     last->next = end;
-    last->bulge = -pg_arc_bulge(from, to, centre);
+    last->bulge = bulge;
     return pg_join(first.release(), pg_reverse(second.release()));
 }
 
@@ -288,15 +298,15 @@ pg_node* pg_round_corner(pg_node** chain, const double* corner, double radius)
         return nullptr;
     pg_centre_refine(centre, radius, forward.get(), backward.get());
 
-    double from[3], to[3];
+    double from[3], to[3], bulge;
     if (!tangent_point(forward.get(), centre, radius, from) || !pg_trim_at_first(forward.get(), from) ||
         !tangent_point(backward.get(), centre, radius, to))
         return nullptr;
-    if (!(std::fabs(pg_arc_bulge(from, to, centre)) > LEAST_ARC_BULGE))
+    if (!arc_between(from, to, centre, &bulge) || std::fabs(bulge) <= LEAST_ARC_BULGE)
         return nullptr;
     if (!pg_trim_at_first(backward.get(), to))
         return nullptr;
-    return joined_by_arc(std::move(forward), std::move(backward), from, to, centre);
+    return joined_by_arc(std::move(forward), std::move(backward), to, bulge);
 }
 
 // ---- two chains
@@ -321,14 +331,15 @@ held_chain copy_to_trim(const pg_node* chain)
 // The joined chain; null when the circle doesn't touch both chains, which are left alone.
 pg_node* joined_about(const pg_node* first, const pg_node* second, const double* centre, double radius)
 {
-    double from[3], to[3];
+    double from[3], to[3], bulge;
     if (!touches(first, centre, radius) || !touches(second, centre, radius) ||
-        !tangent_point(first, centre, radius, from) || !tangent_point(second, centre, radius, to))
+        !tangent_point(first, centre, radius, from) || !tangent_point(second, centre, radius, to) ||
+        !arc_between(from, to, centre, &bulge))
         return nullptr;
     held_chain to_arc = copy_to_trim(first), from_arc = copy_to_trim(second);
     if (!to_arc || !from_arc || !pg_trim_at_first(to_arc.get(), from) || !pg_trim_at_first(from_arc.get(), to))
         return nullptr;
-    return joined_by_arc(std::move(to_arc), std::move(from_arc), from, to, centre);
+    return joined_by_arc(std::move(to_arc), std::move(from_arc), to, bulge);
 }
 
 // `first` ends at the corner and `second` begins there. The bulge of an open chain's last node has no meaning

@@ -4,7 +4,8 @@
 // - A crossing of straight segments may lie up to 5e-4 past an end of the second, the shorter it is.
 // - Where an arc of a large radius touches a small circle, the single point is told on the line of the centres.
 //   With h half the chord that the circles really share (h^2 below 2e-6 times the large radius) it lies in the
-//   small circle by r - sqrt(r^2 - h^2), in the arc's sector. The last digits of the large radius do the same.
+//   small circle by r - sqrt(r^2 - h^2), in the arc's sector. The last digits of the large radius have the same
+//   effect, to either side.
 // Rounding adds some units in the last place of the distances that take part. It is multiplied for short
 // segments (a crossing 5e-4 past the end of a segment e long multiplies by 5e-4 / e), and the direction of an
 // arc's ends is lost when the sweep is no more than the last digits of a direction: those are unbounded.
@@ -78,6 +79,12 @@ double arc_rounding(const pg_segment& s)
     return ROUNDING * (s.radius + magnitude(s));
 }
 
+// How far the root of r^2 and `error_sq` is off r.
+double off_circle(double error_sq, double r)
+{
+    return std::min(std::sqrt(error_sq), error_sq / r);
+}
+
 // Whether rounding could turn the segment round or move its points away from it.
 bool is_doubtful(const pg_segment& s, const pg_box_scale& scale)
 {
@@ -112,8 +119,8 @@ pg_box pg_segment_box(const pg_segment& s, const pg_box_scale& scale)
     if (pg_is_arc(s)) {
         // Nowhere is an arc farther from its chord, or a major arc from the chord's middle, than the sagitta.
         reach += std::fabs(s.bulge) * pg_dist(s.p, s.q) / 2.0 + arc_rounding(s);
-        const double r = scale.largest_radius, h_sq = TOUCH * r + LAST_DIGITS * r * r;
-        reach += std::min({s.radius, std::sqrt(h_sq), h_sq / s.radius});
+        reach += std::min(s.radius, off_circle(TOUCH * scale.largest_radius, s.radius));
+        reach += off_circle(LAST_DIGITS * scale.largest_radius * scale.largest_radius, s.radius);
     }
     return widened(chord_box(s), reach);
 }

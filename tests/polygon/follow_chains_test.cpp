@@ -67,7 +67,7 @@ TEST(FollowChains, EachChainIsUsedOnce)
 TEST(FollowChains, AChainThatEndsAtThePointIsTakenBackwards)
 {
     EXPECT_EQ(followed({{{8, 8}, {9, 9}}, {{8, 8}, {3, 1, 0.5}, {0, 0}}}, 0, 0),
-              (spots{{0, 0, -0.0}, {3, 1, -0.5}, {8, 8, 0}, {9, 9}}));
+              (spots{{0, 0, -0.5}, {3, 1, 0}, {8, 8, 0}, {9, 9}}));
 }
 
 TEST(FollowChains, NoChainIsTakenBackwardsWhenOneBeginsThere)

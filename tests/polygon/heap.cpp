@@ -8,6 +8,7 @@ namespace
 {
 int live = 0;
 int until_failure = 0;
+int until_break = 0;
 } // namespace
 
 int test_heap::live_blocks()
@@ -18,6 +19,16 @@ int test_heap::live_blocks()
 void test_heap::fail_at(int n)
 {
     until_failure = n;
+}
+
+void test_heap::break_at(int n)
+{
+    until_break = n;
+}
+
+int acedUsrBrk()
+{
+    return until_break > 0 && --until_break == 0 ? 1 : 0;
 }
 
 void* acad_malloc(std::size_t size)

@@ -125,6 +125,14 @@ TEST_F(Rounding, TouchingPointsLieAtHeightZero)
     EXPECT_EQ(answer[3].z, 9);
 }
 
+TEST_F(Rounding, SlopesDontCount)
+{
+    auto input = make_chain({{0, 40, 0, 25}, {50, 40, 0, 0}, {50, 90, 0, 6}});
+    const auto answer = round_corner(input, 50, 40, 20);
+    expect_near(spots_of(answer.get()), {{0, 40}, {30, 40, QUARTER}, {50, 60}, {50, 90}}, 1e-9);
+    EXPECT_EQ(input->z, 25);
+}
+
 TEST_F(Rounding, InputIsCleanedAndElseLeftAlone)
 {
     auto input = make_chain({{0, 40, 0, 7}, {0, 40}, {50, 40, 0, 8}, {60, 40}, {50, 40}, {50, 90, 0.5, 9}});
@@ -378,6 +386,23 @@ TEST_F(Rounding, JoinKeepsWhatItDoesNotCut)
     expect_near({got.begin() + 1, got.end()}, JOINED, 1e-9);
 }
 
+TEST_F(Rounding, StraightOnIsNoCornerOfAJoinEither)
+{
+    EXPECT_EQ(join({{0, 40}, {50, 40}}, {{50, 40}, {90, 40}}, 50, 40, 6).answer, nullptr);
+    EXPECT_EQ(join({{90, 40}, {50, 40}}, {{50, 40}, {0, 40}}, 50, 40, 6).answer, nullptr);
+}
+
+TEST_F(Rounding, ASmallArcIsNoneOnAChainButJoins)
+{
+    // The sides turn by 3e-6, and bulges are a quarter of that.
+    const double rise = 40 * 3e-6;
+    const spots in{{-40, 0}, {0, 0}}, out{{0, 0}, {40, rise}};
+    EXPECT_TRUE(rounded({in[0], in[1], out[1]}, 0, 0, 10).empty());
+    const auto made = join(in, out, 0, 0, 10);
+    ASSERT_NE(made.answer, nullptr);
+    EXPECT_NEAR(spots_of(made.answer)[1].bulge, 0.75e-6, 1e-8);
+}
+
 TEST_F(Rounding, FailedJoinOfACornerToTheLeftTurnsTheSecondRound)
 {
     const auto made = join(INTO, OUT_OF, 50, 40, 1000);
@@ -511,8 +536,9 @@ TEST_F(Rounding, CentreOneUnitOffIsNotRefined)
         double point[3] = {x, 5, 0};
         pg_centre_refine(point, 5, a.get(), b.get());
         EXPECT_EQ(std::isnan(point[0]), std::isnan(x));
-        if (!std::isnan(x))
+        if (!std::isnan(x)) {
             EXPECT_EQ(point[0], x);
+        }
         EXPECT_EQ(point[1], 5);
     }
 }
