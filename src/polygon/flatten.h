@@ -8,5 +8,5 @@
 int pg_flatten(pg_node* chain, double tolerance);
 
 // Removes points added by flattening (`keep` 0) whose squared distance from the line of their neighbours is
-// below `tolerance`. The chain; its nodes' `prev` is set.
+// below `tolerance`. The chain.
 pg_node* pg_weed(pg_node* chain, double tolerance);

@@ -18,6 +18,6 @@ double pg_length(const pg_node* chain);
 double pg_distance_along(const pg_node* chain, const double* point);
 
 // The point at a distance along the chain and the direction of the segment there, in radians; on an arc from
-// its `start` again, as if it ran counter-clockwise, and without z. 0 when the chain is shorter, or only as long
-// and ends in an arc; nothing is written then.
+// its `start` again, as if it ran counter-clockwise, and without z. 0 when the chain is shorter, or only as
+// long and ends in an arc; nothing is written then.
 int pg_point_at(const pg_node* chain, double distance, double* out, double* direction);

@@ -1,5 +1,7 @@
-// heap.h: the heap and the break key of these tests.
+// heap.h: the host of these tests: a heap, a break key, a message line and a polar point.
 #pragma once
+
+#include <string>
 
 namespace test_heap
 {
@@ -9,3 +11,6 @@ void fail_at(int n);
 // The N-th poll of the break key from now answers yes, once; 0: none does.
 void break_at(int n);
 } // namespace test_heap
+
+// What was printed since this was last asked.
+std::string printed_text();
