@@ -15,6 +15,9 @@ constexpr double TURN = 2.0 * std::numbers::pi;
 // counts as near a half circle: there that distance as a root of a difference has no digits left.
 constexpr double NEAR_HALF_CIRCLE = 1e-6;
 
+// A bulge so small that arc and chord have one length, to the last digit.
+constexpr double FLAT = 1e-9;
+
 double into_turn(double angle)
 {
     if (angle < 0.0)
@@ -61,6 +64,33 @@ double pg_arc_bulge(const double* a, const double* b, const double* centre)
     const double m_sq = r * r - h * h;
     const double m = m_sq > NEAR_HALF_CIRCLE * r * r ? std::sqrt(m_sq) : std::fabs(area / h);
     return area > 0.0 ? -h / (r + m) : -(r + m) / h;
+}
+
+double pg_arc_sweep(double bulge)
+{
+    return 4.0 * std::atan(std::fabs(bulge));
+}
+
+double pg_arc_length(const double* a, const double* b, double bulge)
+{
+    const double flatness = std::fabs(bulge), chord = pg_dist(a, b);
+    // Radius times sweep, (t + 1 / t) / 4 times the chord and 4 atan t.
+    return flatness < FLAT || chord == 0.0 ? chord : chord * (flatness + 1.0 / flatness) * std::atan(flatness);
+}
+
+// The chord to the place is the arc's chord, turned by half the angle that is left, times the ratio of the
+// sines of half the angles; the sine of half the arc's is 2 t / (1 + t^2).
+void pg_arc_place(const double* a, const double* b, double bulge, double share, double* out)
+{
+    const double sweep = pg_arc_sweep(bulge), flatness = std::fabs(bulge);
+    const double ratio =
+        flatness < FLAT ? share : std::sin(share * sweep / 2.0) * (flatness + 1.0 / flatness) / 2.0;
+    const double turn = std::copysign((share - 1.0) * sweep / 2.0, (share - 1.0) * bulge);
+    const double along = ratio * std::cos(turn), left = ratio * std::sin(turn);
+    const double dx = b[0] - a[0], dy = b[1] - a[1];
+    const double x = a[0] + along * dx - left * dy, y = a[1] + along * dy + left * dx;
+    out[0] = x;
+    out[1] = y;
 }
 
 bool pg_arc_contains(const double* centre, const double* point, double start, double end, double radius)

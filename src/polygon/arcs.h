@@ -17,3 +17,11 @@ double pg_arc_bulge(const double* a, const double* b, const double* centre);
 // around them counted in, also across angle 0. With PG_NO_VALUE as radius the test is exact and the ends
 // are outside.
 bool pg_arc_contains(const double* centre, const double* point, double start, double end, double radius);
+
+// ---- arcs by the bulge alone, which keep their digits where a centre loses them: flat, tiny and nearly full.
+// The arc's angle, 0 to 2 pi.
+double pg_arc_sweep(double bulge);
+// Its length; 0 when a and b coincide.
+double pg_arc_length(const double* a, const double* b, double bulge);
+// The place at a share of the arc's length from a, 0 at a to 1 at b; x and y only.
+void pg_arc_place(const double* a, const double* b, double bulge, double share, double* out);

@@ -3,7 +3,8 @@
 
 #include "polygon/node.h"
 
-// Turns arcs into chords in place, at most 291 an arc, and thins them. 1 when there was any arc.
+// Turns arcs into chords in place, at most 291 an arc, and thins them. An arc with a chord below 1e-6 goes with
+// its end node. 1 when there was any arc. For want of memory arcs get fewer chords.
 int pg_flatten(pg_node* chain, double tolerance);
 
 // Removes points added by flattening (`keep` 0) whose squared distance from the line of their neighbours is

@@ -13,9 +13,11 @@ double pg_closest(const double* point, const pg_node* chain, double* foot_sq, do
 double pg_length(const pg_node* chain);
 
 // Length along the chain from its head to `point`; the whole length when the point isn't on the chain.
-// On an arc it is measured from the arc's `start`, so on a clockwise arc from its far end.
+// On an arc it is measured from the arc's `start`, so on a clockwise arc from its far end; to a node behind an
+// arc, along the arc's chord.
 double pg_distance_along(const pg_node* chain, const double* point);
 
 // The point at a distance along the chain and the direction of the segment there, in radians; on an arc from
-// its `start` again, and without z. 0 when the chain is shorter.
+// its `start` again, as if it ran counter-clockwise, and without z. 0 when the chain is shorter, or only as
+// long and ends in an arc; nothing is written then.
 int pg_point_at(const pg_node* chain, double distance, double* out, double* direction);

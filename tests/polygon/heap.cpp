@@ -1,6 +1,10 @@
 #include "tests/polygon/heap.h"
 
+#include <cmath>
+#include <cstdarg>
+#include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 #include "hostapi/ads.h"
 
@@ -8,6 +12,8 @@ namespace
 {
 int live = 0;
 int until_failure = 0;
+int until_break = 0;
+std::string printed;
 } // namespace
 
 int test_heap::live_blocks()
@@ -18,6 +24,21 @@ int test_heap::live_blocks()
 void test_heap::fail_at(int n)
 {
     until_failure = n;
+}
+
+void test_heap::break_at(int n)
+{
+    until_break = n;
+}
+
+int acedUsrBrk()
+{
+    return until_break > 0 && --until_break == 0 ? 1 : 0;
+}
+
+std::string printed_text()
+{
+    return std::exchange(printed, {});
 }
 
 void* acad_malloc(std::size_t size)
@@ -33,4 +54,23 @@ void acad_free(void* block)
     if (block)
         --live;
     std::free(block);
+}
+
+int acutPrintf(const char* format, ...)
+{
+    char text[1000];
+    va_list arguments;
+    va_start(arguments, format);
+    std::vsnprintf(text, sizeof text, format, arguments);
+    va_end(arguments);
+    printed += text;
+    return RTNORM;
+}
+
+void acutPolar(const ads_point from, ads_real angle, ads_real distance, ads_point out)
+{
+    const double x = from[0] + distance * std::cos(angle), y = from[1] + distance * std::sin(angle);
+    out[2] = from[2];
+    out[0] = x;
+    out[1] = y;
 }
