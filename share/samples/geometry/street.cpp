@@ -1,5 +1,6 @@
 // street.cpp: the kerbs of a street from its axis, a rounded corner of two kerbs, and the middle line of a lot.
 #include <cstdio>
+#include <initializer_list>
 
 #include "polygon/centre_lines.h"
 #include "polygon/measures.h"
