@@ -82,17 +82,18 @@ TEST(SegmentBoxes, HoldThePointOfAnArcThatBarelyDipsIntoASmallOne)
     for (double depth = 0.0; depth < 1.0; depth += 0.01) {
         const double r = 1e6, b = std::tan(0.001 / 4.0);
         const double x = r * std::sin(0.0005), y = r * std::cos(0.0005);
-        // Clockwise over the top at (0, r); the small one of radius 1 dips into it by less than 1e-6.
+        // Clockwise over the top at (0, r); the small one of radius 1 dips into it by `depth`; the line through
+        // the crossings stays within 1e-6 of the top.
         const chain_ptr big = make_chain({{-x, y, -b}, {x, y}});
-        const double centre = r + 1.0 - depth * 1e-6;
+        const double centre = r + 1.0 - depth;
         const chain_ptr small = make_chain({{-0.6, centre - 0.8, 1.0 / 3.0}, {0.6, centre - 0.8}});
         std::vector<pg_segment> segments = segments_of(big.get());
         segments.push_back(segments_of(small.get())[0]);
         int met = 0;
         check_pairs(segments, &met);
-        inside += met > 0;
+        inside += met > 2; // more than each with itself
     }
-    EXPECT_GT(inside, 0);
+    EXPECT_GT(inside, 50);
 }
 
 TEST(SegmentBoxes, AreTightAroundOrdinarySegments)
