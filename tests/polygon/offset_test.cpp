@@ -372,6 +372,19 @@ TEST(OffsetClosed, ArcAtTheHeadHasItsFirstPointTwice)
     EXPECT_NEAR(result[1].bulge, 1, 1e-6);
 }
 
+TEST(OffsetClosed, CircleOfFourArcsComesOutAsOne)
+{
+    const std::vector<spot> circle{
+        {5, 0, QUARTER}, {0, 5, QUARTER}, {-5, 0, QUARTER}, {0, -5, QUARTER}, {5, 0}};
+    expect_spots(offset(circle, 2, RIGHT),
+                 {{7, 0}, {7, 0, QUARTER}, {0, 7, QUARTER}, {-7, 0, QUARTER}, {0, -7, QUARTER}, {7, 0}});
+}
+
+TEST(OffsetClosed, CircleOfTwoArcsIsASpikeToTheCleaning)
+{
+    EXPECT_TRUE(offset({{5, 0, 1}, {-5, 0, 1}, {5, 0}}, 2, RIGHT).empty());
+}
+
 TEST(OffsetClosed, LineBeforeAnArcAtTheHeadEndsAtTheCornerWithItsChord)
 {
     // The last line runs along y = 0 and the chord of the head's arc is upright.
