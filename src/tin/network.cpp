@@ -1,0 +1,56 @@
+#include "tin/network.h"
+
+#include "hostapi/ads.h"
+#include "tin/read_points.h"
+#include "tin/triangle.h"
+
+namespace
+{
+
+template <class record>
+void free_list(record* head)
+{
+    while (head) {
+        record* next = head->next;
+        acad_free(head);
+        head = next;
+    }
+}
+
+void free_points(tin_point* head)
+{
+    for (tin_point* p = head; p; p = p->next)
+        free_list(p->partners);
+    free_list(head);
+}
+
+} // namespace
+
+tin_point* tin_point_new(double x, double y, double z)
+{
+    auto* point = static_cast<tin_point*>(acad_malloc(sizeof(tin_point)));
+    if (point)
+        *point = tin_point{x, y, z, {nullptr}, nullptr, nullptr, nullptr};
+    return point;
+}
+
+tin_network::~tin_network()
+{
+    tin_reading_free(this);
+    free_list(barriers);
+    free_points(kept_points ? kept_points : points);
+    free_points(barrier_points);
+    for (tin_point* corner : frame)
+        acad_free(corner);
+    for (tin_triangle* t = triangles; t; t = t->next)
+        free_list(t->bucket);
+    free_list(triangles);
+}
+
+tin_triangle* triangle_new(tin_point* a, tin_point* b, tin_point* c)
+{
+    auto* triangle = static_cast<tin_triangle*>(acad_malloc(sizeof(tin_triangle)));
+    if (triangle)
+        *triangle = tin_triangle{{a, b, c}, {nullptr, nullptr, nullptr}, nullptr, nullptr};
+    return triangle;
+}

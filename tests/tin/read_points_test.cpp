@@ -1,0 +1,128 @@
+// Reading of points: filters, duplicates and the nudge off contours.
+#include <gtest/gtest.h>
+
+#include "hostapi/ads.h"
+#include "tests/tin/survey.h"
+
+namespace
+{
+
+TEST(TinReading, NetworkStartsWithItsDefaults)
+{
+    const tin_network n;
+    EXPECT_EQ(n.triangles, nullptr);
+    EXPECT_EQ(n.skip_zero, 0);
+    EXPECT_EQ(n.contour_interval, 1.0);
+    EXPECT_EQ(n.quiet, 1);
+    EXPECT_EQ(n.split_on_barriers, 0);
+    EXPECT_EQ(n.z_max, -98765432.1);
+    EXPECT_EQ(n.x_min, 98765432.1);
+    EXPECT_EQ(n.points, nullptr);
+    EXPECT_EQ(n.barriers, nullptr);
+    EXPECT_EQ(n.frame[3], nullptr);
+}
+
+TEST(TinReading, SecondPointNearbyIsTheFirstOneAndLosesItsElevation)
+{
+    survey s;
+    tin_point* first = s.offer(10, 20, 1.5);
+    EXPECT_EQ(s.offer(10 + 5e-7, 20 - 5e-7, 7.5), first);
+    EXPECT_EQ(first->z, 1.5);
+    EXPECT_EQ(s.network.point_count, 1);
+}
+
+TEST(TinReading, DuplicateBoxIsOpen)
+{
+    survey s;
+    tin_point* first = s.offer(0, 0);
+    EXPECT_NE(s.offer(1e-6, 0), first);
+    EXPECT_NE(s.offer(0, 1e-6), first);
+    EXPECT_NE(s.offer(0, -1e-6), first);
+    EXPECT_EQ(s.offer(0.99e-6, -0.99e-6), first);
+    EXPECT_EQ(s.network.point_count, 4);
+}
+
+TEST(TinReading, NearPointBeyondAnAncestorIsNotFound)
+{
+    survey s;
+    tin_point* root = s.offer(0, 0);
+    tin_point* right = s.offer(5e-7, 100); // right of the root by x
+    EXPECT_NE(s.offer(-2e-7, 100), right); // goes left of the root
+    EXPECT_EQ(s.offer(2e-7, 100), right);
+    EXPECT_NE(root, right);
+}
+
+TEST(TinReading, TreeIsHungByXWithEqualsOnTheLesserSide)
+{
+    survey s;
+    tin_point* root = s.offer(5, 0);
+    tin_point* right = s.offer(6, 0);
+    tin_point* same = s.offer(5, 1);
+    tin_point* below = s.offer(5, 2);
+    EXPECT_EQ(s.network.points, root);
+    EXPECT_EQ(root->greater, right);
+    EXPECT_EQ(root->less, same);
+    EXPECT_EQ(same->less, below);
+}
+
+TEST(TinReading, ElevationsOnContoursAreNudged)
+{
+    const struct {
+        double z, interval, expected;
+    } cases[] = {
+        {100.0, 1.0, 100.0 + 1e-7},
+        {100.5, 1.0, 100.5},
+        {-3.25, 1.0, -3.25 + 1e-7},
+        {100.0, 0.0, 100.0},
+        {7.5, 2.5, 7.5 + 1e-7},
+        {7.0, 2.5, 7.0},
+        {3.0 - 5e-7, 1.0, 3.0 - 4e-7},
+        {3.0 + 5e-7, 1.0, 3.0 + 6e-7},
+        {3.0 - 2e-6, 1.0, 3.0 - 2e-6},
+        {3.0 + 2e-6, 1.0, 3.0 + 2e-6},
+        {0.0, 1.0, 1e-7},
+        {-0.5, 0.0, -0.5},
+    };
+    for (const auto& c : cases) {
+        survey s;
+        s.network.contour_interval = c.interval;
+        EXPECT_NEAR(s.offer(1, 1, c.z)->z, c.expected, 1e-12) << c.z << " at " << c.interval;
+    }
+}
+
+TEST(TinReading, ZeroFilterCountsAndGivesThePointBack)
+{
+    survey s;
+    s.network.skip_zero = 1;
+    for (const double z : {0.0, 5e-7, -5e-7, 1e-6, -1e-6}) {
+        tin_point* p = tin_point_new(1, 1, z);
+        EXPECT_EQ(tin_add_point(&s.network, p), p);
+        EXPECT_EQ(p->z, z);
+        acad_free(p);
+    }
+    EXPECT_EQ(s.network.zero_count, 5);
+    EXPECT_NE(s.offer(1, 1, 1.1e-6), nullptr);
+    EXPECT_EQ(s.network.point_count, 1);
+}
+
+TEST(TinReading, ProgressIsToldEveryHundredPointsBehindTheRoot)
+{
+    survey s;
+    s.network.quiet = 0;
+    for (int i = 0; i < 100; ++i)
+        s.offer(i * 37 % 101, i);
+    EXPECT_EQ(printed(), "");
+    EXPECT_EQ(s.network.tick, 99);
+    s.offer(500, 500);
+    EXPECT_EQ(printed(), "\rReading points ... 100");
+    EXPECT_EQ(s.network.tick, 0);
+    EXPECT_EQ(s.network.hundreds, 1);
+    s.network.quiet = 1;
+    for (int i = 0; i < 100; ++i)
+        s.offer(600 + i, i);
+    EXPECT_EQ(printed(), "");
+    EXPECT_EQ(s.network.hundreds, 2);
+    EXPECT_EQ(s.network.point_count, 201);
+}
+
+} // namespace
