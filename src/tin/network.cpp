@@ -1,7 +1,7 @@
 #include "tin/network.h"
 
 #include "hostapi/ads.h"
-#include "tin/read_points.h"
+#include "tin/reading_index.h"
 #include "tin/triangle.h"
 
 namespace
@@ -36,7 +36,7 @@ tin_point* tin_point_new(double x, double y, double z)
 
 tin_network::~tin_network()
 {
-    tin_reading_free(this);
+    reading_index_free(this);
     free_list(barriers);
     free_points(kept_points ? kept_points : points);
     free_points(barrier_points);

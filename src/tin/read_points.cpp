@@ -1,6 +1,6 @@
 // Points hang in a tree by x that nobody balances: which near points are found to be duplicates depends on the
-// way down, and so on the order of reading. Sorted input makes it a list.
-#include "tin/read_points.h"
+// way down, and so on the order of reading. Sorted input makes it a list; the index then finds the same place.
+#include "tin/reading_index.h"
 
 #include <cmath>
 
@@ -61,13 +61,19 @@ tin_point* tin_add_point(tin_network* network, tin_point* point)
     if (!network->points) {
         network->points = point;
         ++network->point_count;
+        reading_index_begin(network);
         return nullptr;
     }
     set_box(network, point);
     tin_point** place = nullptr;
-    if (tin_point* duplicate = walk_down(network, point, &place))
+    const bool indexed = reading_index_stands(network) && point->x == point->x;
+    tin_point* duplicate =
+        indexed ? reading_index_find(network, point, &place) : walk_down(network, point, &place);
+    if (duplicate)
         return duplicate;
     *place = point;
+    if (reading_index_stands(network))
+        reading_index_add(network, point);
     ++network->point_count;
     ++network->tick;
     if (network->tick == 100) {
@@ -78,5 +84,3 @@ tin_point* tin_add_point(tin_network* network, tin_point* point)
     }
     return nullptr;
 }
-
-void tin_reading_free(tin_network*) {}

@@ -7,7 +7,7 @@
 #include "tin/barriers.h"
 #include "tin/insert.h"
 #include "tin/inside.h"
-#include "tin/read_points.h"
+#include "tin/reading_index.h"
 #include "tin/triangle.h"
 
 namespace
@@ -115,7 +115,7 @@ int tin_triangulate(tin_network* network)
         acutPrintf("Too few points to triangulate.\n");
         return RTNORM;
     }
-    tin_reading_free(network);
+    reading_index_free(network);
     move_to_origin(network);
     if (network->split_on_barriers == 1)
         tin_split_barriers(network);

@@ -1,7 +1,13 @@
 // Reading of points: filters, duplicates and the nudge off contours.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+#include <random>
+
+#include "host/core/heap.h"
 #include "hostapi/ads.h"
+#include "tests/growth.h"
 #include "tests/tin/survey.h"
 
 namespace
@@ -123,6 +129,94 @@ TEST(TinReading, ProgressIsToldEveryHundredPointsBehindTheRoot)
     EXPECT_EQ(printed(), "");
     EXPECT_EQ(s.network.hundreds, 2);
     EXPECT_EQ(s.network.point_count, 201);
+}
+
+// What a walk from the root finds, which is the rule.
+const tin_point* walked_to(const tin_point* root, double x, double y)
+{
+    for (const tin_point* n = root; n; n = x > n->x ? n->greater : n->less)
+        if (n->x > x - 1e-6 && n->x < x + 1e-6 && n->y > y - 1e-6 && n->y < y + 1e-6)
+            return n;
+    return nullptr;
+}
+
+TEST(TinReading, IndexFindsWhatAWalkDownTheTreeFinds)
+{
+    std::mt19937 chance(4);
+    int found = 0, missed = 0;
+    for (int round = 0; round < 60; ++round) {
+        survey s;
+        const double scale = std::pow(10.0, round % 12), step = round % 3 == 0 ? 3e-7 : 1e-6 / (1 + round % 5);
+        std::vector<const tin_point*> taken;
+        for (int i = 0; i < 400; ++i) {
+            const double x = scale + double(chance() % 40) * step, y = -scale + double(chance() % 6) * step;
+            const tin_point* expected = walked_to(s.network.points, x, y);
+            const bool near = std::any_of(taken.begin(), taken.end(), [&](const tin_point* p) {
+                return p->x > x - 1e-6 && p->x < x + 1e-6 && p->y > y - 1e-6 && p->y < y + 1e-6;
+            });
+            const int before = s.network.point_count;
+            const tin_point* answer = s.offer(x, y);
+            if (expected) {
+                ASSERT_EQ(answer, expected) << round << " " << i;
+                ++found;
+            } else {
+                ASSERT_EQ(s.network.point_count, before + 1) << round << " " << i;
+                missed += near;
+                taken.push_back(answer);
+            }
+        }
+    }
+    EXPECT_GT(found, 1000);
+    EXPECT_GT(missed, 50);
+}
+
+TEST(TinReading, PlacesThatAreNoNumbersAreHungByTheSameRule)
+{
+    survey s;
+    const double none = std::nan("");
+    tin_point* root = s.offer(0, 0);
+    tin_point* odd = s.offer(none, 5);
+    tin_point* right = s.offer(3, 5);
+    tin_point* left = s.offer(-3, 5);
+    EXPECT_EQ(root->less, odd);
+    EXPECT_EQ(root->greater, right);
+    EXPECT_EQ(odd->less, left);
+    EXPECT_EQ(s.offer(3, 5), right);
+}
+
+TEST(TinReading, RefusalsOfTheHeapLeaveTheWalk)
+{
+    for (int nth = 1; nth < 8; ++nth) {
+        survey s;
+        std::vector<tin_point*> made;
+        for (int i = 0; i < 3000; ++i)
+            made.push_back(tin_point_new(i % 1500, i % 1500, 1));
+        host::heap_refuse(nth);
+        for (int i = 0; i < 3000; ++i) {
+            tin_point* answer = tin_add_point(&s.network, made[std::size_t(i)]);
+            ASSERT_EQ(answer, i < 1500 ? nullptr : made[std::size_t(i - 1500)]) << nth << " " << i;
+        }
+        host::heap_refuse(0);
+        s.network.points = nullptr;
+        for (tin_point* p : made)
+            acad_free(p);
+    }
+}
+
+TEST(TinReading, SortedPointsAndColumnsTakeTimeInProportion)
+{
+    const auto sorted = [](int count) {
+        survey s;
+        for (int i = 0; i < count; ++i)
+            s.offer(i, i % 7);
+    };
+    const auto column = [](int count) {
+        survey s;
+        for (int i = 0; i < count; ++i)
+            s.offer(5, i);
+    };
+    EXPECT_TRUE(grows_in_proportion(sorted, 64000));
+    EXPECT_TRUE(grows_in_proportion(column, 64000));
 }
 
 } // namespace
