@@ -4,6 +4,7 @@
 #include "hostapi/ads.h"
 #include "tin/insert.h"
 #include "tin/inside.h"
+#include "tin/waiting.h"
 
 namespace
 {
@@ -57,6 +58,7 @@ int insert_end(tin_network* network, tin_point* point)
         point->next->less = point->less;
     point->less = nullptr;
     point->next = nullptr;
+    waiting_take(network, point);
     const int inserted = tin_insert_point(network, point);
     point->next = network->barrier_points;
     network->barrier_points = point;

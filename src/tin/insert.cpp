@@ -9,6 +9,7 @@
 #include "tin/inside.h"
 #include "tin/swap_test.h"
 #include "tin/triangle.h"
+#include "tin/waiting.h"
 
 namespace
 {
@@ -51,6 +52,7 @@ void share_bucket(tin_network* network, tin_link* link, const tin_point* point, 
             tin_put_in_bucket(link, tin_inside_b(network, link->point) ? b : rest);
         link = next;
     }
+    waiting_share(network, rest, nullptr, a, b, rest);
 }
 
 void swap_around(tin_network* network, tin_point* point, tin_triangle* triangle)

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "tin/waiting.h"
+
 namespace
 {
 
@@ -47,7 +49,53 @@ int inside_prepared(tin_network* network, const tri_edges& edges, double x, doub
     return network->inside;
 }
 
+enum class crossing { none, all, mixed };
+
+// Which points of a box count an edge, by the comparisons of the single point. The crossing of a level with the
+// edge moves one way with y, rounding included, so those of the box's lower and upper side enclose the others.
+crossing box_crossing(const tri_edge& edge, const tin_box& box)
+{
+    const tin_place &top = *edge.top_end, &bottom = *edge.bottom_end;
+    if (box.y1 < bottom.y || (box.y0 >= top.y && (top.y != bottom.y || box.y0 != top.y)))
+        return crossing::none;
+    if (!(box.y0 >= bottom.y && box.y1 < top.y))
+        return crossing::mixed;
+    if (box.x1 < edge.low_x_end->x)
+        return crossing::none;
+    if (box.x0 > edge.high_x_end->x)
+        return crossing::all;
+    const double at_y0 = (box.y0 - bottom.y) / edge.slope + bottom.x;
+    const double at_y1 = (box.y1 - bottom.y) / edge.slope + bottom.x;
+    if (box.x0 >= edge.low_x_end->x && at_y0 <= box.x0 && at_y1 <= box.x0)
+        return crossing::all;
+    if (box.x1 <= edge.high_x_end->x && at_y0 > box.x1 && at_y1 > box.x1)
+        return crossing::none;
+    return crossing::mixed;
+}
+
+int box_inside(const tri_edges& edges, const tin_box& box)
+{
+    int inside = 0;
+    for (const tri_edge& edge : edges.edge) {
+        const crossing counted = box_crossing(edge, box);
+        if (counted == crossing::mixed)
+            return TIN_BOX_MIXED;
+        inside ^= counted == crossing::all;
+    }
+    return inside;
+}
+
 } // namespace
+
+int tin_box_inside_a(const tin_network* network, const tin_box& box)
+{
+    return box_inside(network->edges_a, box);
+}
+
+int tin_box_inside_b(const tin_network* network, const tin_box& box)
+{
+    return box_inside(network->edges_b, box);
+}
 
 void tin_load_edges_a(tin_network* network, const tin_triangle* triangle)
 {
@@ -87,6 +135,7 @@ void tin_sort_buckets(tin_network* network, tin_triangle* first, tin_triangle* s
             tin_put_in_bucket(link, tin_inside_a(network, link->point) ? in : other);
             link = next;
         }
+    waiting_share(network, first, second, in, nullptr, other);
 }
 
 tin_triangle* tin_first_holding(tin_network* network, const tin_point* point)

@@ -3,6 +3,7 @@
 #include "hostapi/ads.h"
 #include "tin/reading_index.h"
 #include "tin/triangle.h"
+#include "tin/waiting.h"
 
 namespace
 {
@@ -49,8 +50,8 @@ tin_network::~tin_network()
 
 tin_triangle* triangle_new(tin_point* a, tin_point* b, tin_point* c)
 {
-    auto* triangle = static_cast<tin_triangle*>(acad_malloc(sizeof(tin_triangle)));
+    auto* triangle = static_cast<grouped_triangle*>(acad_malloc(sizeof(grouped_triangle)));
     if (triangle)
-        *triangle = tin_triangle{{a, b, c}, {nullptr, nullptr, nullptr}, nullptr, nullptr};
+        *triangle = grouped_triangle{{{a, b, c}, {nullptr, nullptr, nullptr}, nullptr, nullptr}, nullptr};
     return triangle;
 }

@@ -19,12 +19,15 @@
 struct tin_link;
 struct tin_triangle;
 struct tin_reading;
+struct tin_group;
+struct tin_waiting;
 
 struct tin_point {
     double x, y, z;
     union {
         tin_triangle* tri;  // the triangle in whose bucket the point waits; once inserted, one of its triangles
         tin_point* greater; // while points are read: the subtree of greater x
+        tin_group* group;   // inside tin_triangulate, of a waiting point
     };
     tin_link* partners; // points to which a barrier joins this one
     tin_point* less;    // while points are read: the subtree of x not greater
@@ -89,6 +92,7 @@ struct tin_network {
     // The run's own.
     tin_point* barrier_points = nullptr; // points inserted for barriers, midpoints among them
     tin_point* kept_points = nullptr; // head of the list of which `points` is the rest, while a run inserts it
+    tin_waiting* waiting = nullptr;   // groups of the points that a run has still to insert
     tin_reading* reading = nullptr;   // finds places in the tree of points faster than the tree does
 
     tin_network() = default;

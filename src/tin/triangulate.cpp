@@ -9,6 +9,7 @@
 #include "tin/inside.h"
 #include "tin/reading_index.h"
 #include "tin/triangle.h"
+#include "tin/waiting.h"
 
 namespace
 {
@@ -69,6 +70,8 @@ bool build_frame(tin_network* network)
 // A point for which there is no link is looked for in the whole network when its turn comes.
 void fill_buckets(tin_network* network)
 {
+    if (waiting_begin(network))
+        return;
     tin_triangle *first = network->triangles, *second = first->next;
     tin_load_edges_a(network, first);
     for (tin_point* p = network->points; p; p = p->next) {
@@ -86,6 +89,7 @@ void fill_buckets(tin_network* network)
 bool insert_waiting(tin_network* network)
 {
     while (network->points) {
+        waiting_take(network, network->points);
         tin_insert_point(network, network->points);
         network->points = network->points->next;
         if (network->tick == 100) {
@@ -99,6 +103,19 @@ bool insert_waiting(tin_network* network)
         ++network->tick;
     }
     return true;
+}
+
+// false: the user broke off.
+bool insert_all(tin_network* network)
+{
+    if (!tin_insert_barriers(network) || tin_cancelled())
+        return false;
+    network->kept_points = network->points;
+    network->tick = 1;
+    network->hundreds = 0;
+    if (!network->quiet)
+        acutPrintf("\nTriangulating points ...      ");
+    return insert_waiting(network);
 }
 
 } // namespace
@@ -124,14 +141,9 @@ int tin_triangulate(tin_network* network)
         return RTNORM;
     }
     fill_buckets(network);
-    if (!tin_insert_barriers(network) || tin_cancelled())
-        return RTNORM;
-    network->kept_points = network->points;
-    network->tick = 1;
-    network->hundreds = 0;
-    if (!network->quiet)
-        acutPrintf("\nTriangulating points ...      ");
-    if (!insert_waiting(network))
+    const bool done = insert_all(network);
+    waiting_end(network);
+    if (!done)
         return RTNORM;
     if (!network->quiet)
         acutPrintf("\rTriangulating points ... %d     ", network->point_count);
