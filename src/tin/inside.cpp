@@ -73,8 +73,10 @@ crossing box_crossing(const tri_edge& edge, const tin_box& box)
     return crossing::mixed;
 }
 
-int box_inside(const tri_edges& edges, const tin_box& box)
+int box_inside(tin_network* network, const tri_edges& edges, const tin_box& box)
 {
+    if (box.x0 == box.x1 && box.y0 == box.y1)
+        return inside_prepared(network, edges, box.x0, box.y0);
     int inside = 0;
     for (const tri_edge& edge : edges.edge) {
         const crossing counted = box_crossing(edge, box);
@@ -85,16 +87,24 @@ int box_inside(const tri_edges& edges, const tin_box& box)
     return inside;
 }
 
-} // namespace
-
-int tin_box_inside_a(const tin_network* network, const tin_box& box)
+// The point is beside all three corners, where the inside test says no.
+bool is_beside(const tin_triangle* t, const tin_point* p)
 {
-    return box_inside(network->edges_a, box);
+    const tin_point &a = *t->corner[0], &b = *t->corner[1], &c = *t->corner[2];
+    return (p->y < a.y && p->y < b.y && p->y < c.y) || (p->y > a.y && p->y > b.y && p->y > c.y) ||
+           (p->x < a.x && p->x < b.x && p->x < c.x) || (p->x > a.x && p->x > b.x && p->x > c.x);
 }
 
-int tin_box_inside_b(const tin_network* network, const tin_box& box)
+} // namespace
+
+int tin_box_inside_a(tin_network* network, const tin_box& box)
 {
-    return box_inside(network->edges_b, box);
+    return box_inside(network, network->edges_a, box);
+}
+
+int tin_box_inside_b(tin_network* network, const tin_box& box)
+{
+    return box_inside(network, network->edges_b, box);
 }
 
 void tin_load_edges_a(tin_network* network, const tin_triangle* triangle)
@@ -141,6 +151,8 @@ void tin_sort_buckets(tin_network* network, tin_triangle* first, tin_triangle* s
 tin_triangle* tin_first_holding(tin_network* network, const tin_point* point)
 {
     for (tin_triangle* t = network->triangles; t; t = t->next) {
+        if (is_beside(t, point))
+            continue;
         tin_load_edges_a(network, t);
         if (tin_inside_a(network, point))
             return t;

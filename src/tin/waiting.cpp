@@ -74,14 +74,12 @@ struct targets {
 // The target of all of a group; null: it has to be taken apart.
 grouped_triangle* target_of(const targets& to, const tin_group* group)
 {
-    const int in_a =
-        group->point ? tin_inside_a(to.network, group->point) : tin_box_inside_a(to.network, group->box);
+    const int in_a = tin_box_inside_a(to.network, group->box);
     if (in_a)
         return in_a == TIN_BOX_MIXED ? nullptr : to.a;
     if (!to.b)
         return to.rest;
-    const int in_b =
-        group->point ? tin_inside_b(to.network, group->point) : tin_box_inside_b(to.network, group->box);
+    const int in_b = tin_box_inside_b(to.network, group->box);
     if (in_b)
         return in_b == TIN_BOX_MIXED ? nullptr : to.b;
     return to.rest;

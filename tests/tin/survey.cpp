@@ -199,6 +199,10 @@ std::vector<std::vector<int>> triangles_by_number(const survey& s)
         number[s.points[i]] = int(i);
     for (int i = 0; i < 4; ++i)
         number[s.network.frame[i]] = -1 - i;
+    int middle = 1000000;
+    for (const tin_point* p = s.network.barrier_points; p; p = p->next)
+        if (!number.count(p))
+            number[p] = middle++;
     std::vector<std::vector<int>> found;
     for (const tin_triangle* t = s.network.triangles; t; t = t->next)
         found.push_back({number.at(t->corner[0]), number.at(t->corner[1]), number.at(t->corner[2])});

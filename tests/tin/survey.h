@@ -51,7 +51,8 @@ double total_area(const tin_network& network);
 bool has_edge(const tin_network& network, const tin_point* p, const tin_point* q);
 // Waiting points in the buckets of all triangles.
 int waiting_count(const tin_network& network);
-// The triangles by the numbers of their points, in the order of the list; frame corners are -1 to -4.
+// The triangles by the numbers of their points, in the order of the list; frame corners are -1 to -4,
+// midpoints of barriers have numbers from 1000000 on.
 std::vector<std::vector<int>> triangles_by_number(const survey& s);
 
 // Points of chance in a square of the given size; `grid` above 0 rounds them to that many steps.

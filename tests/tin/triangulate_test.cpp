@@ -187,6 +187,38 @@ TEST(TinRun, SecondRunOverTheSamePointsGivesTheSame)
     EXPECT_EQ(once(), once());
 }
 
+// The heap refuses the groups, and the plain buckets do their work.
+std::vector<std::vector<int>> triangles_of(const std::vector<place>& places, bool with_groups,
+                                           bool with_barriers)
+{
+    survey s;
+    s.offer_all(places);
+    if (with_barriers)
+        for (int i = 0; i + 7 < int(places.size()); i += 7)
+            if (s.points[std::size_t(i)] != s.points[std::size_t(i + 7)])
+                s.barrier(i, i + 7);
+    host::heap_refuse(with_groups ? 0 : 7 + 1); // four corners and two triangles come first, then the groups
+    s.run();
+    if (!with_groups) {
+        EXPECT_EQ(host::heap_refuse(0), 0);
+    }
+    auto found = triangles_by_number(s);
+    found.push_back({s.network.failed_barriers, s.network.swap_depth, s.network.tick, s.network.hundreds});
+    return found;
+}
+
+TEST(TinRun, GroupsGiveTheTrianglesThatBucketsGive)
+{
+    std::vector<place> line, sorted = random_places(8, 600, 100);
+    for (int i = 0; i < 300; ++i)
+        line.push_back({i * 0.37, i * 0.11 + (i % 5 == 0)});
+    std::sort(sorted.begin(), sorted.end(), [](const place& a, const place& b) { return a.x < b.x; });
+    for (const bool barriers : {false, true})
+        for (const auto& places : {line, sorted, random_places(5, 700, 30, 30), random_places(6, 700, 1000),
+                                   random_places(7, 300, 4e-6, 9), std::vector<place>{{1, 1}, {2, 2}}})
+            EXPECT_EQ(triangles_of(places, true, barriers), triangles_of(places, false, barriers));
+}
+
 void run_with_everything()
 {
     survey s;
