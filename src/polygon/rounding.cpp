@@ -29,6 +29,7 @@ constexpr double TANGENT_REACH = 1.5;  // in radii, from the centre across the s
 constexpr double HALF_CIRCLE_BULGE = 1.0;
 constexpr double LEAST_ARC_BULGE = 1e-6; // a flatter arc is none
 constexpr double STRAIGHT_ON_DEG = 180.0;
+constexpr double GAP = 0.001; // share of the last side by which a ring is opened
 
 struct nodes_release {
     void operator()(pg_node* head) const { pl_free_nodes(head); }
@@ -86,15 +87,37 @@ void go_towards(const double* from, const double* to, double distance, double* o
 
 // ---- the way to the centre
 
+// Whether the chain was closed; its end no longer lies on its head then.
+bool open_by_a_gap(pg_node* chain)
+{
+    if (!chain || !chain->next)
+        return false;
+    pg_node* before = chain;
+    while (before->next->next)
+        before = before->next;
+    pg_node* last = before->next;
+    if (!pg_same_place(*last, *chain))
+        return false;
+    last->x += GAP * (before->x - last->x);
+    last->y += GAP * (before->y - last->y);
+    return true;
+}
+
 // From the corner along the centre lines. Null when there are none.
 held_chain path_from(pg_node* chords, const double* corner)
 {
     pg_set_z(chords, 0.0); // sides that rise or fall would lean the lines away from the middle
-    pg_ring* rings = pg_centre_lines(chords, LEVEL_SLOPE, 0, 1);
-    pg_node* path = pg_follow_chains(&rings, corner);
-    // Copied nodes count as vertices of an input, which thinning leaves: only a branch that was taken backwards
-    // has any to give.
-    return held_chain(pg_weed(path, CHORD_TOL));
+    for (bool is_opened = false;; is_opened = true) {
+        pg_ring* rings = pg_centre_lines(chords, LEVEL_SLOPE, 0, 1);
+        pg_node* path = pg_follow_chains(&rings, corner);
+        // A ring has no line from the corner where its network closes, if that line meets no other. An open
+        // chain has them all.
+        if (!path && !is_opened && open_by_a_gap(chords))
+            continue;
+        // Copied nodes count as vertices of an input, which thinning leaves: only a branch that was taken
+        // backwards has any to give.
+        return held_chain(pg_weed(path, CHORD_TOL));
+    }
 }
 
 struct path_step {

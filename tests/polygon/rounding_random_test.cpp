@@ -202,33 +202,12 @@ bool has_room(const spots& closed, std::size_t at, double radius)
     return distance_to(closed, x, y) > radius * (1 - 1e-9);
 }
 
-double turn_left(const spot& before, const spot& at, const spot& after)
-{
-    return (at.x - before.x) * (after.y - at.y) - (at.y - before.y) * (after.x - at.x);
-}
-
-// Seen from outside, the centre lines of a closed outline are closed at the first corner that turns to their
-// side, and there is no line from it when that one would meet nothing more.
-bool closes_the_outside(spots closed, const double* corner)
-{
-    const auto is_corner = [&](const spot& s) { return s.x == corner[0] && s.y == corner[1]; };
-    double area = 0;
-    for (std::size_t i = 0; i + 1 < closed.size(); ++i)
-        area += closed[i].x * closed[i + 1].y - closed[i].y * closed[i + 1].x;
-    if (area > 0)
-        closed = turned_round(closed);
-    for (std::size_t i = 1; i + 1 < closed.size(); ++i)
-        if (turn_left(closed[i - 1], closed[i], closed[i + 1]) > 0)
-            return is_corner(closed[i]);
-    return false;
-}
-
 // Every corner of closed outlines, convex and reflex: the arc touches the outline on both sides of the corner,
 // and the rest of the outline stays.
 TEST(RandomRounding, CornersOfOutlines)
 {
     random_corners r{std::mt19937(7)};
-    int rounded_count = 0, refused_count = 0, tried = 0;
+    int rounded_count = 0, tried = 0;
     double worst = 0;
     for (unsigned seed = 1; seed <= 150; ++seed) {
         spots outline = outlines::star(seed, 12, 0.4);
@@ -245,10 +224,7 @@ TEST(RandomRounding, CornersOfOutlines)
             ++tried;
             EXPECT_EQ(input.size(), outline.size());
             if (got.empty()) {
-                if (!has_room(outline, at, radius))
-                    continue;
-                EXPECT_TRUE(closes_the_outside(input, corner));
-                ++refused_count;
+                EXPECT_FALSE(has_room(outline, at, radius));
                 continue;
             }
             ++rounded_count;
@@ -269,7 +245,6 @@ TEST(RandomRounding, CornersOfOutlines)
         }
     }
     EXPECT_LT(worst, 1e-12);
-    EXPECT_LE(refused_count, 40);
     EXPECT_GT(rounded_count, tried * 9 / 10);
 }
 
