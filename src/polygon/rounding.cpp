@@ -175,12 +175,11 @@ bool search_on_step(const path_step& step, const pg_node* side, double radius, d
 
 // ---- the arc
 
-// Where the circle touches a side.
-bool tangent_point(const pg_node* side, const double* centre, double radius, double* out)
+// The first crossing along a side with the line from the centre in the direction of `towards`.
+bool first_across(const pg_node* side, const double* centre, const double* towards, double length, double* out)
 {
-    double towards[3] = {centre[0], centre[1], 0.0}, end[3];
-    pg_closest(centre, side, nullptr, towards);
-    go_towards(centre, towards, TANGENT_REACH * radius, end);
+    double end[3];
+    go_towards(centre, towards, length, end);
     pg_node line[2] = {};
     line[0].x = centre[0];
     line[0].y = centre[1];
@@ -190,6 +189,18 @@ bool tangent_point(const pg_node* side, const double* centre, double radius, dou
     double distance = 0.0;
     int side_of_line = 0;
     return pg_first_crossing(side, line, &distance, &side_of_line, out, 0.0) != 0;
+}
+
+// Where the circle touches a side.
+bool tangent_point(const pg_node* side, const double* centre, double radius, double* out)
+{
+    double towards[3] = {centre[0], centre[1], 0.0};
+    const double nearest = distance_from(side, centre, towards);
+    if (!first_across(side, centre, towards, TANGENT_REACH * radius, out))
+        return false;
+    // A side that folds back behind the place, as that of a narrow strip, may be crossed there first.
+    return pg_dist(centre, out) <= nearest + PG_LENGTH_TOL ||
+           first_across(side, centre, towards, nearest + PG_LENGTH_TOL, out);
 }
 
 // Of the arc about `centre` that rounds the corner. False when it has no length: one that ends where it begins,
