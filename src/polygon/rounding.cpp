@@ -48,22 +48,15 @@ void turn_round(held_chain& chain)
     chain.reset(pg_reverse(chain.release()));
 }
 
-pg_node* last_of(pg_node* chain)
-{
-    while (chain->next)
-        chain = chain->next;
-    return chain;
-}
-
-bool is_at(const pg_node& node, const double* place)
-{
-    return std::fabs(node.x - place[0]) <= PG_LENGTH_TOL && std::fabs(node.y - place[1]) <= PG_LENGTH_TOL;
-}
-
 double distance_sq(const pg_node& node, const double* place)
 {
     const double at[3] = {node.x, node.y, node.z};
     return pg_dist_sq(at, place);
+}
+
+bool is_at(const pg_node& node, const double* place)
+{
+    return distance_sq(node, place) <= PG_LENGTH_SQ_TOL;
 }
 
 double distance_from(const pg_node* chain, const double* point, double* nearest)
@@ -219,7 +212,7 @@ pg_node* joined_by_arc(held_chain first, held_chain second, const double* to, do
     pg_node* end = pg_node_new(to);
     if (!end)
         return nullptr;
-    pg_node* last = last_of(first.get());
+    pg_node* last = pg_last(first.get());
     last->next = end;
     last->bulge = bulge;
     return pg_join(first.release(), pg_reverse(second.release()));
@@ -241,12 +234,6 @@ corner_turn turn_at(const pg_node* chords, const double* corner)
         return pg_turn_angle(p0, p1, p2) < STRAIGHT_ON_DEG ? corner_turn::right : corner_turn::left;
     }
     return corner_turn::unknown;
-}
-
-bool begins_and_ends_at(pg_node* chain, const double* corner)
-{
-    return distance_sq(*last_of(chain), corner) <= PG_LENGTH_SQ_TOL &&
-           distance_sq(*chain, corner) <= PG_LENGTH_SQ_TOL;
 }
 
 // The chain begins and ends at `corner` and has three nodes or more. Its last node becomes the second node at
@@ -305,7 +292,7 @@ pg_node* pg_round_corner(pg_node** chain, const double* corner, double radius)
     pg_clean(*chain);
     if (pg_count(*chain) < 3)
         return nullptr;
-    if (begins_and_ends_at(*chain, corner))
+    if (is_at(*pg_last(*chain), corner) && is_at(**chain, corner))
         *chain = opened_on_far_side(*chain, corner);
     held_chain chords = copy_whole(*chain), forward = copy_whole(*chain), backward = copy_whole(*chain);
     if (!chords || !forward || !backward)
@@ -379,7 +366,7 @@ held_chain both_chains(const pg_node* first, const pg_node* second)
     held_chain a = copy_whole(first), b = copy_whole(second);
     if (!a || !b)
         return nullptr;
-    last_of(a.get())->bulge = 0.0;
+    pg_last(a.get())->bulge = 0.0;
     held_chain whole(pg_join(a.release(), b.release()));
     pg_clean(whole.get());
     return whole;
@@ -422,7 +409,7 @@ pg_node* round_where_they_meet(pg_node** first, pg_node** second, const double* 
 // Turns a chain round so that its last or its first node lies at `corner`, if only the other one does.
 bool turn_to(pg_node** chain, const double* corner, bool with_last)
 {
-    const bool begins = is_at(**chain, corner), ends = is_at(*last_of(*chain), corner);
+    const bool begins = is_at(**chain, corner), ends = is_at(*pg_last(*chain), corner);
     if (begins == ends || ends == with_last)
         return false;
     *chain = pg_reverse(*chain);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <numbers>
@@ -268,6 +269,19 @@ TEST_F(Rounding, CornerWhereTheNetworkOfARingClosesIsRoundedToo)
     expect_near(rounded(outline, 50, 45, 20), expected, 1e-9);
     expect_near(rounded(turned_round(outline), 50, 45, 20), expected, 1e-9);
     EXPECT_TRUE(rounded(outline, 50, 45, 600).empty());
+}
+
+TEST_F(Rounding, JoinWhereTheNetworkOfARingClosesIsRoundedToo)
+{
+    const spots in{{100, 0}, {100, 50}, {50, 45}}, out{{50, 45}, {0, 50}, {0, 0}, {100, 0}};
+    const auto made = join(in, out, 50, 45, 20);
+    const spots got = spots_of(made.answer);
+    ASSERT_EQ(got.size(), 7u);
+    const auto arc = std::find_if(got.begin(), got.end(), [](const spot& s) { return s.bulge != 0; });
+    ASSERT_NE(arc, got.end());
+    const circle o = circle_of(arc[0], arc[1]);
+    EXPECT_NEAR(o.x, 50, 1e-9);
+    EXPECT_NEAR(o.y, 45 + 20 * std::hypot(50, 5) / 50, 1e-9);
 }
 
 // ---- sides that fold back behind the tangent point
