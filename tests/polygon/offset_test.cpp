@@ -220,6 +220,32 @@ TEST(Offset, ArcInsideItsCentreComesOutOnTheOtherSide)
     expect_spots(offset({{5, 0, QUARTER}, {0, 5}}, 8, LEFT), {{-3, 0, QUARTER}, {0, -3}});
 }
 
+TEST(Offset, ArcInsideByItsRadiusIsOnePlaceWithoutABulge)
+{
+    // A fillet offset to its centre.
+    expect_spots(offset({{-10, -5}, {0, -5, QUARTER}, {5, 0}, {5, 10}}, 5, LEFT),
+                 {{-10, 0}, {0, 0}, {0, 0}, {0, 10}}, 1e-6);
+    expect_spots(offset({{0, -5, QUARTER}, {5, 0}}, 5, LEFT), {{0, 0}, {0, 0}});
+    // With arcs on both sides of it, the vertices' arcs have no length either.
+    for (int heading = 0; heading < 16; ++heading) {
+        std::vector<spot> chain;
+        double x = 0, y = 0, direction = heading * PI / 8;
+        const auto add = [&](double radius, double sweep) {
+            const double chord = 2 * radius * std::sin(sweep / 2);
+            chain.push_back({x, y, std::tan(sweep / 4)});
+            x += chord * std::cos(direction + sweep / 2);
+            y += chord * std::sin(direction + sweep / 2);
+            direction += sweep;
+        };
+        add(5, PI / 8);
+        add(2, PI / 4);
+        add(5, 3 * PI / 8);
+        chain.push_back({x, y});
+        for (const spot& s : offset(chain, 2, LEFT))
+            EXPECT_LT(std::fabs(s.bulge), 1);
+    }
+}
+
 TEST(Offset, LinesThatTouchArcsStayInTouch)
 {
     printed_text();
