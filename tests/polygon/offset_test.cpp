@@ -345,6 +345,16 @@ TEST(Offset, ArcEndsAtTheFirstOfTwoPointsThoughTheNextBeginsAtTheNearer)
                                                        {4 + 5.5 * std::cos(last), 5.5 * std::sin(last)}});
 }
 
+TEST(Offset, OfTwoPointsAsNearTheSecondIsTaken)
+{
+    // Two circles that touch at the origin, about (-25, 0) and (25, 0); the parallels meet above and below it.
+    const double y = std::sqrt(100.0 * 100 - 25 * 25), meeting = std::atan2(y, 25), end = std::atan2(24, 7);
+    expect_spots(offset({{-18, 24, 3}, {0, 0, 3}, {18, 24}}, 75, RIGHT),
+                 {{3, 96, std::tan((meeting - end) / 4)},
+                  {0, y, std::tan((2 * PI - end - meeting) / 4)}, // begins at (0, -y)
+                  {-3, 96}});
+}
+
 // ---- closed chains
 
 const std::vector<spot> SQUARE{{0, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0}};
