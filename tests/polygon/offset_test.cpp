@@ -443,6 +443,15 @@ TEST(OffsetClosed, ArcThatEndsTheChainEndsThere)
     }
 }
 
+TEST(OffsetClosed, MitreOutOfReachAtTheHeadLeavesItOpen)
+{
+    const std::vector<spot> result = offset({{0, 0}, {1000, -9}, {1000, 9}, {0, 0}}, 1, RIGHT, MITRED);
+    ASSERT_EQ(result.size(), 2u);
+    EXPECT_NEAR(result[0].x, 1001, 1e-9);
+    EXPECT_NEAR(result[1].x, 1001, 1e-9);
+    EXPECT_NEAR(result[1].y, -result[0].y, 1e-9);
+}
+
 TEST(OffsetClosed, EveryCornerKindGivesAClosedResult)
 {
     const std::vector<spot> outline{{0, 0}, {20, -3}, {40, 0}, {30, 10}, {45, 25}, {20, 20}, {5, 28}, {0, 0}};
