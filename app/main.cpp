@@ -77,17 +77,21 @@ void add_run(CLI::App& program, run_options& options)
     run->add_option("PROGRAM", options.programs, "LISP programs, run in order with the expressions")
         ->type_name("")
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    run->footer("Commands of the module, for -e as '(c:pointer)' or for a program:\n"
-                "  plwrite, plread            polyline files\n"
-                "  pointer                    draws on from a line or polyline by distances and bearings\n"
-                "  horizview                  turns the view level with a line\n"
-                "  extendarc                  makes an arc longer or shorter\n"
-                "  curveleader, addarrow      leaders, zorro lines, arrow heads\n"
-                "  arctext                    text along an arc\n"
-                "  trimsymbols                ends lines at the symbols that they run through\n"
-                "  chgelev                    changes elevations\n"
-                "  txtscale                   texts larger or smaller where they stand\n\n" +
-                std::string(EXIT_STATUS));
+    run->footer(
+        "Commands of the module, for -e as '(c:pointer)' or for a program:\n"
+        "  plwrite, plread            polyline files\n"
+        "  wizard                     begins a drawing that has no name yet: opens one, or sets one up\n"
+        "  open_dwg, start_wiz        what the wizard does at its end: opens the drawing that it is given,\n"
+        "                             and saves a new one as dwg_filenm\n"
+        "  pointer                    draws on from a line or polyline by distances and bearings\n"
+        "  horizview                  turns the view level with a line\n"
+        "  extendarc                  makes an arc longer or shorter\n"
+        "  curveleader, addarrow      leaders, zorro lines, arrow heads\n"
+        "  arctext                    text along an arc\n"
+        "  trimsymbols                ends lines at the symbols that they run through\n"
+        "  chgelev                    changes elevations\n"
+        "  txtscale                   texts larger or smaller where they stand\n\n" +
+        std::string(EXIT_STATUS));
 }
 
 // Programs and expressions in the order in which they stand on the command line.

@@ -58,3 +58,29 @@
   (setq zt:answers (zt:quietly '(zt:in-one-step '(apply 'cf:chgpnts zt:elevation))))
   (if zt:answers (setq zt:elevation zt:answers))
   (princ))
+
+; ---- begin a drawing -----------------------------------------------------------------------------
+; The wizard asks what to begin with and hands the command line one of the two commands behind it.
+(defun c:wizard (/ zt:before)
+  (if (wcmatch (strcase (getvar "DWGNAME")) "*DRAWING.DWG*,*DRAWING[1-9].DWG*")
+    (progn
+      (zt:standard 'sv:sm 50.0)
+      (zt:standard 'sv:ts 0.1)
+      (zt:standard 'sv:ps 0.1)
+      (setq zt:before use_startwiz use_startwiz 1)
+      (cf:zentutil usrdir$ 42)
+      ; 0 by now when the user doesn't want to see it again
+      (if (= use_startwiz 1) (setq use_startwiz zt:before)))
+    (princ "\nThe wizard begins drawings that have no name yet."))
+  (princ))
+
+(defun c:open_dwg (zt:path) (command "_.OPEN" zt:path) (princ))
+
+; The current drawing has no name and has got its scales and sizes: it becomes the new one, and the job's
+; directories, unless a program has set them, go along.
+(defun c:start_wiz (/ zt:before)
+  (setq zt:before (getvar "DWGPREFIX"))
+  (zt:quietly '(command "_.SAVEAS" "" dwg_filenm))
+  (if (= usrdir$ zt:before) (setq usrdir$ (getvar "DWGPREFIX")))
+  (if (= tmpdir$ zt:before) (setq tmpdir$ (getvar "DWGPREFIX")))
+  (princ))

@@ -6,6 +6,7 @@
 #include "common/paths.h"
 #include "common/text.h"
 #include "hostapi/ads.h"
+#include "hostapi/editor.h"
 #include "hostapi/framework.h"
 
 namespace
@@ -16,6 +17,9 @@ constexpr const char* NO_FILE = "NONE";
 // The job's coordinate file as the title shows it. Its variable belongs to the drawing in front.
 std::string coordinate_file()
 {
+    const AcApDocManager* documents = acDocManagerPtr();
+    if (!documents || !documents->curDocument())
+        return NO_FILE;
     char path[ADS_PATH_SIZE], name[ADS_PATH_SIZE];
     lisp_get_text(path, "crdfile");
     path_file_name(path, name);

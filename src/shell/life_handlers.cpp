@@ -40,7 +40,6 @@ void op_help(op_call&)
 
 void op_wizard(op_call&)
 {
-    wizard_calls = {help_show, symbol_tile_preview};
     startup_wizard();
 }
 

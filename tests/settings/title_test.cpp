@@ -34,11 +34,13 @@ TEST(Title, ShowsTheCoordinateFile)
     EXPECT_TRUE(session.heap_is_as_before());
 }
 
-TEST(Title, ShowsNoneWithoutAFile)
+TEST(Title, ShowsNoneWithoutAFileOrADrawing)
 {
     host_session session;
     title_refresh();
     EXPECT_EQ(fake.window_title, "AutoCAD with Zentrik KRW - [CRD: NONE]");
+    fake.document_open = false;
+    EXPECT_EQ(title_with("C:\\Jobs\\site.crd"), "AutoCAD with Zentrik KRW - [CRD: NONE]");
 }
 
 } // namespace

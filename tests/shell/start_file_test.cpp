@@ -48,7 +48,7 @@ TEST(StartFile, DefinesACommandForEachTool)
     session.lisp("(setq *zentrik-share* \"/opt/zentrik/\")");
     load_start_file();
     for (const char* name : {"PLWRITE", "PLREAD", "HORIZVIEW", "POINTER", "EXTENDARC", "ARCTEXT", "CURVELEADER",
-                             "ADDARROW", "TRIMSYMBOLS"})
+                             "ADDARROW", "TRIMSYMBOLS", "WIZARD", "OPEN_DWG", "START_WIZ"})
         EXPECT_TRUE(host::lisp::has_command(host::current_document(), name)) << name;
 }
 

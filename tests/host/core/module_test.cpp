@@ -13,6 +13,7 @@ namespace
 
 std::string told;
 bool left_during_call = false;
+std::string reason;
 
 int call()
 {
@@ -32,7 +33,7 @@ int call()
         acutRelRb(inner);
         acutRelRb(result);
     } else if (code == 4) {
-        left_during_call = host::unload_module("guest");
+        left_during_call = host::unload_module("guest", &reason);
         host::unload_all_modules();
     }
     acutRelRb(arguments);
@@ -129,6 +130,31 @@ TEST_F(Modules, StayUntilTheirCallHasEnded)
     EXPECT_FALSE(left_during_call);
     EXPECT_TRUE(host::is_external("g:sum"));
     EXPECT_TRUE(host::unload_module("guest"));
+}
+
+TEST_F(Modules, UnloadIsToldPerDrawingFirst)
+{
+    host::tell_drawing_loaded(host::open_document());
+    told.clear();
+    EXPECT_TRUE(host::unload_module("C:\\BIN\\Guest.arx"));
+    EXPECT_EQ(told, "442");
+}
+
+TEST_F(Modules, RefusalsSayWhy)
+{
+    const auto stubborn = [](int, void*) { return 0; }; // never unlocked
+    ASSERT_TRUE(host::load_module(stubborn, "stubborn.so"));
+    std::string why;
+    EXPECT_FALSE(host::unload_module("stubborn", &why));
+    EXPECT_EQ(why, "stubborn.so is locked and cannot be unloaded.");
+    EXPECT_TRUE(host::is_loaded("STUBBORN.arx"));
+    EXPECT_FALSE(host::load_module(stubborn, "Stubborn.so", &why));
+    EXPECT_EQ(why, "Stubborn.so is already loaded.");
+    EXPECT_FALSE(host::unload_module("nobody", &why));
+    EXPECT_EQ(why, "nobody is not loaded.");
+    left_during_call = false;
+    host::call_external("g:unload", nullptr);
+    EXPECT_EQ(reason, "guest is at work and cannot be unloaded.");
 }
 
 TEST_F(Modules, MissingSharedObjectIsRefused)

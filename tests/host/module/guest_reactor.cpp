@@ -76,6 +76,15 @@ constexpr guest_function FUNCTIONS[] = {
 
 } // namespace
 
+// Called by the host before the first message and behind the last one.
+GUEST_EXPORT int DllMain(unsigned module, unsigned reason, void*)
+{
+    if (module == 0)
+        return 0;
+    heard += reason == 1 ? "attached" : "detached";
+    return 1;
+}
+
 GUEST_EXPORT int acrxEntryPoint(int message, void* packet)
 {
     return guest_entry(FUNCTIONS, message, packet, started, ended);

@@ -112,6 +112,7 @@ TEST_F(Guests, OneThatOnlyAsks)
 TEST_F(Guests, OneThatOnlyListens)
 {
     load("guest_reactor");
+    EXPECT_EQ(call("r:heard"), "\"attached\"");
     EXPECT_EQ(call("r:registry"), "T");
     host::tell_command(host::command_event::will_start, "LINE");
     host::tell_command(host::command_event::ended, "LINE");

@@ -21,7 +21,7 @@ try list
 try list none.dxf
 try --version
 zentrik --help > help && zentrik run --help > run-help; echo "status $?"
-for command in $(sed -n 's/^(defun c:\([a-z]*\).*/\1/p' "$SAMPLES/../lisp/zentrik.lsp"); do
+for command in $(sed -n 's/^(defun c:\([a-z_]*\).*/\1/p' "$SAMPLES/../lisp/zentrik.lsp"); do
     grep -qw "$command" run-help || echo "the help lacks $command"
 done
 try run --no-module --input /dev/null -e '(getint)'

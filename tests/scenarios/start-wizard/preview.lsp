@@ -1,0 +1,11 @@
+; A program's own dialog with an image tile, here the wizard's.
+(setq psname "C:\\JOBS\\")
+(setq id (load_dialog (strcat lspdir$ "zentproj.dcl")))
+(new_dialog "start_wiz0" id)
+(cf:zentutil usrdir$ 33 "site" 1)
+(cf:zentutil usrdir$ 33 "none" 1)
+(cf:zentutil usrdir$ 33 "site" 2)
+(cf:zentutil usrdir$ 33 "site")
+(cf:zentutil usrdir$ 33)
+(start_dialog)
+(unload_dialog id)
