@@ -167,7 +167,7 @@ bool open_drawing(document& doc, std::string_view path, std::string* error)
     }
     db::replace_database(doc, std::move(read));
     doc.file = file;
-    doc.named = path;
+    doc.named = spelled_path(path);
     db::database_of(doc).set_modified(false);
     return true;
 }

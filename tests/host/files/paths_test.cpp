@@ -113,6 +113,21 @@ TEST(Paths, CharactersWithoutAPlaceGoByTheirEscape)
     EXPECT_EQ(real_path("\\U+4E2E"), "\xE4\xB8\xAE");
 }
 
+TEST(Paths, EscapesMayHaveTheirBackslashesTurnedAround)
+{
+    temporary_directory tmp;
+    const std::string chinese = "\xE4\xB8\xAD";
+    tmp.write("jobs/" + chinese + "/" + chinese + ".dxf", "x");
+    EXPECT_EQ(real_path("jobs//U+4E2D//U+4E2D.dxf"), "jobs/" + chinese + "/" + chinese + ".dxf");
+    EXPECT_EQ(host::spelled_path("jobs//U+4E2D//U+4E2D.dwg"), "jobs/\\U+4E2D/\\U+4E2D.dwg");
+    // Nothing is taken for an escape that leads nowhere, or that is a name by itself.
+    EXPECT_EQ(real_path("jobs/U+4E2E"), "jobs/U+4E2E");
+    EXPECT_EQ(host::spelled_path("jobs/U+4E2E.dwg"), "jobs/U+4E2E.dwg");
+    tmp.write("jobs/U+4E2D/U+4E2D.dxf", "x");
+    EXPECT_EQ(real_path("jobs/U+4E2D/U+4E2D.dxf"), "jobs/U+4E2D/U+4E2D.dxf");
+    EXPECT_EQ(host::spelled_path("jobs/U+4E2D/U+4E2D.dwg"), "jobs/U+4E2D/U+4E2D.dwg");
+}
+
 TEST(Paths, DirectoryAndNameAreSplitAtTheLastSeparator)
 {
     struct {
