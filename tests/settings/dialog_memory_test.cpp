@@ -2,11 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <filesystem>
 #include <string>
-
-#include <sys/resource.h>
 
 #include "common/directories.h"
 #include "tests/fakes/fake_host.h"
@@ -378,16 +375,11 @@ TEST_F(DialogMemory, MemoryStaysWhereTheNewOneCannotBeWritten)
     while (large.size() < 100000)
         large += "a,b,c,'some other value'\n";
     put("dialogs.ini", before + large);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit limit{};
-    getrlimit(RLIMIT_FSIZE, &limit);
-    rlimit small = limit;
-    small.rlim_cur = 50000;
-    setrlimit(RLIMIT_FSIZE, &small);
-    dlg_save_all(DIALOG, "pts", "first", DIALOG_MEMORY_SHARED);
-    dlg_save_tile(DIALOG, "pts", "first", "pt", DIALOG_MEMORY_SHARED);
-    setrlimit(RLIMIT_FSIZE, &limit);
-    std::signal(SIGXFSZ, handler);
+    {
+        const nearly_full_disk disk(50000);
+        dlg_save_all(DIALOG, "pts", "first", DIALOG_MEMORY_SHARED);
+        dlg_save_tile(DIALOG, "pts", "first", "pt", DIALOG_MEMORY_SHARED);
+    }
     EXPECT_EQ(file("dialogs.ini"), before + large);
     EXPECT_EQ(file("dialogs.new"), "<none>");
 }
