@@ -132,6 +132,7 @@ TEST_F(DialogMemory, TilesAreFoundByPartsOfTheirLines)
         {"header right behind the header", "d : dialog {\ne : dialog {\n\nkey = \"e\";\n", ""},
         {"word in a comment ends it", "d : dialog {\n\nkey = \"k\";\n// this: dialog {\nkey = \"l\";\n}\n",
          "k;"},
+        {"not without a colon", "d : dialog {\n\nkey = \"k\";\n// this dialog {\nkey = \"l\";\n}\n", "k;l;"},
         {"header that is a tile too", "d : dialog {\n\ne : dialog { key = \"e\";\nkey = \"l\";\n}\n", "e;"},
         {"blanks around the name", "  d  : dialog {\n\nkey = \"k\";\n}\n", "k;"},
         {"tabs are none", "\td : dialog {\n\nkey = \"k\";\n}\n", ""},
