@@ -129,8 +129,9 @@ std::string shown_name(document& doc)
     return db::text_variable(doc, "DWGPREFIX") + db::text_variable(doc, "DWGNAME");
 }
 
-document* open_in_front(std::string_view path, std::string* error)
+document* open_in_front(std::string_view given, std::string* error)
 {
+    const std::string path = with_escapes_put_back(given);
     if (document* there = document_of_file(drawing_to_read(path))) {
         note_recent_drawing(shown_name(*there));
         bring_to_front(*there);

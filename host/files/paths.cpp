@@ -156,22 +156,7 @@ bool look_up(search& what, const std::string& base, std::size_t index)
     return false;
 }
 
-// The path with "/U+XXXX" read as the escape of a letter: programs turn all backslashes of a path around, that
-// of an escape too.
-std::string with_turned_escapes(std::string_view path)
-{
-    std::string out(path);
-    for (std::size_t at = 0; at < out.size(); at++) {
-        if (out[at] != '/')
-            continue;
-        out[at] = '\\';
-        if (!escape_at(out, at))
-            out[at] = '/';
-    }
-    return out;
-}
-
-std::string resolve_as_spelled(std::string_view path, bool* exists)
+std::string resolve(std::string_view path, bool* exists)
 {
     const std::string plain(path);
     *exists = !plain.empty() && there(plain);
@@ -193,18 +178,6 @@ std::string resolve_as_spelled(std::string_view path, bool* exists)
     if (parts.ends_in_separator && out.back() != '/')
         out += '/';
     return out;
-}
-
-std::string resolve(std::string_view path, bool* exists)
-{
-    std::string out = resolve_as_spelled(path, exists);
-    if (*exists)
-        return out;
-    const std::string turned = with_turned_escapes(path);
-    if (turned == path)
-        return out;
-    std::string other = resolve_as_spelled(turned, exists);
-    return *exists ? other : out;
 }
 
 bool is_file(const std::string& path)
@@ -275,11 +248,19 @@ std::string drawing_to_read(std::string_view path)
     return existing_path(path).value_or(drawing);
 }
 
-std::string spelled_path(std::string_view path)
+std::string with_escapes_put_back(std::string_view path)
 {
-    const std::string turned = with_turned_escapes(path);
-    const std::string file = drawing_to_read(turned);
-    return there(file) && drawing_to_read(path) == file ? turned : std::string(path);
+    std::string put_back(path);
+    for (std::size_t at = 0; at < put_back.size(); at++) {
+        if (put_back[at] != '/')
+            continue;
+        put_back[at] = '\\';
+        if (!escape_at(put_back, at))
+            put_back[at] = '/';
+    }
+    if (put_back == path || is_file(drawing_to_read(path)) || !is_file(drawing_to_read(put_back)))
+        return std::string(path);
+    return put_back;
 }
 
 std::string file_path(std::string_view path)

@@ -80,7 +80,11 @@
 ; directories, unless a program has set them, go along.
 (defun c:start_wiz (/ zt:before)
   (setq zt:before (getvar "DWGPREFIX"))
-  (zt:quietly '(command "_.SAVEAS" "" dwg_filenm))
+  ; The wizard's question didn't come for a drawing that was named without its extension: here that of the command
+  ; itself is to be seen.
+  (if (findfile (strcat dwg_filenm ".dwg"))
+    (command "_.SAVEAS" "" dwg_filenm)
+    (zt:quietly '(command "_.SAVEAS" "" dwg_filenm)))
   (if (= usrdir$ zt:before) (setq usrdir$ (getvar "DWGPREFIX")))
   (if (= tmpdir$ zt:before) (setq tmpdir$ (getvar "DWGPREFIX")))
   (princ))

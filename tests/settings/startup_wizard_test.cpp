@@ -146,8 +146,12 @@ TEST(StartupWizard, WithoutItsDialogsItDoesNothing)
         if (!there.empty())
             fake.dialogs["lsp/zentproj.dcl"] = there;
         session.used(1, "C:\\a.dwg");
-        EXPECT_FALSE(session.run());
-        EXPECT_EQ(fake.typed, NO_TEXTS);
+        for (const fake_value& page : {short_value(0), short_value(1)}) {
+            fake.lisp["is_new"] = page;
+            EXPECT_FALSE(session.run());
+            EXPECT_EQ(fake.typed, NO_TEXTS);
+            EXPECT_EQ(fake.set_order, NO_TEXTS);
+        }
     }
 }
 
@@ -636,6 +640,32 @@ TEST(NewDrawing, CancelBehindTheFirstPageDoesNothing)
     session.run([&] { press(page++ == 0 ? "new" : "cancel"); });
     EXPECT_EQ(page, 2);
     EXPECT_EQ(fake.typed, NO_TEXTS);
+}
+
+TEST(NewDrawing, NameOfAnEarlierRunIsForgotten)
+{
+    new_drawing session;
+    fake.file_answers = {"C:\\Jobs\\a.dwg"};
+    session.run([] {
+        press("select1");
+        press("cancel");
+    });
+    session.run([] { press("ok"); });
+    EXPECT_EQ(fake.alerts, texts{"Missing Drawing Name"});
+    EXPECT_EQ(fake.typed, NO_TEXTS);
+}
+
+TEST(NewDrawing, OkReadsTheTick)
+{
+    new_drawing session;
+    fake.file_answers = {"C:\\Jobs\\a.dwg"};
+    session.run([] {
+        press("select1");
+        fake.tiles["skip_wiz"] = "1";
+        press("ok");
+    });
+    EXPECT_EQ(fake.lisp["use_startwiz"].integer, 0);
+    EXPECT_EQ(fake.typed, texts{command("(c:start_wiz)")}) << "the drawing is made all the same";
 }
 
 TEST(NewDrawing, TickOfTheFirstPageIsCarriedOver)

@@ -113,19 +113,25 @@ TEST(Paths, CharactersWithoutAPlaceGoByTheirEscape)
     EXPECT_EQ(real_path("\\U+4E2E"), "\xE4\xB8\xAE");
 }
 
-TEST(Paths, EscapesMayHaveTheirBackslashesTurnedAround)
+// A program that turns all backslashes to slashes turns those of escapes too.
+TEST(Paths, EscapesWithSlashesLeadToADrawing)
 {
     temporary_directory tmp;
-    const std::string chinese = "\xE4\xB8\xAD";
-    tmp.write("jobs/" + chinese + "/" + chinese + ".dxf", "x");
-    EXPECT_EQ(real_path("jobs//U+4E2D//U+4E2D.dxf"), "jobs/" + chinese + "/" + chinese + ".dxf");
-    EXPECT_EQ(host::spelled_path("jobs//U+4E2D//U+4E2D.dwg"), "jobs/\\U+4E2D/\\U+4E2D.dwg");
-    // Nothing is taken for an escape that leads nowhere, or that is a name by itself.
-    EXPECT_EQ(real_path("jobs/U+4E2E"), "jobs/U+4E2E");
-    EXPECT_EQ(host::spelled_path("jobs/U+4E2E.dwg"), "jobs/U+4E2E.dwg");
-    tmp.write("jobs/U+4E2D/U+4E2D.dxf", "x");
-    EXPECT_EQ(real_path("jobs/U+4E2D/U+4E2D.dxf"), "jobs/U+4E2D/U+4E2D.dxf");
-    EXPECT_EQ(host::spelled_path("jobs/U+4E2D/U+4E2D.dwg"), "jobs/U+4E2D/U+4E2D.dwg");
+    tmp.write("a/\xE6\x97\xA5\xE6\x9C\xAC.dxf", "x");
+    tmp.write("a/x\xE6\x97\xA5y.dxf", "x");
+    tmp.write("a/U+4E2D.dxf", "x");
+    tmp.write("a\xE4\xB8\xAD.dxf", "x");
+    const std::pair<const char*, const char*> cases[] = {
+        {"a//U+65E5/U+672C.DWG", "a/\\U+65E5\\U+672C.DWG"},
+        {"A/x/U+65E5y.dwg", "A/x\\U+65E5y.dwg"},
+        {"a/U+4E2D.DWG", "a/U+4E2D.DWG"}, // a directory and a name that only looks like it
+        {"a//U+65E5/U+672D.DWG", "a//U+65E5/U+672D.DWG"},
+        {"a/\\U+65E5\\U+672C.DWG", "a/\\U+65E5\\U+672C.DWG"},
+        {"/U+65E", "/U+65E"},
+        {"", ""},
+    };
+    for (const auto& [given, meant] : cases)
+        EXPECT_EQ(host::with_escapes_put_back(given), meant);
 }
 
 TEST(Paths, DirectoryAndNameAreSplitAtTheLastSeparator)

@@ -49,3 +49,9 @@ echo "-- refused"
 zentrik run --registry programs.reg --no-shell -e "$launch" -e '(cf:zentutil usrdir$ 19 "ls")' \
     -e '(cf:zentutil usrdir$ 36 "the plan.pdf")' -e '(cf:zentutil usrdir$ 44 "other.chm")' \
     -e '(cf:zentutil usrdir$ 47 "ls")' </dev/null 2>&1 | plain
+echo "-- with and without a name"
+for name in '' ' "./show.sh"'; do
+    zentrik run --registry programs.reg --trace trace.txt -e "(progn (cf:zentutil usrdir\$ 36$name) (cf:zentutil usrdir\$ 44$name)
+        (cf:zentutil usrdir\$ 47$name) (princ))" </dev/null >/dev/null
+    echo "calls:$(grep -E '^(CreateProcessA|HtmlHelpA)' trace.txt | plain | sed 's/^/ /' | tr '\n' ';')"
+done
