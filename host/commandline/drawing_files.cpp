@@ -151,7 +151,9 @@ bool save_and_tell(document& doc, std::string_view path, std::string_view versio
     if (!write_drawing(doc, path, version, error))
         return false;
     const while_current here(doc); // reactors look at the drawing that was saved
-    tell_saved(acdbCurDwg(), shown_name(doc));
+    // SAVE may have written a copy beside it, under another name.
+    const bool is_own_file = path == doc.file || drawing_path(path) == doc.file;
+    tell_saved(acdbCurDwg(), is_own_file ? shown_name(doc) : db::drawing_path_for_programs(path));
     return true;
 }
 

@@ -142,7 +142,8 @@ bool has_controls(const std::string& shown)
 
 TEST(Html, ControlCharactersDontReachTheScreen)
 {
-    const std::string page("a\x1B[31m\0b\x07<pre>c\x1B[0m\x7F\td\r\n</pre>", 32);
+    const char bytes[] = "a\x1B[31m\0b\x07<pre>c\x1B[0m\x7F\td\r\n</pre>";
+    const std::string page(bytes, sizeof bytes - 1);
     EXPECT_FALSE(has_controls(text(page)));
     EXPECT_EQ(text("a\xC2\x9B"
                    "31mb<pre>c\xC2\x9D"
