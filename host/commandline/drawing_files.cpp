@@ -193,8 +193,9 @@ task<> new_command(command_io& io)
 {
     const answer given = co_await io.ask(ask_text("\nEnter template file name or [. (for none)] <.>: "));
     std::string error;
-    const bool plain = given.none() || given.text == ".";
-    if (!(plain ? new_drawing(&error) : new_from_template(given.text, &error)))
+    if (given.none() || given.text == ".")
+        new_drawing();
+    else if (!new_from_template(given.text, &error))
         throw command_failed{error};
 }
 

@@ -93,9 +93,8 @@ void close_now(document& doc)
     }
     close_document(doc);
     tell_document_destroyed(name);
-    std::string error;
     if (!has_document())
-        new_drawing(&error);
+        new_drawing();
     else if (in_front)
         tell_front();
 }
@@ -148,12 +147,11 @@ document* new_from_template(std::string_view path, std::string* error)
     return opened_from(path, false, error);
 }
 
-document* new_drawing(std::string*)
+void new_drawing()
 {
     document& doc = open_document();
     db::database_of(doc);
     tell_opened(doc);
-    return &doc;
 }
 
 void bring_to_front(document& doc)
