@@ -82,9 +82,11 @@
   (setq zt:before (getvar "DWGPREFIX"))
   ; The wizard's question didn't come for a drawing that was named without its extension: here that of the command
   ; itself is to be seen.
-  (if (findfile (strcat dwg_filenm ".dwg"))
-    (command "_.SAVEAS" "" dwg_filenm)
-    (zt:quietly '(command "_.SAVEAS" "" dwg_filenm)))
+  (cond
+    ((or (/= (type dwg_filenm) 'STR) (= dwg_filenm ""))
+      (princ "\nWIZARD asks for the drawing that START_WIZ makes: dwg_filenm has no name."))
+    ((findfile (strcat dwg_filenm ".dwg")) (command "_.SAVEAS" "" dwg_filenm))
+    (t (zt:quietly '(command "_.SAVEAS" "" dwg_filenm))))
   (if (= usrdir$ zt:before) (setq usrdir$ (getvar "DWGPREFIX")))
   (if (= tmpdir$ zt:before) (setq tmpdir$ (getvar "DWGPREFIX")))
   (princ))
