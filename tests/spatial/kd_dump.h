@@ -14,13 +14,15 @@ inline std::string dump_plane(int dimension, double value)
     return text;
 }
 
-inline std::string dump(const kd_node* node)
+// `shift` is added to the items.
+inline std::string dump(const kd_node* node, int shift = 0)
 {
     if (!node->is_leaf)
-        return dump_plane(node->split_dimension, node->split_value) + dump(node->low) + dump(node->high) + ")";
+        return dump_plane(node->split_dimension, node->split_value) + dump(node->low, shift) +
+               dump(node->high, shift) + ")";
     std::string text = "[";
     for (int i = 0; i < node->item_count; ++i)
-        text += std::to_string(node->items[i]) + " ";
+        text += std::to_string(node->items[i] + shift) + " ";
     return text + "]";
 }
 

@@ -27,8 +27,10 @@ struct plain_tree {
     int count = 0, capacity = 1000;
 
     plain_tree(int n, int leaf) : dimensions(n), leaf_capacity(leaf) {}
+    virtual ~plain_tree() = default;
+    plain_tree(plain_tree&&) = default;
 
-    double distance_squared(int a, int b) const
+    virtual double distance_squared(int a, int b) const
     {
         double sum = 0;
         for (int d = 0; d < dimensions; ++d)
