@@ -93,9 +93,8 @@ std::int32_t same_place_in(const kd_node* leaf, const kd_tree* tree)
             nearest = leaf->items[i];
         }
     }
-    if (nearest < 0 || best == 0.0 || is_same_place(candidate, tree->points[nearest], tree->dimensions))
-        return nearest;
-    return -1;
+    const bool is_same = nearest >= 0 && is_same_place(candidate, tree->points[nearest], tree->dimensions);
+    return is_same ? nearest : -1;
 }
 
 // The index reached by the candidate, which may be its own; -1 when there is no memory for that.

@@ -63,9 +63,8 @@ std::int32_t KdSet::same_key_in(const kd_node* leaf, std::int32_t candidate) con
             nearest = leaf->items[i];
         }
     }
-    if (nearest == 0 || best == 0.0 || is_same_key(get(candidate), get(nearest), dimensions))
-        return nearest;
-    return 0;
+    const bool is_same = nearest != 0 && is_same_key(get(candidate), get(nearest), dimensions);
+    return is_same ? nearest : 0;
 }
 
 // The id that the object reaches: a member's, or count + 1, which then stands in a leaf; 0 without memory.

@@ -20,14 +20,15 @@ bool make_slots(T** items, std::int32_t count, std::int32_t* capacity, std::int3
         return true;
     if (*capacity > most)
         return false;
+    constexpr std::size_t size = sizeof(T); // NOLINT(bugprone-sizeof-expression): entries may be pointers
     const std::int32_t wanted = *capacity + SLOT_STEP;
     if (wanted > *room) {
         const std::int32_t more = std::max(wanted, 2 * *room);
-        T* moved = static_cast<T*>(acad_malloc(static_cast<std::size_t>(more) * sizeof(T)));
+        T* moved = static_cast<T*>(acad_malloc(static_cast<std::size_t>(more) * size));
         if (!moved)
             return false;
         if (count > 0)
-            std::memcpy(moved, *items, static_cast<std::size_t>(count) * sizeof(T));
+            std::memcpy(moved, *items, static_cast<std::size_t>(count) * size);
         acad_free(*items);
         *items = moved;
         *room = more;
