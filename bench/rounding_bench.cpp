@@ -1,5 +1,5 @@
-// Rounding a corner of a closed outline of N vertices, an open one half of it, and the network of centre lines
-// by itself, which is what rounding spends its time on.
+// Rounding a corner of a closed outline of N vertices, and beside it the centre lines of that outline, on which
+// it spends most of its time.
 #include <benchmark/benchmark.h>
 
 #include <cmath>
@@ -12,7 +12,7 @@
 namespace
 {
 
-// Wavy, with a square corner at (0, 0): corners near the side are in the way of nothing.
+// A quarter disc with a wavy rim. Its square corner at (0, 0) is its head and is rounded.
 pg_node* outline(long vertices)
 {
     std::mt19937 random{29};

@@ -11,6 +11,7 @@
 #include "polygon/flatten.h"
 #include "polygon/measures.h"
 #include "polygon/points.h"
+#include "polygon/side_distances.h"
 #include "polygon/tolerances.h"
 #include "polygon/trim.h"
 
@@ -106,18 +107,13 @@ struct path_step {
 // are taken as they are needed.
 struct path_walk {
     const pg_node* at;
-    double distance;
-    const pg_node* sides;
+    side_distances sides;
+    double distance = 0.0; // of the node
 
-    static double measured(const pg_node& node, const pg_node* sides)
+    path_walk(const pg_node* path, const pg_node* from_sides) : at(path), sides(from_sides)
     {
-        const double place[3] = {node.x, node.y, 0.0};
-        return distance_from(sides, place);
-    }
-
-    path_walk(const pg_node* path, const pg_node* from_sides)
-        : at(path), distance(path ? measured(*path, from_sides) : 0.0), sides(from_sides)
-    {
+        if (path)
+            distance = sides.from(path->x, path->y);
     }
 
     // A node at the very radius is passed by neither of its steps: a path that only reaches the radius, or has
@@ -125,7 +121,7 @@ struct path_walk {
     bool next_passing(double radius, path_step* step)
     {
         while (at && at->next) {
-            *step = {at, at->next, distance, measured(*at->next, sides)};
+            *step = {at, at->next, distance, sides.from(at->next->x, at->next->y)};
             at = step->q;
             distance = step->q_distance;
             if ((step->p_distance < radius && step->q_distance > radius) ||

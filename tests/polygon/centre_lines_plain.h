@@ -81,6 +81,25 @@ inline void cut(run& r, cl_branch& b, const cl_point& point)
     retire_from(r, old_end, &b);
 }
 
+// Crossings may lie up to 5e-4 past the end of a segment; paths whose boxes are farther apart have none.
+struct box {
+    double x0 = 1e300, y0 = 1e300, x1 = -1e300, y1 = -1e300;
+};
+
+inline box box_of(const cl_path& path)
+{
+    box b;
+    for (const cl_point& p : path)
+        b = {std::min(b.x0, p[0] - 0.01), std::min(b.y0, p[1] - 0.01), std::max(b.x1, p[0] + 0.01),
+             std::max(b.y1, p[1] + 0.01)};
+    return b;
+}
+
+inline bool are_apart(const box& a, const box& b)
+{
+    return a.x0 > b.x1 || b.x0 > a.x1 || a.y0 > b.y1 || b.y0 > a.y1;
+}
+
 inline void cross(const cl_path& path, cl_branch& other, crossing& best)
 {
     double length = 0.0;
@@ -117,6 +136,7 @@ struct end {
 inline crossing search(run& r, const end& from, int step, const cl_path& path)
 {
     crossing best;
+    const box around = box_of(path);
     const std::int32_t smallest = r.items.front().id, largest = r.items.back().id;
     for (std::int32_t id = from.id; id >= smallest && id <= largest && !best.hit; id += step)
         for (cl_branch& b : r.branches) {
@@ -125,7 +145,8 @@ inline crossing search(run& r, const end& from, int step, const cl_path& path)
                 continue;
             if (is_edge && (id != from.id || from.relation != CL_AS_SIDE || from.past_edge))
                 continue;
-            cross(path, b, best);
+            if (!are_apart(around, box_of(b.chain)))
+                cross(path, b, best);
         }
     return best;
 }
