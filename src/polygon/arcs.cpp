@@ -74,6 +74,11 @@ double pg_arc_bulge(const double* a, const double* b, const double* centre)
     return area > 0.0 ? -h / (r + m) : -(r + m) / h;
 }
 
+double pg_arc_piece_bulge(const double* a, const double* b, const double* centre)
+{
+    return pg_dist(a, b) < PG_LENGTH_TOL ? 0.0 : pg_arc_bulge(a, b, centre);
+}
+
 double pg_arc_sweep(double bulge)
 {
     return 4.0 * std::atan(std::fabs(bulge));

@@ -46,19 +46,12 @@ struct chain_index {
     }
 };
 
-pg_node* last_of(pg_node* chain)
-{
-    while (chain->next)
-        chain = chain->next;
-    return chain;
-}
-
 // The first chain that ends at `point`, taken out of its ring and turned round.
 pg_node* take_backwards(pg_ring* rings, chain_index& index, const pg_node& point)
 {
     std::size_t chain = 0;
     for (; rings; rings = rings->next, ++chain) {
-        if (!rings->nodes || !rings->nodes->next || !pg_same_place(*last_of(rings->nodes), point))
+        if (!rings->nodes || !rings->nodes->next || !pg_same_place(*pg_last(rings->nodes), point))
             continue;
         index.used[chain] = true;
         pg_node* taken = pg_reverse(rings->nodes);
@@ -77,7 +70,7 @@ bool follow(chain_index& index, pg_node* last)
         pg_join(last, more);
         if (!is_whole)
             return false;
-        last = last_of(last);
+        last = pg_last(last);
     }
     return true;
 }
@@ -99,7 +92,7 @@ pg_node* pg_follow_chains(pg_ring** rings, const double* point)
         path = take_backwards(*rings, index, start);
     }
     if (path && is_whole)
-        is_whole = follow(index, last_of(path));
+        is_whole = follow(index, pg_last(path));
     pg_free_rings(rings);
     if (!is_whole) {
         pl_free_nodes(path);

@@ -29,6 +29,7 @@ constexpr double TANGENT_REACH = 1.5;  // in radii, from the centre across the s
 constexpr double HALF_CIRCLE_BULGE = 1.0;
 constexpr double LEAST_ARC_BULGE = 1e-6; // a flatter arc is none
 constexpr double STRAIGHT_ON_DEG = 180.0;
+constexpr double GAP = 0.001; // share of the last side by which a ring is opened
 
 struct nodes_release {
     void operator()(pg_node* head) const { pl_free_nodes(head); }
@@ -47,22 +48,15 @@ void turn_round(held_chain& chain)
     chain.reset(pg_reverse(chain.release()));
 }
 
-pg_node* last_of(pg_node* chain)
-{
-    while (chain->next)
-        chain = chain->next;
-    return chain;
-}
-
-bool is_at(const pg_node& node, const double* place)
-{
-    return std::fabs(node.x - place[0]) <= PG_LENGTH_TOL && std::fabs(node.y - place[1]) <= PG_LENGTH_TOL;
-}
-
 double distance_sq(const pg_node& node, const double* place)
 {
     const double at[3] = {node.x, node.y, node.z};
     return pg_dist_sq(at, place);
+}
+
+bool is_at(const pg_node& node, const double* place)
+{
+    return distance_sq(node, place) <= PG_LENGTH_SQ_TOL;
 }
 
 double distance_from(const pg_node* chain, const double* point, double* nearest)
@@ -86,15 +80,37 @@ void go_towards(const double* from, const double* to, double distance, double* o
 
 // ---- the way to the centre
 
+// Whether the chain was closed; its end no longer lies on its head then.
+bool open_by_a_gap(pg_node* chain)
+{
+    if (!chain || !chain->next)
+        return false;
+    pg_node* before = chain;
+    while (before->next->next)
+        before = before->next;
+    pg_node* last = before->next;
+    if (!pg_same_place(*last, *chain))
+        return false;
+    last->x += GAP * (before->x - last->x);
+    last->y += GAP * (before->y - last->y);
+    return true;
+}
+
 // From the corner along the centre lines. Null when there are none.
 held_chain path_from(pg_node* chords, const double* corner)
 {
     pg_set_z(chords, 0.0); // sides that rise or fall would lean the lines away from the middle
-    pg_ring* rings = pg_centre_lines(chords, LEVEL_SLOPE, 0, 1);
-    pg_node* path = pg_follow_chains(&rings, corner);
-    // Copied nodes count as vertices of an input, which thinning leaves: only a branch that was taken backwards
-    // has any to give.
-    return held_chain(pg_weed(path, CHORD_TOL));
+    for (bool is_opened = false;; is_opened = true) {
+        pg_ring* rings = pg_centre_lines(chords, LEVEL_SLOPE, 0, 1);
+        pg_node* path = pg_follow_chains(&rings, corner);
+        // A ring has no line from the corner where its network closes, if that line meets no other. An open
+        // chain has them all.
+        if (!path && !is_opened && open_by_a_gap(chords))
+            continue;
+        // Copied nodes count as vertices of an input, which thinning leaves: only a branch that was taken
+        // backwards has any to give.
+        return held_chain(pg_weed(path, CHORD_TOL));
+    }
 }
 
 struct path_step {
@@ -152,12 +168,11 @@ bool search_on_step(const path_step& step, const pg_node* side, double radius, d
 
 // ---- the arc
 
-// Where the circle touches a side.
-bool tangent_point(const pg_node* side, const double* centre, double radius, double* out)
+// The first crossing along a side with the line from the centre in the direction of `towards`.
+bool first_across(const pg_node* side, const double* centre, const double* towards, double length, double* out)
 {
-    double towards[3] = {centre[0], centre[1], 0.0}, end[3];
-    pg_closest(centre, side, nullptr, towards);
-    go_towards(centre, towards, TANGENT_REACH * radius, end);
+    double end[3];
+    go_towards(centre, towards, length, end);
     pg_node line[2] = {};
     line[0].x = centre[0];
     line[0].y = centre[1];
@@ -167,6 +182,18 @@ bool tangent_point(const pg_node* side, const double* centre, double radius, dou
     double distance = 0.0;
     int side_of_line = 0;
     return pg_first_crossing(side, line, &distance, &side_of_line, out, 0.0) != 0;
+}
+
+// Where the circle touches a side.
+bool tangent_point(const pg_node* side, const double* centre, double radius, double* out)
+{
+    double towards[3] = {centre[0], centre[1], 0.0};
+    const double nearest = distance_from(side, centre, towards);
+    if (!first_across(side, centre, towards, TANGENT_REACH * radius, out))
+        return false;
+    // A side that folds back behind the place, as that of a narrow strip, may be crossed there first.
+    return pg_dist(centre, out) <= nearest + PG_LENGTH_TOL ||
+           first_across(side, centre, towards, nearest + PG_LENGTH_TOL, out);
 }
 
 // Of the arc about `centre` that rounds the corner. False when it has no length: one that ends where it begins,
@@ -185,7 +212,7 @@ pg_node* joined_by_arc(held_chain first, held_chain second, const double* to, do
     pg_node* end = pg_node_new(to);
     if (!end)
         return nullptr;
-    pg_node* last = last_of(first.get());
+    pg_node* last = pg_last(first.get());
     last->next = end;
     last->bulge = bulge;
     return pg_join(first.release(), pg_reverse(second.release()));
@@ -207,12 +234,6 @@ corner_turn turn_at(const pg_node* chords, const double* corner)
         return pg_turn_angle(p0, p1, p2) < STRAIGHT_ON_DEG ? corner_turn::right : corner_turn::left;
     }
     return corner_turn::unknown;
-}
-
-bool begins_and_ends_at(pg_node* chain, const double* corner)
-{
-    return distance_sq(*last_of(chain), corner) <= PG_LENGTH_SQ_TOL &&
-           distance_sq(*chain, corner) <= PG_LENGTH_SQ_TOL;
 }
 
 // The chain begins and ends at `corner` and has three nodes or more. Its last node becomes the second node at
@@ -271,7 +292,7 @@ pg_node* pg_round_corner(pg_node** chain, const double* corner, double radius)
     pg_clean(*chain);
     if (pg_count(*chain) < 3)
         return nullptr;
-    if (begins_and_ends_at(*chain, corner))
+    if (is_at(*pg_last(*chain), corner) && is_at(**chain, corner))
         *chain = opened_on_far_side(*chain, corner);
     held_chain chords = copy_whole(*chain), forward = copy_whole(*chain), backward = copy_whole(*chain);
     if (!chords || !forward || !backward)
@@ -345,7 +366,7 @@ held_chain both_chains(const pg_node* first, const pg_node* second)
     held_chain a = copy_whole(first), b = copy_whole(second);
     if (!a || !b)
         return nullptr;
-    last_of(a.get())->bulge = 0.0;
+    pg_last(a.get())->bulge = 0.0;
     held_chain whole(pg_join(a.release(), b.release()));
     pg_clean(whole.get());
     return whole;
@@ -388,7 +409,7 @@ pg_node* round_where_they_meet(pg_node** first, pg_node** second, const double* 
 // Turns a chain round so that its last or its first node lies at `corner`, if only the other one does.
 bool turn_to(pg_node** chain, const double* corner, bool with_last)
 {
-    const bool begins = is_at(**chain, corner), ends = is_at(*last_of(*chain), corner);
+    const bool begins = is_at(**chain, corner), ends = is_at(*pg_last(*chain), corner);
     if (begins == ends || ends == with_last)
         return false;
     *chain = pg_reverse(*chain);

@@ -156,6 +156,15 @@ TEST(Arcs, ArcBulgeGoesSteadilyThroughTheHalfCircle)
     }
 }
 
+TEST(Arcs, PieceWhoseEndsAreOnePlaceHasNoBulge)
+{
+    const double centre[3] = {}, a[3] = {5, 0}, same[3] = {5, 0}, behind[3] = {5, -9e-7},
+                 apart[3] = {5, 1.1e-6};
+    EXPECT_EQ(pg_arc_piece_bulge(a, same, centre), 0.0);
+    EXPECT_EQ(pg_arc_piece_bulge(a, behind, centre), 0.0); // nearly the whole circle by its direction
+    EXPECT_EQ(pg_arc_piece_bulge(a, apart, centre), pg_arc_bulge(a, apart, centre));
+}
+
 TEST(Arcs, BulgeToArcAndBack)
 {
     std::mt19937 random(17);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <numbers>
@@ -50,6 +51,20 @@ spots rounded(const spots& chain, double x, double y, double radius)
     auto input = make_chain(chain);
     const auto answer = round_corner(input, x, y, radius);
     return spots_of(answer.get());
+}
+
+struct two_chains {
+    chain_ptr first, second;
+    pg_node* answer = nullptr;
+};
+
+two_chains join(const spots& first, const spots& second, double x, double y, double radius)
+{
+    pg_node* a = make_chain(first).release();
+    pg_node* b = make_chain(second).release();
+    const double corner[3] = {x, y, 3};
+    pg_node* answer = pg_round_join(&a, &b, corner, radius);
+    return {chain_ptr(a), chain_ptr(b), answer};
 }
 
 // ---- one chain
@@ -243,6 +258,55 @@ TEST_F(Rounding, ReflexCornerOfAnOutlineIsRoundedOutside)
                 1e-7);
 }
 
+TEST_F(Rounding, CornerWhereTheNetworkOfARingClosesIsRoundedToo)
+{
+    // The only corner that turns to the outside, so blunt that its line meets nothing within reach.
+    const spots outline{{0, 0}, {0, 50}, {50, 45}, {100, 50}, {100, 0}, {0, 0}};
+    const double out = std::hypot(50, 5), along = 20 * 5 / 50.0; // radius times the tangent of half the turn
+    const double dx = along * 50 / out, dy = along * 5 / out, bulge = std::tan(std::atan2(5, 50) / 2);
+    const spots expected{{0, 0},   {0, 50}, {50 - dx, 45 + dy, bulge}, {50 + dx, 45 + dy}, {100, 50},
+                         {100, 0}, {0, 0}};
+    expect_near(rounded(outline, 50, 45, 20), expected, 1e-9);
+    expect_near(rounded(turned_round(outline), 50, 45, 20), expected, 1e-9);
+    EXPECT_TRUE(rounded(outline, 50, 45, 600).empty());
+}
+
+TEST_F(Rounding, JoinWhereTheNetworkOfARingClosesIsRoundedToo)
+{
+    const spots in{{100, 0}, {100, 50}, {50, 45}}, out{{50, 45}, {0, 50}, {0, 0}, {100, 0}};
+    const auto made = join(in, out, 50, 45, 20);
+    const spots got = spots_of(made.answer);
+    ASSERT_EQ(got.size(), 7u);
+    const auto arc = std::find_if(got.begin(), got.end(), [](const spot& s) { return s.bulge != 0; });
+    ASSERT_NE(arc, got.end());
+    const circle o = circle_of(arc[0], arc[1]);
+    EXPECT_NEAR(o.x, 50, 1e-9);
+    EXPECT_NEAR(o.y, 45 + 20 * std::hypot(50, 5) / 50, 1e-9);
+}
+
+// ---- sides that fold back behind the tangent point
+
+TEST_F(Rounding, TangentPointIsNotLookedForFarBehindTheSide)
+{
+    expect_near(rounded({{60, 34}, {-10, 34}, {-10, 40}, {50, 40}, {50, 90}}, 50, 40, 6),
+                {{60, 34}, {-10, 34}, {-10, 40}, {44, 40, QUARTER}, {50, 46}, {50, 90}}, 1e-9);
+}
+
+TEST_F(Rounding, NarrowStripIsCutAtTheNearSide)
+{
+    // Thinner than half the radius, so that a line across the near side reaches the far one.
+    const spots strip{{0, 0}, {50, 0}, {50, 50}, {48, 50}, {48, 2}, {0, 2}, {0, 0}};
+    expect_near(rounded(strip, 48, 2, 6),
+                {{0, 0}, {0, 2}, {42, 2, QUARTER}, {48, 8}, {48, 50}, {50, 50}, {50, 0}, {0, 0}}, 1e-9);
+}
+
+TEST_F(Rounding, JoinOfASideThatFoldsBackIsCutAtTheNearSide)
+{
+    const auto made = join({{60, 38}, {-10, 38}, {-10, 40}, {50, 40}}, {{50, 40}, {50, 90}}, 50, 40, 6);
+    expect_near(spots_of(made.answer), {{60, 38}, {-10, 38}, {-10, 40}, {44, 40, QUARTER}, {50, 46}, {50, 90}},
+                1e-9);
+}
+
 // ---- null
 
 TEST_F(Rounding, TooFewNodesGiveNull)
@@ -323,20 +387,6 @@ TEST_F(Rounding, WholeOrNullWheneverTheHeapIsExhausted)
 const spots INTO{{0, 40}, {50, 40}}, OUT_OF{{50, 40}, {50, 90}};
 const spots JOINED{{0, 40}, {44, 40, QUARTER}, {50, 46}, {50, 90}};
 
-struct two_chains {
-    chain_ptr first, second;
-    pg_node* answer = nullptr;
-};
-
-two_chains join(const spots& first, const spots& second, double x, double y, double radius)
-{
-    pg_node* a = make_chain(first).release();
-    pg_node* b = make_chain(second).release();
-    const double corner[3] = {x, y, 3};
-    pg_node* answer = pg_round_join(&a, &b, corner, radius);
-    return {chain_ptr(a), chain_ptr(b), answer};
-}
-
 TEST_F(Rounding, JoinsTwoChainsWhicheverWayTheyRun)
 {
     for (const spots& a : {INTO, turned_round(INTO)})
@@ -401,6 +451,13 @@ TEST_F(Rounding, ASmallArcIsNoneOnAChainButJoins)
     const auto made = join(in, out, 0, 0, 10);
     ASSERT_NE(made.answer, nullptr);
     EXPECT_NEAR(spots_of(made.answer)[1].bulge, 0.75e-6, 1e-8);
+}
+
+TEST_F(Rounding, TheLeastArcOfAChainHasABulgeOfAMillionth)
+{
+    const auto turning_by = [](double turn) { return rounded({{-40, 0}, {0, 0}, {40, 40 * turn}}, 0, 0, 10); };
+    EXPECT_TRUE(turning_by(3.9e-6).empty());
+    EXPECT_EQ(turning_by(4.1e-6).size(), 4u);
 }
 
 TEST_F(Rounding, FailedJoinOfACornerToTheLeftTurnsTheSecondRound)
