@@ -160,7 +160,8 @@ inline std::vector<ends> short_barriers(const std::vector<spot>& points, double 
 inline void add_plain_points(std::vector<input>& out)
 {
     for (unsigned seed = 1; seed <= 12; ++seed)
-        out.push_back({"scatter " + std::to_string(seed), scatter(seed, 5 + static_cast<int>(seed) * 20, 1000)});
+        out.push_back(
+            {"scatter " + std::to_string(seed), scatter(seed, 5 + static_cast<int>(seed) * 20, 1000)});
     out.push_back({"small scatter", scatter(31, 60, 0.5)});
     out.push_back({"lattice", lattice(9, 7, 10)});
     out.push_back({"odd lattice", lattice(6, 11, 3.7)});
@@ -199,8 +200,10 @@ inline void add_barriers(std::vector<input>& out)
         out.push_back({"border" + tail, square, {{0, 6}, {6, 48}, {48, 42}, {42, 0}}, split});
         out.push_back({"knight's moves" + tail, square, {{0, 15}, {15, 30}, {0, 9}, {9, 18}, {0, 47}}, split});
         out.push_back({"run" + tail, joined(straight_run(12, 4, 1), scatter(301, 30, 44)), {{0, 11}}, split});
-        out.push_back({"fan" + tail, joined(ring(15, 60), scatter(302, 25, 120)),
-                       {{0, 4}, {0, 5}, {0, 6}, {0, 7}, {0, 8}, {0, 9}}, split});
+        out.push_back({"fan" + tail,
+                       joined(ring(15, 60), scatter(302, 25, 120)),
+                       {{0, 4}, {0, 5}, {0, 6}, {0, 7}, {0, 8}, {0, 9}},
+                       split});
         out.push_back({"doubles and barriers" + tail, with_doubles(scatter(303, 30, 80), 304),
                        random_barriers(305, 45, 12), split});
     }

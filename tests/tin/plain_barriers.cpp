@@ -94,7 +94,8 @@ bool lies_on(const point* r, const barrier* b, const point* top, const point* bo
     const double m = (top->y - bottom->y) / (top->x - bottom->x);
     const double c_high = top->y - m * top->x + 1e-6, c_low = c_high - 2e-6;
     const double c = r->y - m * r->x;
-    return c >= c_low && c <= c_high && r->x > std::min(top->x, bottom->x) && r->x < std::max(top->x, bottom->x);
+    return c >= c_low && c <= c_high && r->x > std::min(top->x, bottom->x) &&
+           r->x < std::max(top->x, bottom->x);
 }
 
 } // namespace

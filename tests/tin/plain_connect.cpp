@@ -31,7 +31,8 @@ bool cross(const point* a, const point* b, const point* c, const point* d)
 enum class found { yes, no, joined };
 
 // The triangle around `hub` whose far edge the barrier from-to crosses.
-found turn_around(network& n, point* from, point* to, point* hub, triangle* start, int end_number, triangle** out)
+found turn_around(network& n, point* from, point* to, point* hub, triangle* start, int end_number,
+                  triangle** out)
 {
     point* const aim = hub == from ? to : from;
     triangle* t = start;
@@ -96,7 +97,7 @@ bool look_beyond(triangle* t, const point* u, const point* w, beyond* out)
         return false;
     for (int i = 0; i < 3; ++i)
         if (t->corner[i] != u && t->corner[i] != w) {
-            *out = {t,           t->corner[i], t->corner[(i + 1) % 3], t->corner[(i + 2) % 3],
+            *out = {t,          t->corner[i],        t->corner[(i + 1) % 3], t->corner[(i + 2) % 3],
                     t->side[i], t->side[(i + 2) % 3]};
             return true;
         }

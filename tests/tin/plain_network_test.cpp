@@ -165,8 +165,8 @@ TEST(PlainInside, EndsOfLevelEdgesCountAndTopsDoNot)
     EXPECT_EQ(plain::inside(n, n.edges_a, at(10, 0)), 1);
     EXPECT_EQ(plain::inside(n, n.edges_a, at(10.0000001, 0)), 0);
     EXPECT_EQ(plain::inside(n, n.edges_a, at(5, 10)), 0);
-    EXPECT_EQ(plain::inside(n, n.edges_a, at(2.5, 5)), 1);  // on the left edge
-    EXPECT_EQ(plain::inside(n, n.edges_a, at(7.5, 5)), 0);  // on the right edge: both count
+    EXPECT_EQ(plain::inside(n, n.edges_a, at(2.5, 5)), 1); // on the left edge
+    EXPECT_EQ(plain::inside(n, n.edges_a, at(7.5, 5)), 0); // on the right edge: both count
     EXPECT_EQ(plain::inside(n, n.edges_a, at(5, -1)), 0);
 }
 
@@ -270,11 +270,11 @@ TEST(PlainSwapTest, OnlyAConvexQuadrilateralIsSwapped)
     point a = at(0, 0), b = at(50, -20), c = at(100, 0), d = at(50, 20);
     EXPECT_EQ(plain::swap_test(n, &a, &b, &c, &d, nullptr), 1);
     EXPECT_EQ(plain::swap_test(n, &b, &c, &d, &a, nullptr), 0);
-    point beside = at(130, 60), below_ = at(105, -20); // inside the circle, yet the diagonals pass each other
-    EXPECT_GT(plain::determinant(n, a, below_, c, at(104, 0)), 0);
-    point outside = at(104, 0);
-    EXPECT_EQ(plain::swap_test(n, &a, &below_, &c, &outside, nullptr), 0);
-    EXPECT_EQ(plain::swap_test(n, &a, &b, &c, &beside, nullptr), 0);
+    point same_side = at(50, -5); // inside the circle, yet the diagonals pass each other
+    EXPECT_GT(plain::determinant(n, a, b, c, same_side), 0);
+    EXPECT_EQ(plain::swap_test(n, &a, &b, &c, &same_side, nullptr), 0);
+    point outside = at(130, 60);
+    EXPECT_EQ(plain::swap_test(n, &a, &b, &c, &outside, nullptr), 0);
 }
 
 TEST(PlainSwapTest, MissingAndRepeatedCornersAreNamed)
@@ -318,7 +318,7 @@ TEST(PlainCocircular, LooksOneSwapAheadUnlessABarrierStands)
     far.side[0] = &nc;
     nc.corner[0] = &b, nc.corner[1] = &ec, nc.corner[2] = &c;
     EXPECT_EQ(plain::cocircular_test(n, &a, &b, &c, &d, &far), 1); // and then shrink by 18.36
-    for (int turn = 0; turn < 2; ++turn) {                        // b at each of the three corners
+    for (int turn = 0; turn < 2; ++turn) {                         // b at each of the three corners
         far = {{far.corner[2], far.corner[0], far.corner[1]}, {far.side[2], far.side[0], far.side[1]}, {}, {}};
         EXPECT_EQ(plain::cocircular_test(n, &a, &b, &c, &d, &far), 1);
     }

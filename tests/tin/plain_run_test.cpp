@@ -82,9 +82,9 @@ std::string flaws(const ran& r)
     if (on_hull != 4)
         return "the frame is broken";
     for (const point* p : corners) {
-        bool found = false;
-        for (const point* c : p->tri->corner)
-            found = found || c == p;
+        bool found = p->tri == nullptr && r.on_frame(p); // no triangle of this corner was ever touched
+        for (int i = 0; p->tri && i < 3; ++i)
+            found = found || p->tri->corner[i] == p;
         if (!found)
             return "a point that names a triangle without it";
     }
@@ -135,7 +135,13 @@ TEST(PlainRun, EveryInputWithoutBarriersStaysSound)
     tin_inputs::add_plain_points(inputs);
     int checked = 0;
     for (const input& in : inputs) {
-        if (in.name == "level run" || in.name == "upright run" || in.points.size() < 2 || in.name == "one twice")
+        // Points a millionth apart on one line make triangles that lie on each other; that ends in words.
+        if (in.name == "doubles on a lattice") {
+            EXPECT_EQ(ran(in).side.net.said, "\nError: identical points in swap test2.");
+            continue;
+        }
+        if (in.name == "level run" || in.name == "upright run" || in.points.size() < 2 ||
+            in.name == "one twice")
             continue;
         const ran r(in);
         EXPECT_EQ(flaws(r), "") << in.name;
@@ -164,7 +170,8 @@ TEST(PlainRun, BarriersBecomeEdges)
                 return p;
             };
             for (const auto& f : links)
-                clear = clear && !plain::segments_cross(as_point(e[0]), as_point(e[1]), as_point(f[0]), as_point(f[1]));
+                clear = clear &&
+                        !plain::segments_cross(as_point(e[0]), as_point(e[1]), as_point(f[0]), as_point(f[1]));
             if (clear)
                 links.push_back(e);
         }

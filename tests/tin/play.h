@@ -53,7 +53,8 @@ private:
     int extra = 0;
 };
 
-template <class Point> std::string one_point(const Point* p, names& ids, const std::map<const void*, int>& numbers)
+template <class Point>
+std::string one_point(const Point* p, names& ids, const std::map<const void*, int>& numbers)
 {
     std::string out = ids.of(p) + " " + exact(p->x) + " " + exact(p->y) + " " + exact(p->z) + " tri ";
     const auto at = numbers.find(p->tri);
@@ -64,7 +65,8 @@ template <class Point> std::string one_point(const Point* p, names& ids, const s
     return out + "\n";
 }
 
-template <class Net> std::string write_down(const Net& n, names& ids)
+template <class Net>
+std::string write_down(const Net& n, names& ids)
 {
     std::map<const void*, int> numbers;
     for (auto* t = n.triangles; t != nullptr; t = t->next)
@@ -94,8 +96,8 @@ template <class Net> std::string write_down(const Net& n, names& ids)
     out += "points";
     for (auto* p = n.points; p != nullptr; p = p->next)
         out += " " + ids.of(p);
-    out += "\nzero " + std::to_string(n.zero_count) + " failed " + std::to_string(n.failed_barriers) + " tick " +
-           std::to_string(n.tick) + " hundreds " + std::to_string(n.hundreds) + " count " +
+    out += "\nzero " + std::to_string(n.zero_count) + " failed " + std::to_string(n.failed_barriers) +
+           " tick " + std::to_string(n.tick) + " hundreds " + std::to_string(n.hundreds) + " count " +
            std::to_string(n.point_count) + "\nz " + exact(n.z_min) + " " + exact(n.z_max) + "\n";
     return out;
 }
