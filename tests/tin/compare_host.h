@@ -1,0 +1,14 @@
+// compare_host.h: the host of the comparison: a heap that is given back as a whole, a break key, a message line
+// and the crossing of two segments.
+#pragma once
+
+#include <string>
+
+namespace compare_host
+{
+// The N-th poll of the break key from now answers yes, once; 0: none does.
+void break_at(int n);
+std::string take_text();
+int live_blocks();
+void give_all_back();
+} // namespace compare_host
