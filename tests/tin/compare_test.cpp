@@ -12,7 +12,10 @@
 #include "hostapi/ads.h"
 #include "tests/tin/compare_host.h"
 #include "tests/tin/play.h"
+#include "tin/crossing.h"
+#include "tin/inside.h"
 #include "tin/network.h"
+#include "tin/swap_test.h"
 
 namespace
 {

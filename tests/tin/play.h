@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -78,9 +79,13 @@ std::string write_down(const Net& n, names& ids)
             out += " " + ids.of(t->corner[i]);
         for (int i = 0; i < 3; ++i)
             out += " " + (t->side[i] ? std::to_string(numbers.at(t->side[i])) : std::string("-"));
-        out += " bucket";
+        // Buckets hold points only after a break; in what order says nothing to a reader of the network.
+        std::set<std::string> waiting;
         for (auto* l = t->bucket; l != nullptr; l = l->next)
-            out += " " + ids.of(l->point);
+            waiting.insert(ids.of(l->point));
+        out += " bucket";
+        for (const std::string& name : waiting)
+            out += " " + name;
         out += "\n";
     }
     out += "barriers";
