@@ -1,5 +1,4 @@
 // The picture of a drawing file in a window.
-#include <chrono>
 
 #include "hostapi/framework.h"
 #include "tests/host/dialogs/window_session.h"
@@ -160,9 +159,7 @@ TEST_F(Preview, BlocksThatHoldEachOtherManyTimesComeToAnEnd)
     std::string inserts;
     for (int i = 0; i < 200; i++)
         inserts += "0\nINSERT\n8\n0\n2\nB19\n10\n1\n20\n1\n";
-    const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(show(inserts, blocks), 1);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+    EXPECT_EQ(show(inserts, blocks), 1); // drawn to its end it would not come back
 }
 
 } // namespace
