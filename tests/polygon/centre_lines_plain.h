@@ -23,7 +23,7 @@ struct run {
 
 struct crossing {
     double length = 98765432.1;
-    cl_branch* hit = nullptr;
+    cl_branch* hit = nullptr; // null: none, or the path is hidden from there on
     cl_point at{}, beyond{};
 };
 
@@ -81,8 +81,38 @@ inline void cut(run& r, cl_branch& b, const cl_point& point)
     retire_from(r, old_end, &b);
 }
 
-inline void cross(const cl_path& path, cl_branch& other, crossing& best)
+inline double left_of(const cl_point& a, const cl_point& b, const cl_point& c)
 {
+    return ((b[0] - a[0]) * (c[1] - a[1]) - (b[1] - a[1]) * (c[0] - a[0])) / pg_dist(a.data(), b.data());
+}
+
+// Whether any side stands between a place and the nearest place of an item of the branch.
+inline bool is_hidden(const cl_outline& outline, const cl_branch& b, const cl_point& place)
+{
+    const double slack = 1e-9 * outline.reach;
+    const auto apart = [&](double p, double q) { return std::min(p, q) < -slack && std::max(p, q) > slack; };
+    const auto hidden = [&](std::int32_t id, std::int16_t relation) {
+        const cl_item& i = outline.item(id);
+        cl_point to = relation == CL_AS_TO ? i.to : i.from;
+        if (relation == CL_AS_SIDE) {
+            const double dx = i.to[0] - i.from[0], dy = i.to[1] - i.from[1];
+            const double along = (place[0] - i.from[0]) * dx + (place[1] - i.from[1]) * dy;
+            const double share = std::clamp(along / (dx * dx + dy * dy), 0.0, 1.0);
+            to = {i.from[0] + share * dx, i.from[1] + share * dy, 0.0};
+        }
+        return pg_dist(place.data(), to.data()) > 1e-6 &&
+               std::any_of(outline.items.begin(), outline.items.end(), [&](const cl_item& s) {
+                   return s.kind == CL_SIDE && apart(left_of(place, to, s.from), left_of(place, to, s.to)) &&
+                          apart(left_of(s.from, s.to, place), left_of(s.from, s.to, to));
+               });
+    };
+    return hidden(b.left_id, b.left_relation) ||
+           (b.left_id != b.right_id && hidden(b.right_id, b.right_relation));
+}
+
+inline void cross(const cl_outline& outline, const cl_branch& lead, cl_branch& other, crossing& best)
+{
+    const cl_path& path = lead.chain;
     double length = 0.0;
     for (std::size_t i = 0; i + 1 < path.size(); ++i) {
         for (std::size_t j = 0; j + 1 < other.chain.size(); ++j) {
@@ -91,11 +121,18 @@ inline void cross(const cl_path& path, cl_branch& other, crossing& best)
                                  other.chain[j + 1].data(), at.data(), second.data()) == 0)
                 continue;
             const double to_crossing = length + pg_dist(path[i].data(), at.data());
-            if (to_crossing < best.length)
-                best = {to_crossing,
-                        &other,
-                        at,
-                        {at[0] + path[i + 1][0] - path[i][0], at[1] + path[i + 1][1] - path[i][1], 0.0}};
+            if (to_crossing >= best.length)
+                return;
+            if (is_hidden(outline, lead, at)) {
+                best = {to_crossing, nullptr, at, at};
+                return;
+            }
+            if (is_hidden(outline, other, at))
+                continue;
+            best = {to_crossing,
+                    &other,
+                    at,
+                    {at[0] + path[i + 1][0] - path[i][0], at[1] + path[i + 1][1] - path[i][1], 0.0}};
             return;
         }
         length += pg_dist(path[i].data(), path[i + 1].data());
@@ -114,18 +151,18 @@ struct end {
 };
 
 // All branches of one id after the other, until an id gives a crossing.
-inline crossing search(run& r, const end& from, int step, const cl_path& path)
+inline crossing search(const cl_outline& outline, run& r, const end& from, int step, const cl_branch& lead)
 {
     crossing best;
     const std::int32_t smallest = r.items.front().id, largest = r.items.back().id;
-    for (std::int32_t id = from.id; id >= smallest && id <= largest && !best.hit; id += step)
+    for (std::int32_t id = from.id; id >= smallest && id <= largest && best.length == 98765432.1; id += step)
         for (cl_branch& b : r.branches) {
             const bool is_edge = b.left_id == b.right_id;
             if (b.state == CL_RETIRED || (step < 0 ? b.right_id : b.left_id) != id || b.left_id > b.right_id)
                 continue;
             if (is_edge && (id != from.id || from.relation != CL_AS_SIDE || from.past_edge))
                 continue;
-            cross(path, b, best);
+            cross(outline, lead, b, best);
         }
     return best;
 }
@@ -147,7 +184,8 @@ inline void merge(run& r, const cl_outline& outline, std::int32_t left_id, std::
                             &lead))
             return;
         lead.flag = lead.flag == 1 ? lead.flag : flag;
-        crossing on_left = search(r, left, -1, lead.chain), on_right = search(r, right, 1, lead.chain);
+        crossing on_left = search(outline, r, left, -1, lead);
+        crossing on_right = search(outline, r, right, 1, lead);
         if (on_left.length > outline.reach + 1e-6)
             on_left = {};
         if (on_right.length > outline.reach + 1e-6)
@@ -156,7 +194,9 @@ inline void merge(run& r, const cl_outline& outline, std::int32_t left_id, std::
             return std::minmax(b.left_id, b.right_id) == std::minmax(left.id, right.id);
         };
         for (crossing* c : {&on_left, &on_right})
-            if (c->hit && !same(*c->hit))
+            if (c->hit && same(*c->hit))
+                cl_settle_on_branch(outline, slope, lead, &c->at);
+            else if (c->hit)
                 c->length += cl_settle_crossing(outline, slope, lead, *c->hit, c->beyond, &c->at);
         const bool goes_left = on_left.length < on_right.length - CL_TIE * outline.reach;
         const crossing hit = goes_left ? on_left : on_right;
