@@ -309,6 +309,22 @@ cl_probe cl_make_probe(const cl_branch& lead)
     return probe;
 }
 
+// pg_seg_intersect takes a chord that ends on a level one a last digit above or below it for apart. With x and
+// y exchanged it doesn't, and then it is upright chords that are missed.
+bool cl_chords_meet(const cl_point& a1, const cl_point& a2, const cl_point& b1, const cl_point& b2,
+                    cl_point* at)
+{
+    cl_point second{};
+    if (pg_seg_intersect(a1.data(), a2.data(), b1.data(), b2.data(), at->data(), second.data()) > 0)
+        return true;
+    const auto turned = [](const cl_point& p) { return cl_point{p[1], p[0], p[2]}; };
+    const cl_point c1 = turned(a1), c2 = turned(a2), d1 = turned(b1), d2 = turned(b2);
+    const bool meet =
+        pg_seg_intersect(c1.data(), c2.data(), d1.data(), d2.data(), at->data(), second.data()) > 0;
+    *at = turned(*at);
+    return meet;
+}
+
 void cl_cross_branch(const cl_network& net, const cl_probe& probe, std::int32_t other, cl_hit* best)
 {
     const cl_path& chain = net.branches[static_cast<std::size_t>(other)].chain;
@@ -319,9 +335,8 @@ void cl_cross_branch(const cl_network& net, const cl_probe& probe, std::int32_t 
         for (std::size_t j = 0; j + 1 < chain.size(); ++j) {
             if (cl_apart(box, cl_box_of(chain[j], chain[j + 1], 0.0)))
                 continue;
-            cl_point at{}, second{};
-            if (pg_seg_intersect(from.data(), to.data(), chain[j].data(), chain[j + 1].data(), at.data(),
-                                 second.data()) == 0)
+            cl_point at{};
+            if (!cl_chords_meet(from, to, chain[j], chain[j + 1], &at))
                 continue;
             const double length = probe.lengths[i] + pg_dist(from.data(), at.data());
             if (length >= best->length)

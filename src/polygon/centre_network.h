@@ -70,6 +70,10 @@ void cl_retire_from(cl_network* net, const cl_run& run, const cl_point& point);
 // Makes a branch one of the network and ends it at `point`; what went on from its old end is retired.
 void cl_cut_branch(cl_network* net, const cl_run& run, std::int32_t branch, const cl_point& point);
 
+// Whether two chords meet, and where.
+bool cl_chords_meet(const cl_point& a1, const cl_point& a2, const cl_point& b1, const cl_point& b2,
+                    cl_point* at);
+
 // Where the path first meets the branch at a place that nothing hides from the items of both; kept when that is
 // nearer along the path than `best`.
 void cl_cross_branch(const cl_network& net, const cl_probe& probe, std::int32_t other, cl_hit* best);

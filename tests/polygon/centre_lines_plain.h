@@ -9,8 +9,8 @@
 
 #include "polygon/centre_branch.h"
 #include "polygon/centre_lines.h"
+#include "polygon/centre_network.h"
 #include "polygon/centre_outline.h"
-#include "polygon/intersect.h"
 #include "polygon/points.h"
 
 namespace plain
@@ -116,9 +116,8 @@ inline void cross(const cl_outline& outline, const cl_branch& lead, cl_branch& o
     double length = 0.0;
     for (std::size_t i = 0; i + 1 < path.size(); ++i) {
         for (std::size_t j = 0; j + 1 < other.chain.size(); ++j) {
-            cl_point at{}, second{};
-            if (pg_seg_intersect(path[i].data(), path[i + 1].data(), other.chain[j].data(),
-                                 other.chain[j + 1].data(), at.data(), second.data()) == 0)
+            cl_point at{};
+            if (!cl_chords_meet(path[i], path[i + 1], other.chain[j], other.chain[j + 1], &at))
                 continue;
             const double to_crossing = length + pg_dist(path[i].data(), at.data());
             if (to_crossing >= best.length)
