@@ -173,6 +173,8 @@ bool stroke(const conic& c, int turn, double reach, cl_path* path)
     return first_step >= LEAST_FIRST_STEP * pg_dist(start.data(), c.focus.data());
 }
 
+// `turn` keeps the left item on the left: counter-clockwise about a left point, clockwise about a right one.
+// The heading of the branch before doesn't tell: it may come towards the point or leave it on either side.
 bool lead_about_point(const cl_wish& wish, const cl_item& side, const cl_point& point, int turn, cl_path* path)
 {
     if (pg_dist(wish.from.data(), point.data()) <= PG_LENGTH_TOL)

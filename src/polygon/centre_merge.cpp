@@ -82,7 +82,8 @@ hit_on nearest_hit(const work& w, const cl_run& run, const front& left, const fr
     return {goes_left ? on_left : on_right, goes_left};
 }
 
-// Goes on across a branch that was crossed at `at`.
+// Goes on across a branch that was crossed at `at`. The other side of the bisector stays where it is: it is
+// still in the region of its item.
 void cross_over(const work& w, const cl_branch& crossed, const cl_point& at, bool on_left, front* f)
 {
     const cl_item& item = w.outline.item(on_left ? crossed.left_id : crossed.right_id);

@@ -209,7 +209,6 @@ void cl_network_init(cl_network* net, const cl_outline& outline)
     cl_starting_rays(outline, &rays);
     for (cl_branch& ray : rays)
         cl_add_branch(net, std::move(ray), true);
-    net->ray_count = static_cast<std::int32_t>(rays.size());
 }
 
 std::int32_t cl_add_branch(cl_network* net, cl_branch branch, bool searchable)
@@ -253,8 +252,7 @@ void retire_onward(cl_network* net, const cl_run& run, const branch_end& from)
             if (b.state == CL_RETIRED || b.left_id < run.first_id || b.left_id > run.last_id)
                 continue;
             const bool goes_on =
-                end.branch < 0 || (number >= net->ray_count &&
-                                   share_an_item(b, net->branches[static_cast<std::size_t>(end.branch)]));
+                end.branch < 0 || share_an_item(b, net->branches[static_cast<std::size_t>(end.branch)]);
             if (!goes_on)
                 continue;
             b.state = CL_RETIRED;
@@ -296,16 +294,28 @@ void cl_cut_branch(cl_network* net, const cl_run& run, std::int32_t number, cons
     retire_onward(net, run, {old_end, number});
 }
 
+namespace
+{
+
+std::vector<cl_box> stretches_of(const cl_path& path)
+{
+    std::vector<cl_box> stretches;
+    for (std::size_t i = 0; i + 1 < path.size(); ++i) {
+        if (i % cl_probe::STRETCH == 0)
+            stretches.push_back(CL_NO_BOX);
+        cl_extend(stretches.back(), cl_box_of(path[i], path[i + 1], 0.0));
+    }
+    return stretches;
+}
+
+} // namespace
+
 cl_probe cl_make_probe(const cl_branch& lead)
 {
     const cl_path& path = lead.chain;
-    cl_probe probe{lead, path, {0.0}, {}, box_of(path, 0.0)};
-    for (std::size_t i = 0; i + 1 < path.size(); ++i) {
+    cl_probe probe{lead, path, {0.0}, stretches_of(path), box_of(path, 0.0)};
+    for (std::size_t i = 0; i + 1 < path.size(); ++i)
         probe.lengths.push_back(probe.lengths.back() + pg_dist(path[i].data(), path[i + 1].data()));
-        if (i % cl_probe::STRETCH == 0)
-            probe.stretches.push_back(CL_NO_BOX);
-        cl_extend(probe.stretches.back(), cl_box_of(path[i], path[i + 1], 0.0));
-    }
     return probe;
 }
 
@@ -329,10 +339,17 @@ void cl_cross_branch(const cl_network& net, const cl_probe& probe, std::int32_t 
 {
     const cl_path& chain = net.branches[static_cast<std::size_t>(other)].chain;
     const cl_box& chain_box = net.boxes[static_cast<std::size_t>(other)];
+    if (cl_apart(probe.box, chain_box))
+        return;
+    const std::vector<cl_box> stretches = stretches_of(chain);
     const auto meets = [&](std::size_t i) {
         const cl_point &from = probe.path[i], &to = probe.path[i + 1];
         const cl_box box = cl_box_of(from, to, net.margin);
         for (std::size_t j = 0; j + 1 < chain.size(); ++j) {
+            if (j % cl_probe::STRETCH == 0 && cl_apart(box, stretches[j / cl_probe::STRETCH])) {
+                j += cl_probe::STRETCH - 1;
+                continue;
+            }
             if (cl_apart(box, cl_box_of(chain[j], chain[j + 1], 0.0)))
                 continue;
             cl_point at{};
@@ -351,8 +368,6 @@ void cl_cross_branch(const cl_network& net, const cl_probe& probe, std::int32_t 
         }
         return false;
     };
-    if (cl_apart(probe.box, chain_box))
-        return;
     for (std::size_t s = 0; s < probe.stretches.size(); ++s)
         if (!cl_apart(probe.stretches[s], chain_box) && any_chord_near(probe, s, chain_box, meets))
             return;

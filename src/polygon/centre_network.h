@@ -32,8 +32,7 @@ struct cl_network {
     cl_places starts;                // of the branches, same numbers
     cl_id_tree by_left, by_right;
     cl_walls walls;
-    std::int32_t ray_count = 0; // the starting rays come first
-    double margin = 0.0;        // around boxes, for what pg_seg_intersect takes for a meeting
+    double margin = 0.0; // around boxes, for what pg_seg_intersect takes for a meeting
 };
 
 struct cl_hit {

@@ -32,17 +32,6 @@ inline bool starts_at(const cl_branch& b, const cl_point& p)
     return std::fabs(b.chain[0][0] - p[0]) <= 1e-6 && std::fabs(b.chain[0][1] - p[1]) <= 1e-6;
 }
 
-// A branch between an item and the next, or at the edge of a run, from an end of a side.
-inline bool is_ray(const run& r, const cl_branch& b)
-{
-    return std::any_of(r.items.begin(), r.items.end(), [&](const cl_item& i) {
-        return i.kind == CL_SIDE && (b.left_id == i.id || b.right_id == i.id) && b.left_id <= b.right_id &&
-               b.right_id - b.left_id <= 1 &&
-               (b.left_id == b.right_id || b.left_relation != b.right_relation) &&
-               (b.chain[0] == i.from || b.chain[0] == i.to);
-    });
-}
-
 // `before` is the branch that ended at the point, null at a corner where runs meet.
 inline void retire_from(run& r, const cl_point& point, const cl_branch* before)
 {
@@ -51,7 +40,7 @@ inline void retire_from(run& r, const cl_point& point, const cl_branch* before)
             continue;
         const bool shares = before && (b.left_id == before->left_id || b.left_id == before->right_id ||
                                        b.right_id == before->left_id || b.right_id == before->right_id);
-        if (before && (is_ray(r, b) || !shares))
+        if (before && !shares)
             continue;
         b.state = CL_RETIRED;
         const cl_point end = b.chain.back();
