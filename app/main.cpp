@@ -7,6 +7,8 @@
 #include "app/run.h"
 #include "app/setup.h"
 #include "host/core/session.h"
+#include "host/core/text.h"
+#include "host/files/names.h"
 
 namespace
 {
@@ -37,6 +39,13 @@ std::string check_clock(const std::string& text)
                       used == 15 && month >= 1 && month <= 12 && day >= 1 && day <= 31 && hour < 24 &&
                       minute < 60 && second < 60;
     return good ? "" : "a clock is given as YYYYMMDD.HHMMSS, not '" + text + "'";
+}
+
+std::string check_program(const std::string& text)
+{
+    const std::string extension = host::lower(host::extension_of(text));
+    return extension == ".dxf" || extension == ".dwg" ? "'" + text + "' is a drawing: it is opened with -d"
+                                                      : "";
 }
 
 void add_run(CLI::App& program, run_options& options)
@@ -76,7 +85,8 @@ void add_run(CLI::App& program, run_options& options)
         ->capture_default_str();
     run->add_option("PROGRAM", options.programs, "LISP programs, run in order with the expressions")
         ->type_name("")
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->check(check_program, "");
     run->footer(
         "Commands of the module, for -e as '(c:pointer)' or for a program:\n"
         "  plwrite, plread            polyline files\n"

@@ -9,6 +9,7 @@
 #include <memory>
 #include <numbers>
 #include <random>
+#include <utility>
 #include <vector>
 
 #include "polygon/node.h"
@@ -253,9 +254,12 @@ void offset_clipper(benchmark::State& state, const std::vector<outline>& lines, 
 
 void zig_zag_clipper(benchmark::State& state)
 {
+    // Upright: its sweep goes by y, and would have all teeth at a time.
     outline area = zig_zag(10000);
     area.push_back({area.back().x, -100, 0});
     area.push_back({0, -100, 0});
+    for (vertex& v : area)
+        std::swap(v.x, v.y);
     offset_clipper(state, {area}, 2, ClipperLib::etClosedPolygon);
 }
 void arcs_clipper(benchmark::State& state)

@@ -20,11 +20,6 @@ namespace
 class document_walk final : public AcApDocumentIterator
 {
 public:
-    document_walk()
-    {
-        for (const auto& doc : documents())
-            numbers_.push_back(doc->number());
-    }
     bool done() const override
     {
         for (std::size_t i = at_; i < numbers_.size(); ++i)
@@ -46,7 +41,7 @@ public:
     }
 
 private:
-    std::vector<int> numbers_;
+    const std::vector<int> numbers_ = document_numbers();
     std::size_t at_ = 0;
 };
 

@@ -151,7 +151,9 @@ bool save_and_tell(document& doc, std::string_view path, std::string_view versio
     if (!write_drawing(doc, path, version, error))
         return false;
     const while_current here(doc); // reactors look at the drawing that was saved
-    tell_saved(acdbCurDwg(), shown_name(doc));
+    // SAVE may have written a copy beside it, under another name.
+    const bool is_own_file = path == doc.file || drawing_path(path) == doc.file;
+    tell_saved(acdbCurDwg(), is_own_file ? shown_name(doc) : db::drawing_path_for_programs(path));
     return true;
 }
 
@@ -191,8 +193,9 @@ task<> new_command(command_io& io)
 {
     const answer given = co_await io.ask(ask_text("\nEnter template file name or [. (for none)] <.>: "));
     std::string error;
-    const bool plain = given.none() || given.text == ".";
-    if (!(plain ? new_drawing(&error) : new_from_template(given.text, &error)))
+    if (given.none() || given.text == ".")
+        new_drawing();
+    else if (!new_from_template(given.text, &error))
         throw command_failed{error};
 }
 

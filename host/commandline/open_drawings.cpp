@@ -93,9 +93,8 @@ void close_now(document& doc)
     }
     close_document(doc);
     tell_document_destroyed(name);
-    std::string error;
     if (!has_document())
-        new_drawing(&error);
+        new_drawing();
     else if (in_front)
         tell_front();
 }
@@ -129,8 +128,9 @@ std::string shown_name(document& doc)
     return db::text_variable(doc, "DWGPREFIX") + db::text_variable(doc, "DWGNAME");
 }
 
-document* open_in_front(std::string_view path, std::string* error)
+document* open_in_front(std::string_view given, std::string* error)
 {
+    const std::string path = with_escapes_put_back(given);
     if (document* there = document_of_file(drawing_to_read(path))) {
         note_recent_drawing(shown_name(*there));
         bring_to_front(*there);
@@ -147,12 +147,11 @@ document* new_from_template(std::string_view path, std::string* error)
     return opened_from(path, false, error);
 }
 
-document* new_drawing(std::string*)
+void new_drawing()
 {
     document& doc = open_document();
     db::database_of(doc);
     tell_opened(doc);
-    return &doc;
 }
 
 void bring_to_front(document& doc)

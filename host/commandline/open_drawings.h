@@ -29,7 +29,7 @@ void set_start_file(std::function<void(document&)> load);
 // A drawing in front: one that is open already, or in a document of its own. Null with the reason in `error`:
 // then nothing has changed.
 document* open_in_front(std::string_view path, std::string* error);
-document* new_drawing(std::string* error);
+void new_drawing(); // empty and unnamed
 // New and unnamed, with the contents of a file.
 document* new_from_template(std::string_view path, std::string* error);
 void bring_to_front(document& doc);

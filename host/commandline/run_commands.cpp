@@ -395,10 +395,7 @@ void run_typed(document& doc, std::string_view name)
 
 void expression_ended()
 {
-    std::vector<int> open;
-    for (const auto& doc : documents())
-        open.push_back(doc->number());
-    for (const int number : open) {
+    for (const int number : document_numbers()) {
         if (document* doc = document_of_number(number); doc && open_in(*doc)) {
             const while_current here(*doc);
             cancel_open(*doc);

@@ -77,6 +77,14 @@ document* document_of_number(int number)
     return nullptr;
 }
 
+std::vector<int> document_numbers()
+{
+    std::vector<int> numbers;
+    for (const auto& doc : documents())
+        numbers.push_back(doc->number());
+    return numbers;
+}
+
 while_current::while_current(document& doc)
     : before_(has_document() ? current_document().number() : 0), during_(doc.number())
 {

@@ -71,6 +71,8 @@ void close_document(document& doc); // its parts go; another becomes current if 
 void make_current(document& doc);
 void close_all_documents();
 document* document_of_number(int number); // null: it is open no more
+// Of those that are open now, for a walk in which drawings may come and go.
+std::vector<int> document_numbers();
 
 // Makes a drawing current for a while. At its end the one before is current again, unless it has been
 // closed or another one was brought to the front in between.

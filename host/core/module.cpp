@@ -75,10 +75,7 @@ int send(loaded_module& m, int message)
 // One message for each open drawing, which is current in the meantime.
 void send_for_drawings(loaded_module& m, int message)
 {
-    std::vector<int> open;
-    for (const auto& doc : documents())
-        open.push_back(doc->number());
-    for (const int number : open)
+    for (const int number : document_numbers())
         if (document* doc = document_of_number(number)) {
             const while_current here(*doc);
             send(m, message);

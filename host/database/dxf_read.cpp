@@ -19,7 +19,8 @@ namespace host::db
 
 std::string dxf_error::text() const
 {
-    return line > 0 ? file + ':' + std::to_string(line) + ": " + message : file + ": " + message;
+    const std::string name = program_path(file);
+    return line > 0 ? name + ':' + std::to_string(line) + ": " + message : name + ": " + message;
 }
 
 namespace

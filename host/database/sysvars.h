@@ -2,6 +2,7 @@
 // drawing's header, ones of the session.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "host/core/resbuf.h"
@@ -28,6 +29,8 @@ void set_int(document& doc, std::string_view name, int value);
 void set_real(document& doc, std::string_view name, double value);
 void set_text(document& doc, std::string_view name, std::string_view value);
 void set_point(document& doc, std::string_view name, const double* point);
+// A drawing's file as programs see it: the directory in the form that `path` has, the name with .dwg.
+std::string drawing_path_for_programs(std::string_view path);
 // ERRNO, which programs read after a failed call.
 void set_errno(int value);
 

@@ -71,24 +71,39 @@ bool is_absolute(std::string_view path)
     return path.starts_with('/') || path.starts_with('\\') || (path.size() > 1 && path[1] == ':');
 }
 
-std::string drawing_name(document& doc)
+std::string file_name_for_programs(std::string_view path)
 {
-    if (doc.file.empty())
-        return "Drawing" + std::to_string(doc.number()) + ".dwg";
-    return name_for_programs(program_path(file_name_of(name_of(doc))));
+    return name_for_programs(program_path(file_name_of(path)));
 }
 
-// With the separator, in the form in which the drawing was named.
-std::string drawing_directory(document& doc)
+// With the separator, in the form that the path has.
+std::string directory_for_programs(std::string_view path)
 {
-    const std::string directory = doc.file.empty() ? "" : directory_of(name_of(doc));
+    const std::string directory = directory_of(path);
     if (is_absolute(directory))
         return program_path(directory);
     std::error_code failed;
     return program_path(with_separator(std::filesystem::current_path(failed).string()) + directory);
 }
 
+std::string drawing_name(document& doc)
+{
+    if (doc.file.empty())
+        return "Drawing" + std::to_string(doc.number()) + ".dwg";
+    return file_name_for_programs(name_of(doc));
+}
+
+std::string drawing_directory(document& doc)
+{
+    return directory_for_programs(doc.file.empty() ? "" : name_of(doc));
+}
+
 } // namespace
+
+std::string drawing_path_for_programs(std::string_view path)
+{
+    return directory_for_programs(path) + file_name_for_programs(path);
+}
 
 list_ptr get_drawing_name(document& doc)
 {

@@ -118,6 +118,12 @@ surface picture_of(int width, int height, const void* data)
     return made;
 }
 
+// Where a stretch of pixels ends, or the picture does.
+int end_within(int start, int size, int limit)
+{
+    return static_cast<int>(std::min<std::int64_t>(std::int64_t(start) + size, limit));
+}
+
 struct area {
     int x, y, width, height;
     bool is_empty() const { return width <= 0 || height <= 0; }
@@ -127,11 +133,8 @@ struct area {
 void stretch(surface& to, const area& target, const surface& from, const area& source)
 {
     const auto low = [](int start) { return std::max(start, 0); };
-    const auto high = [](int start, int size, int limit) {
-        return static_cast<int>(std::min<std::int64_t>(std::int64_t(start) + size, limit));
-    };
-    for (int y = low(target.y); y < high(target.y, target.height, to.height()); y++)
-        for (int x = low(target.x); x < high(target.x, target.width, to.width()); x++) {
+    for (int y = low(target.y); y < end_within(target.y, target.height, to.height()); y++)
+        for (int x = low(target.x); x < end_within(target.x, target.width, to.width()); x++) {
             const std::int64_t from_x = source.x + (std::int64_t(x) - target.x) * source.width / target.width;
             const std::int64_t from_y = source.y + (std::int64_t(y) - target.y) * source.height / target.height;
             if (from_x < 0 || from_y < 0 || from_x >= from.width() || from_y >= from.height())
@@ -207,13 +210,9 @@ int PatBlt(HDC number, int x, int y, int width, int height, DWORD operation)
     line.integer(operation);
     surface* pixels = pixels_of(found);
     const bool can = pixels && (operation == WHITENESS || operation == BLACKNESS);
-    if (can && !place.is_empty()) {
-        const auto end = [](int start, int size, int limit) {
-            return static_cast<int>(std::min<std::int64_t>(std::int64_t(start) + size, limit));
-        };
-        pixels->fill({x, y, end(x, width, pixels->width()), end(y, height, pixels->height())},
+    if (can && !place.is_empty())
+        pixels->fill({x, y, end_within(x, width, pixels->width()), end_within(y, height, pixels->height())},
                      operation == WHITENESS ? WHITE : BLACK);
-    }
     line.result(can ? "1" : "0");
     return can ? 1 : 0;
 }

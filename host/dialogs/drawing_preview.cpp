@@ -23,8 +23,8 @@ constexpr COLORREF INK = 0x000000;
 // Of a walk: blocks in blocks can be more than anybody can wait for, while other objects are as long as the
 // file is.
 constexpr long MOST_LINES_OF_BLOCKS = 1'000'000;
-constexpr double ROUGH = 0.02;         // of an arc's size, for the extent
-constexpr double FINE = 0.4;           // pixels, for the picture
+constexpr double ROUGH = 0.02; // of an arc's size, for the extent
+constexpr double FINE = 0.4;   // pixels, for the picture
 constexpr int LAYER_FROZEN = 1;
 
 // The straight pieces of what is walked, as seen from above.

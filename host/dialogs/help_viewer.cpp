@@ -127,9 +127,10 @@ std::optional<std::string> help_pages(std::string_view help_file)
 {
     const std::string name = file_name_of(help_file);
     const std::string stem = name.substr(0, name.rfind('.'));
+    std::error_code unknown; // what can't be looked at is no directory of pages
     if (!stem.empty() && stem != name)
         if (const auto beside = existing_path(directory_of(help_file) + stem + "/");
-            beside && std::filesystem::is_directory(*beside))
+            beside && std::filesystem::is_directory(*beside, unknown))
             return *beside + "/";
     if (is_product_help(help_file))
         return product_pages();

@@ -17,6 +17,7 @@ namespace
 
 constexpr int DEEPEST_INDENT = 12; // of what is shown; pages may nest as they like
 constexpr unsigned LAST_CODE_POINT = 0x10FFFF;
+constexpr std::size_t LONGEST_COMPARED_LINK = 2000; // bytes; a longer one is shown whatever the text says
 
 constexpr std::pair<std::string_view, unsigned> ENTITIES[] = {
     {"amp", '&'},       {"apos", '\''},    {"Auml", 0xC4},    {"auml", 0xE4},    {"bull", 0x2022},
@@ -51,6 +52,31 @@ template <std::size_t N>
 bool is_one_of(std::string_view name, const std::string_view (&names)[N])
 {
     return std::find(std::begin(names), std::end(names), name) != std::end(names);
+}
+
+// The length of the control character that UTF-8 text begins with; 0 when it begins with none. Terminals obey
+// those of two bytes too.
+std::size_t control_length(std::string_view text)
+{
+    if (text.empty())
+        return 0;
+    const auto first = static_cast<unsigned char>(text[0]);
+    if (first < ' ' || first == 0x7F)
+        return 1;
+    const auto second = static_cast<unsigned char>(text.size() > 1 ? text[1] : 0);
+    return first == 0xC2 && second >= 0x80 && second < 0xA0 ? 2 : 0;
+}
+
+std::string without_controls(std::string_view text)
+{
+    std::string out;
+    while (!text.empty()) {
+        const std::size_t control = control_length(text);
+        if (control == 0)
+            out += text[0];
+        text.remove_prefix(std::max<std::size_t>(control, 1));
+    }
+    return out;
 }
 
 // 0: no number that stands for a letter.
@@ -200,13 +226,13 @@ void page_reader::begin_cell(bool head)
     in_cell_ = true;
 }
 
+// Text between cells, as that of a caption, comes in front of the table.
 void page_reader::end_cell()
 {
-    if (in_cell_ || !text_.empty()) {
-        std::replace(text_.begin(), text_.end(), '\n', ' ');
-        if (in_cell_)
-            table_.rows.back().cells.push_back(text_);
-    }
+    if (!in_cell_)
+        return end_block();
+    std::replace(text_.begin(), text_.end(), '\n', ' ');
+    table_.rows.back().cells.push_back(text_);
     text_.clear();
     blank_ = in_cell_ = false;
 }
@@ -271,11 +297,13 @@ void page_reader::begin(const tag& t)
 // Where a link leads stands behind it, as there is nothing to press.
 void page_reader::end_link()
 {
-    const bool shown = !link_.empty() && link_[0] != '#' && link_at_ < text_.size() &&
-                       std::string_view(text_).substr(link_at_).find(link_) == std::string_view::npos;
-    if (shown)
-        text_ += " [" + link_ + "]";
+    const std::string link = without_controls(link_);
     link_.clear();
+    if (link.empty() || link[0] == '#' || link_at_ >= text_.size())
+        return;
+    const std::string_view text = std::string_view(text_).substr(link_at_);
+    if (link.size() > LONGEST_COMPARED_LINK || text.find(link) == std::string_view::npos)
+        text_ += " [" + link + "]";
 }
 
 void page_reader::end(const std::string& name)
@@ -414,6 +442,8 @@ html_page page_reader::read()
             read_markup();
         else if (in_[at_] == '&')
             read_entity();
+        else if (control_length(in_.substr(at_)) == 2)
+            at_ += 2;
         else
             put_text(in_[at_++]);
     }

@@ -9,6 +9,7 @@
 #include "host/files/paths.h"
 #include "host/files/programs.h"
 #include "host/files/registry.h"
+#include "host/files/registry_text.h"
 #include "hostapi/processes.h"
 
 namespace host
@@ -20,7 +21,6 @@ namespace
 constexpr std::string_view DOCUMENT = "%1";
 constexpr std::string_view REST = "%*"; // a batch file's arguments
 constexpr const char* CLASSES = "HKEY_CLASSES_ROOT\\";
-constexpr const char* COMMAND = "\\shell\\open\\command";
 constexpr const char* BATCH_TYPE = ".bat";
 
 std::string text_of(const registry_key* key)
@@ -37,7 +37,7 @@ std::string text_of(const registry_key* key)
 
 std::string command_of_class(const std::string& name)
 {
-    return text_of(run_registry()->find(CLASSES + utf8_of(name) + COMMAND).get());
+    return text_of(run_registry()->find(CLASSES + utf8_of(name) + OPEN_COMMAND_KEY).get());
 }
 
 bool is_batch_name(std::string_view name)
@@ -99,13 +99,11 @@ bool is_batch_file(std::string_view name)
 
 std::string how_to_set()
 {
-    return "no program is set for .bat files. Set one in the registry, " +
-           program_path(absolute_path(registry_file())) +
-           ", with these lines:\n"
-           "[HKEY_CLASSES_ROOT\\.bat]\n"
-           "@=\"batfile\"\n"
-           "[HKEY_CLASSES_ROOT\\batfile\\shell\\open\\command]\n"
-           "@=\"PROGRAM \\\"%1\\\"\"";
+    const std::string file = registry_file();
+    const std::string heading = existing_path(file) ? "" : std::string(REGISTRY_HEADING) + "\n\n";
+    return "no program is set for .bat files. Set one in the registry, " + program_path(absolute_path(file)) +
+           ", with these lines:\n" + heading + "[" + CLASSES + BATCH_TYPE + "]\n@=\"batfile\"\n[" + CLASSES +
+           "batfile" + OPEN_COMMAND_KEY + "]\n@=\"PROGRAM \\\"%1\\\"\"";
 }
 
 } // namespace
@@ -129,7 +127,7 @@ std::optional<program_to_start> program_for_opening(std::string_view line)
 {
     const auto classes = run_registry()->find("HKEY_CLASSES_ROOT");
     for (const auto& key : classes ? classes->keys : std::vector<std::shared_ptr<registry_key>>()) {
-        const std::string command = text_of(key->find(COMMAND).get());
+        const std::string command = text_of(key->find(OPEN_COMMAND_KEY).get());
         if (command.empty())
             continue;
         // As programs do it: without a place for the document it stands behind a blank.

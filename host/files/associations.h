@@ -10,6 +10,9 @@
 namespace host
 {
 
+// Below a class: the key whose default value is its open command.
+constexpr const char* OPEN_COMMAND_KEY = "\\shell\\open\\command";
+
 // The open command of the file type `type` (".pdf"): that of the class which the type names, its environment
 // variables expanded; empty when there is none. Windows-1252, as the functions below take text.
 std::string open_command(std::string_view type);

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "host/core/text.h"
+#include "host/files/associations.h"
 #include "host/files/paths.h"
 #include "hostapi/processes.h"
 
@@ -49,7 +50,7 @@ std::shared_ptr<registry_key> registry_defaults()
     root->make(product_key("HKEY_LOCAL_MACHINE") + "\\" + SUBKEY)->set({LOCATION, REG_SZ, own_location()});
     for (const auto& one : DOCUMENTS) {
         root->make(std::string(CLASSES) + one.type)->set({"", REG_SZ, one.class_name});
-        root->make(std::string(CLASSES) + one.class_name + "\\shell\\open\\command")->set({"", REG_SZ, OPEN});
+        root->make(std::string(CLASSES) + one.class_name + OPEN_COMMAND_KEY)->set({"", REG_SZ, OPEN});
     }
     return root;
 }

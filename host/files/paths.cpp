@@ -248,6 +248,21 @@ std::string drawing_to_read(std::string_view path)
     return existing_path(path).value_or(drawing);
 }
 
+std::string with_escapes_put_back(std::string_view path)
+{
+    std::string put_back(path);
+    for (std::size_t at = 0; at < put_back.size(); at++) {
+        if (put_back[at] != '/')
+            continue;
+        put_back[at] = '\\';
+        if (!escape_at(put_back, at))
+            put_back[at] = '/';
+    }
+    if (put_back == path || is_file(drawing_to_read(path)) || !is_file(drawing_to_read(put_back)))
+        return std::string(path);
+    return put_back;
+}
+
 std::string file_path(std::string_view path)
 {
     return same_text(extension_of(path), ".dwg") ? drawing_path(path) : real_path(path);

@@ -22,6 +22,9 @@ std::optional<std::string> existing_path(std::string_view path);
 std::string drawing_path(std::string_view path);
 // The file of a drawing that is to be read: as above, but where that isn't there, a file of just that name.
 std::string drawing_to_read(std::string_view path);
+// Programs turn the backslashes of a path to '/', those of \U+XXXX too. Where `path` leads to no drawing, and
+// the same with these put back does, that one; else `path`.
+std::string with_escapes_put_back(std::string_view path);
 // What files.h opens: a name that ends in .dwg goes by drawing_path, any other by real_path.
 std::string file_path(std::string_view path);
 // A path of this file system as programs hold it: Windows-1252, other characters as \U+XXXX.

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <system_error>
 #include <thread>
 
 #include <fcntl.h>
@@ -140,7 +141,11 @@ void leave_program(pid_t program)
     sigset_t all, before;
     sigfillset(&all);
     pthread_sigmask(SIG_SETMASK, &all, &before); // signals are for the main thread
-    std::thread([program] { wait_for_end(program); }).detach();
+    try {
+        std::thread([program] { wait_for_end(program); }).detach();
+    } catch (const std::system_error&) {
+        // No thread to be had: its end is taken note of when the host itself ends.
+    }
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 

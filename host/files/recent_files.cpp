@@ -38,7 +38,8 @@ std::string listed_name(std::string_view path)
 void put_first(registry_key& list, const std::string& drawing)
 {
     std::vector<std::string> names{drawing};
-    for (int i = 1; i <= MOST_RECENT; i++) {
+    // Another program may have written more of them.
+    for (int i = 1; i <= MOST_RECENT || list.value(value_name(i)); i++) {
         const registry_value* held = list.value(value_name(i));
         if (held && held->type == REG_SZ &&
             folded_name(cp1252_with_escapes(held->data)) != folded_name(cp1252_with_escapes(drawing)))

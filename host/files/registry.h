@@ -58,6 +58,8 @@ std::string registry_text(const registry_key& root);
 // first asked for and again when the file has changed. The root's keys are HKEY_LOCAL_MACHINE and so on;
 // HKEY_CLASSES_ROOT shows the classes of user and machine too. Not to be changed.
 std::shared_ptr<registry_key> run_registry();
+// A key's path with the long name of its root for HKLM and the like; empty: no root is named so.
+std::string full_registry_path(std::string_view path);
 std::string registry_file();
 void forget_registry(); // it is read again when it is next asked for
 

@@ -86,6 +86,15 @@ bool registry_lines::next(registry_line& out)
     }
 }
 
+std::string full_registry_path(std::string_view path)
+{
+    const std::string_view root = path.substr(0, path.find('\\'));
+    for (const auto& name : ROOT_NAMES)
+        if (same_text(root, name.full) || same_text(root, name.brief))
+            return name.full + std::string(path.substr(root.size()));
+    return {};
+}
+
 registry_heading registry_heading_of(std::string_view line)
 {
     registry_heading out;
@@ -97,12 +106,9 @@ registry_heading registry_heading_of(std::string_view line)
     out.removes = path.starts_with('-');
     if (out.removes)
         path.remove_prefix(1);
-    const std::string_view root = path.substr(0, path.find('\\'));
-    for (const auto& name : ROOT_NAMES)
-        if (same_text(root, name.full) || same_text(root, name.brief))
-            out.path = name.full + std::string(path.substr(root.size()));
+    out.path = full_registry_path(path);
     if (out.path.empty())
-        out.damage = "'" + std::string(root) + "' is no root of a registry";
+        out.damage = "'" + std::string(path.substr(0, path.find('\\'))) + "' is no root of a registry";
     else if (std::count(out.path.begin(), out.path.end(), '\\') >= MOST_LEVELS)
         out.damage = "a key lies deeper than " + std::to_string(MOST_LEVELS) + " levels";
     return out;
@@ -118,8 +124,11 @@ std::optional<std::string> registry_quoted(std::string_view line, std::size_t& a
             at++;
             return out;
         }
-        if (line[at] == '\\' && at + 1 < line.size())
+        if (line[at] == '\\' && at + 1 < line.size()) {
+            if (line[at + 1] != '\\' && line[at + 1] != '"')
+                return std::nullopt;
             at++;
+        }
         out += line[at];
     }
     return std::nullopt;
@@ -129,6 +138,9 @@ namespace
 {
 
 // ---- reading ---------------------------------------------------------------------------------
+
+// Who writes a path by hand forgets it; read on, C:\new would quietly become C:new.
+constexpr const char* SINGLE_BACKSLASH = "a backslash in a text is to be written twice";
 
 class reader
 {
@@ -197,7 +209,7 @@ private:
         } else if (auto name = registry_quoted(line_, at)) {
             value.name = *name;
         } else {
-            damaged("a value's name isn't in quotes");
+            damaged(at > 0 && at < line_.size() ? SINGLE_BACKSLASH : "a value's name isn't in quotes");
             return;
         }
         while (at < line_.size() && (line_[at] == ' ' || line_[at] == '\t'))
@@ -221,8 +233,12 @@ private:
     {
         if (at < line_.size() && line_[at] == '"') {
             auto text = registry_quoted(line_, at);
-            if (!text || at != line_.size()) {
-                damaged(text ? "there is more behind the text" : "a text has no quote at its end");
+            if (!text) {
+                damaged(at < line_.size() ? SINGLE_BACKSLASH : "a text has no quote at its end");
+                return false;
+            }
+            if (at != line_.size()) {
+                damaged("there is more behind the text");
                 return false;
             }
             value.data = *text;

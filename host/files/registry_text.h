@@ -43,7 +43,8 @@ struct registry_heading {
 };
 registry_heading registry_heading_of(std::string_view line);
 
-// A text in quotes from `at` on; `at` moves behind it.
+// A text in quotes from `at` on; `at` moves behind it. Without one `at` is left at the end of the line where
+// the closing quote is missing, or at a backslash that isn't written twice.
 std::optional<std::string> registry_quoted(std::string_view line, std::size_t& at);
 
 // A value's line, without its end. `narrow`: for a file with the old heading.

@@ -27,8 +27,8 @@ outcome load_program(document& doc, const std::string& path)
     const std::optional<std::string> text = read_whole(path);
     return l.run([&] {
         if (!text)
-            l.fail("LOAD failed: " + lisp_string(path));
-        return l.evaluate_forms(*text, file_name_of(path));
+            l.fail("LOAD failed: " + lisp_string(program_path(path)));
+        return l.evaluate_forms(*text, program_path(file_name_of(path)));
     });
 }
 

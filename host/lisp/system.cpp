@@ -75,11 +75,16 @@ value start(interpreter&, arguments a)
     return host_system((line + " &").c_str()) == 0 ? value::integer(33) : value::nil();
 }
 
-// ---- the registry, by keys that begin with HKEY_...
+// ---- the registry, by keys that begin with HKEY_... or the short name of a root
+
+std::shared_ptr<registry_key> registry_key_of(const arguments& a)
+{
+    return run_registry()->find(full_registry_path(utf8_of(a.text(0))));
+}
 
 value registry_read(interpreter&, arguments a)
 {
-    const auto key = run_registry()->find(utf8_of(a.text(0)));
+    const auto key = registry_key_of(a);
     const registry_value* found = key ? key->value(a.given(1) ? utf8_of(a.text(1)) : "") : nullptr;
     if (!found)
         return value::nil();
@@ -119,7 +124,7 @@ value registry_write(interpreter& l, arguments a)
 // Names of the keys below one, or with a second argument those of its values.
 value registry_names(interpreter&, arguments a)
 {
-    const auto key = run_registry()->find(utf8_of(a.text(0)));
+    const auto key = registry_key_of(a);
     list_maker out;
     if (!key)
         return value::nil();

@@ -80,7 +80,13 @@
 ; directories, unless a program has set them, go along.
 (defun c:start_wiz (/ zt:before)
   (setq zt:before (getvar "DWGPREFIX"))
-  (zt:quietly '(command "_.SAVEAS" "" dwg_filenm))
+  ; The wizard's question didn't come for a drawing that was named without its extension: here that of the command
+  ; itself is to be seen.
+  (cond
+    ((or (/= (type dwg_filenm) 'STR) (= dwg_filenm ""))
+      (princ "\nWIZARD asks for the drawing that START_WIZ makes: dwg_filenm has no name."))
+    ((findfile (strcat dwg_filenm ".dwg")) (command "_.SAVEAS" "" dwg_filenm))
+    (t (zt:quietly '(command "_.SAVEAS" "" dwg_filenm))))
   (if (= usrdir$ zt:before) (setq usrdir$ (getvar "DWGPREFIX")))
   (if (= tmpdir$ zt:before) (setq tmpdir$ (getvar "DWGPREFIX")))
   (princ))

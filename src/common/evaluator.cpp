@@ -83,7 +83,7 @@ bool append(text_stack& to, std::string_view more)
 
 bool is_operator(char c)
 {
-    return c == '+' || c == '-' || c == '*' || c == '/' || c == '^';
+    return std::string_view(EVAL_OPERATORS).find(c) != std::string_view::npos;
 }
 
 // Cuts `text` at its operators, in place.

@@ -3,8 +3,8 @@
 // An expression is evaluated by rewriting it: each operation that is done gives way to its value in the text,
 // printed by "%f". From this follows all that is unusual here: the kinds of operators run one after the other
 // over the whole text, "^", "/", "*", "+", "-", each from left to right; every value in between has six
-// decimals; and a negative value that isn't the last one brings a "-" without a left operand into the text,
-// which fails. docs/expressions.md has examples.
+// decimals; and a negative value brings a "-" without a left operand into the text, which fails, unless it is
+// the value of a "-" and all that is left of the text. docs/expressions.md has examples.
 //
 // The results, messages and calls of the value function are those of the rewriting; the time is linear in the
 // text's length. All memory comes from acad_malloc and is given back.

@@ -100,7 +100,20 @@ void write_base(host_file* in, host_file* out, const job& work)
                     is_changed(number) ? changed_line(work, number).c_str() : DEFAULT_LINES[number - 1]);
 }
 
-// Makes config.pik anew. False when its working copy can't be kept whole: then it is as it was.
+bool tell_unwritten(const std::string& path)
+{
+    acutPrintf("Error: unable to write %s\n", path.c_str());
+    return false;
+}
+
+// Closes a file that was written; false, with a message, when the disk hasn't all of it.
+bool is_whole(host_file* file, const std::string& path)
+{
+    return file_close(file) == 0 || tell_unwritten(path);
+}
+
+// Makes config.pik anew. False, with a message, when it or its working copy can't be kept whole: then it is as
+// it was.
 bool write_config(const job& work, const std::string& name)
 {
     const std::string config = std::string(data_dir) + "config.pik";
@@ -111,7 +124,7 @@ bool write_config(const job& work, const std::string& name)
         write_base(in, copy, work);
     if (in)
         file_close(in);
-    if (copy && file_close(copy) != 0)
+    if (copy && !is_whole(copy, scratch))
         return false;
 
     host_file* out = file_open(config.c_str(), "w");
@@ -121,8 +134,7 @@ bool write_config(const job& work, const std::string& name)
     if (copy)
         append_lines(scratch.c_str(), out);
     file_printf(out, "\\\n-1\n%s\n\n\n\n", name.c_str());
-    file_close(out);
-    return true;
+    return is_whole(out, config);
 }
 
 bool can_be_read(const std::string& path)
@@ -133,19 +145,19 @@ bool can_be_read(const std::string& path)
     return file != nullptr;
 }
 
-// False when it isn't whole on disk.
+// False, with a message, when it isn't whole on disk.
 bool write_batch_file(const std::string& path, const std::string& program)
 {
     host_file* out = file_open(path.c_str(), "w");
     if (!out)
-        return false;
+        return tell_unwritten(path);
     const std::string directory = data_dir;
     const std::size_t colon = directory.find(':');
     if (colon != std::string::npos)
         file_printf(out, "%s\n", directory.substr(0, colon + 1).c_str());
     const std::size_t length = directory.empty() ? 0 : directory.size() - 1;
     file_printf(out, "cd %s\n%s\n", directory.substr(0, length).c_str(), program.c_str());
-    return file_close(out) == 0;
+    return is_whole(out, path);
 }
 
 } // namespace
@@ -171,9 +183,7 @@ void coordinate_program_launch(const resbuf* first_node)
         return;
     }
     const std::string batch = std::string(data_dir) + "ZTCOGO.BAT";
-    // An old batch file would start the program in another job's directory.
+    // With an older configuration or batch file the program would work on another job.
     if (write_batch_file(batch, program))
         host_system(batch.c_str());
-    else
-        acutPrintf("Error: unable to write %s\n", batch.c_str());
 }

@@ -14,6 +14,7 @@ constexpr double TURN = 2.0 * std::numbers::pi;
 // Squared distance of a chord from its arc's centre, over the squared radius, below which the arc
 // counts as near a half circle: there that distance as a root of a difference has no digits left.
 constexpr double NEAR_HALF_CIRCLE = 1e-6;
+constexpr double ROUNDING = 1e-15; // of a distance, relative to the coordinates
 
 // A bulge so small that arc and chord have one length, to the last digit.
 constexpr double FLAT = 1e-9;
@@ -56,14 +57,26 @@ void pg_arc_from_bulge(const double* a, const double* b, double bulge, double* c
 // r - m for an arc up to a half circle and r + m beyond, and the bulge is sagitta / h. The centre lies left
 // of the chord in the first case. r - m is written as h * h / (r + m), which keeps its digits for flat
 // arcs and goes over steadily into the second case at the half circle.
+//
+// b may lie a little off the circle that a gives, as where a chain is cut beside its arc: m is that of the
+// circle then, and a chord longer than its diameter has a half circle.
 double pg_arc_bulge(const double* a, const double* b, const double* centre)
 {
     const double h = pg_dist(a, b) / 2.0;
     const double r = pg_dist(a, centre);
     const double area = pg_tri_area(a[0], a[1], b[0], b[1], centre[0], centre[1]);
     const double m_sq = r * r - h * h;
-    const double m = m_sq > NEAR_HALF_CIRCLE * r * r ? std::sqrt(m_sq) : std::fabs(area / h);
+    const bool is_on_circle =
+        std::fabs(pg_dist(b, centre) - r) <= ROUNDING * (r + std::fabs(centre[0]) + std::fabs(centre[1]));
+    if (!is_on_circle && m_sq <= 0.0)
+        return -1.0;
+    const double m = !is_on_circle || m_sq > NEAR_HALF_CIRCLE * r * r ? std::sqrt(m_sq) : std::fabs(area / h);
     return area > 0.0 ? -h / (r + m) : -(r + m) / h;
+}
+
+double pg_arc_piece_bulge(const double* a, const double* b, const double* centre)
+{
+    return pg_dist(a, b) < PG_LENGTH_TOL ? 0.0 : pg_arc_bulge(a, b, centre);
 }
 
 double pg_arc_sweep(double bulge)

@@ -13,6 +13,10 @@ void pg_arc_from_bulge(const double* a, const double* b, double bulge, double* c
 // arc from a to b, call it with b and a and take the result as it stands.
 double pg_arc_bulge(const double* a, const double* b, const double* centre);
 
+// The same for a piece of an arc whose ends were worked out, and 0 where they are one place within 1e-6: from
+// there the bulge is no number or, as rounding has it, that of the whole circle.
+double pg_arc_piece_bulge(const double* a, const double* b, const double* centre);
+
 // Whether the direction from the centre to `point` lies on the arc, its ends with 1e-6 of arc length
 // around them counted in, also across angle 0. With PG_NO_VALUE as radius the test is exact and the ends
 // are outside.

@@ -7,6 +7,7 @@
 #include "polygon/flatten.h"
 
 #include <cmath>
+#include <numbers>
 #include <utility>
 
 #include "hostapi/ads.h"
@@ -19,15 +20,55 @@ namespace
 
 constexpr int CHORDS = 291;
 
+// Beyond these bulges the centre is too far off or the circle too large for the chord to keep its digits.
+constexpr double LEAST_BULGE = 1e-6, MOST_BULGE = 1e6;
+
+// Travel on a circle, from the angle `first` by `sweep`, which is negative when clockwise.
+struct travel {
+    double centre[3];
+    double radius, first, sweep;
+};
+
+travel travel_of(const double* from, const double* to, double bulge)
+{
+    const double chord = pg_dist(from, to), sagitta = std::fabs(chord * bulge / 2.0);
+    double to_chord = std::fabs(chord / (2.0 * std::tan(2.0 * std::atan(bulge)))); // from the centre
+    if (chord / 2.0 < sagitta)
+        to_chord = -to_chord; // a major arc
+    const double vector[3] = {to[0] - from[0], to[1] - from[1], 0.0};
+    double right[3];
+    pg_right_normal(vector, right);
+    const double off = bulge > 0.0 ? -to_chord : to_chord;
+    travel t{{(from[0] + to[0]) / 2.0 + off * right[0], (from[1] + to[1]) / 2.0 + off * right[1], 0.0},
+             sagitta + to_chord,
+             0.0,
+             0.0};
+    double start = pg_angle(t.centre, from), end = pg_angle(t.centre, to);
+    if (bulge < 0.0)
+        std::swap(start, end);
+    if (start > end)
+        end += 2.0 * std::numbers::pi;
+    t.first = bulge > 0.0 ? start : end;
+    t.sweep = bulge > 0.0 ? end - start : start - end;
+    return t;
+}
+
 void add_chords(pg_node* node)
 {
     pg_node* const end = node->next;
     const double from[2] = {node->x, node->y}, to[2] = {end->x, end->y};
+    const bool has_centre = std::fabs(node->bulge) >= LEAST_BULGE && std::fabs(node->bulge) <= MOST_BULGE;
+    const travel t = has_centre ? travel_of(from, to, node->bulge) : travel{};
     pg_node* at = node;
     for (int i = 1; i < CHORDS; ++i) {
         const double share = static_cast<double>(i) / CHORDS;
         double place[3] = {0.0, 0.0, node->z + share * (end->z - node->z)};
-        pg_arc_place(from, to, node->bulge, share, place);
+        if (has_centre) {
+            place[0] = t.centre[0] + t.radius * std::cos(t.first + share * t.sweep);
+            place[1] = t.centre[1] + t.radius * std::sin(t.first + share * t.sweep);
+        } else {
+            pg_arc_place(from, to, node->bulge, share, place);
+        }
         pg_node* added = pg_node_new(place);
         if (!added)
             continue; // a coarser arc

@@ -104,7 +104,7 @@ crossing first_crossing(const segments& all, const pg_segment& a, int from)
 
 double part_bulge(const pg_segment& of, const double* from, const double* to)
 {
-    return of.bulge >= 0.0 ? -pg_arc_bulge(from, to, of.centre) : pg_arc_bulge(to, from, of.centre);
+    return of.bulge >= 0.0 ? -pg_arc_piece_bulge(from, to, of.centre) : pg_arc_piece_bulge(to, from, of.centre);
 }
 
 // Leads `node`, the start of `a`, to the crossing and on along the segment `b`; what lies between is released.

@@ -39,6 +39,11 @@ struct nearest {
     }
 };
 
+bool is_within(double v, double one_end, double other_end)
+{
+    return v >= std::min(one_end, other_end) && v <= std::max(one_end, other_end);
+}
+
 void closest_on_line(const pg_segment& s, nearest* n)
 {
     const double dx = s.q[0] - s.p[0], dy = s.q[1] - s.p[1];
@@ -46,7 +51,9 @@ void closest_on_line(const pg_segment& s, nearest* n)
     const double share = ((n->from[0] - s.p[0]) * dx + (n->from[1] - s.p[1]) * dy) /
                          (dx * dx + dy * dy); // of the way from p to q
     const double foot[2] = {s.p[0] + share * dx, s.p[1] + share * dy};
-    const bool is_between = share >= 0.0 && share <= 1.0;
+    // Within the box of p and q. Rounding of the foot alone, or of the share alone, must not put it outside.
+    const bool is_between = (share >= 0.0 && share <= 1.0) ||
+                            (is_within(foot[0], s.p[0], s.q[0]) && is_within(foot[1], s.p[1], s.q[1]));
     if (is_between && n->take_if_nearer(pg_dist_sq(foot, n->from), foot))
         return;
     n->take_if_nearer(s.p);

@@ -9,13 +9,6 @@
 namespace
 {
 
-const pg_node* last_of(const pg_node* chain)
-{
-    while (chain->next)
-        chain = chain->next;
-    return chain;
-}
-
 // The node of least y with the two nodes before it, null where the chain has none.
 struct lowest_node {
     const pg_node* at;
@@ -90,6 +83,18 @@ pg_ring* pg_ring_new()
     return ring;
 }
 
+pg_node* pg_last(pg_node* chain)
+{
+    return const_cast<pg_node*>(pg_last(static_cast<const pg_node*>(chain)));
+}
+
+const pg_node* pg_last(const pg_node* chain)
+{
+    while (chain->next)
+        chain = chain->next;
+    return chain;
+}
+
 int pg_count(const pg_node* chain)
 {
     int count = 0;
@@ -134,7 +139,7 @@ int pg_point_inside(const double* point, const pg_node* chain)
         return 0;
     const double x = point[0], y = point[1];
     int inside = 0;
-    const pg_node* from = last_of(chain);
+    const pg_node* from = pg_last(chain);
     for (const pg_node* to = chain; to; from = to, to = to->next) {
         const double low = std::fmin(from->y, to->y), high = std::fmax(from->y, to->y);
         if (!(y >= low && y < high))
@@ -178,7 +183,7 @@ pg_node* pg_join(pg_node* a, pg_node* b)
         return b;
     if (!b)
         return a;
-    pg_node* last = const_cast<pg_node*>(last_of(a));
+    pg_node* last = pg_last(a);
     last->next = b;
     if (pg_same_place(*last, *b)) {
         last->next = b->next;

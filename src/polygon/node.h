@@ -39,6 +39,9 @@ pg_ring* pg_ring_new();
 
 // ---- asking
 int pg_count(const pg_node* chain);
+// The last node of a chain that has one.
+pg_node* pg_last(pg_node* chain);
+const pg_node* pg_last(const pg_node* chain);
 // The node behind `node`, going round to the head, or to the node behind the head when the last node
 // lies on the head. A lone node is followed by itself.
 pg_node* pg_next_wrapped(pg_node* node, pg_node* head);

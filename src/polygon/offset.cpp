@@ -73,7 +73,7 @@ point polar(const point& from, double angle, double length)
 
 double minus_arc_bulge(const point& a, const point& b, const point& centre)
 {
-    return pg_arc_bulge(a.data(), b.data(), centre.data());
+    return pg_arc_piece_bulge(a.data(), b.data(), centre.data());
 }
 
 bool inside_limits(const parallel_arc& arc, const point& at)

@@ -118,8 +118,7 @@ bool next_tile(tile_walk* walk, line_buffer& key)
     return false;
 }
 
-// ---- the memory
-// ----------------------------------------------------------------------------------------------
+// ---- the memory --------------------------------------------------------------------------------------------
 
 // The tile's value, the stored one when the dialog doesn't have the tile.
 void current_value(ads_hdlg dialog, const char* dcl, const char* name, const char* key, value_buffer& value)

@@ -128,8 +128,9 @@ void make_settings_block()
 }
 
 // Takes the PROJECT= lines of the old settings file to the scratch file. The scratch file is emptied even
-// when there is no old file, so that it never brings in another drawing's lines.
-void keep_project_lines(const char* settings, const char* scratch)
+// when there is no old file, so that it never brings in another drawing's lines. False when they didn't fit on
+// the disk: without them the old file must not be replaced.
+bool keep_project_lines(const char* settings, const char* scratch)
 {
     host_file* old = file_open(settings, "r");
     host_file* kept = file_open(scratch, "w");
@@ -141,8 +142,7 @@ void keep_project_lines(const char* settings, const char* scratch)
     }
     if (old)
         file_close(old);
-    if (kept)
-        file_close(kept);
+    return !kept || file_close(kept) == 0;
 }
 
 void write_settings_file(const char* drawing_path)
@@ -150,9 +150,7 @@ void write_settings_file(const char* drawing_path)
     char settings[ADS_PATH_SIZE], scratch[ADS_PATH_SIZE];
     settings_path(drawing_path, settings);
     scratch_path(scratch);
-    keep_project_lines(settings, scratch);
-
-    host_file* out = file_open(settings, "w");
+    host_file* out = keep_project_lines(settings, scratch) ? file_open(settings, "w") : nullptr;
     if (!out) {
         acutPrintf("\nUnable to write configuration file '%s'", settings);
         return;

@@ -25,8 +25,9 @@ void directory_of_line(const char* line, text_out out)
     text_set(out, value);
 }
 
-// Copies the settings to the scratch file without the lines that are `line` once trimmed.
-void copy_other_lines(const char* settings, const char* scratch, const char* line)
+// Copies the settings to the scratch file without the lines that are `line` once trimmed. False when they
+// didn't fit on the disk.
+bool copy_other_lines(const char* settings, const char* scratch, const char* line)
 {
     host_file* in = file_open(settings, "r");
     host_file* out = file_open(scratch, "w");
@@ -41,8 +42,7 @@ void copy_other_lines(const char* settings, const char* scratch, const char* lin
     }
     if (in)
         file_close(in);
-    if (out)
-        file_close(out);
+    return !out || file_close(out) == 0;
 }
 
 } // namespace
@@ -82,7 +82,8 @@ void remember_file(text_out path)
     str_trim(path.text);
 
     scratch_path(scratch);
-    copy_other_lines(settings, scratch, path.text);
+    if (!copy_other_lines(settings, scratch, path.text))
+        return;
     host_file* out = file_open(settings, "w");
     if (!out)
         return;

@@ -121,7 +121,7 @@ void wizard_help(ads_callback_packet*)
 
 void startup_wizard()
 {
-    if (!lisp_is_one("use_startwiz"))
+    if (!lisp_is_integer("use_startwiz", 1))
         return;
     wiz_open_path[0] = '\0';
     wiz_skip = 0;

@@ -19,16 +19,6 @@ double lisp_real(const char* name)
     return std::atof(text);
 }
 
-bool lisp_is_one(const char* name)
-{
-    resbuf* value = nullptr;
-    const bool one =
-        acedGetSym(name, &value) == RTNORM && value && value->restype == RTSHORT && value->resval.rint == 1;
-    if (value)
-        acutRelRb(value);
-    return one;
-}
-
 void lisp_set_short(const char* name, int value)
 {
     resbuf node{nullptr, RTSHORT, {}};

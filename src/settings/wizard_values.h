@@ -4,8 +4,6 @@
 // A LISP variable as C reads a number out of its text; 0 when it is unset.
 int lisp_integer(const char* name);
 double lisp_real(const char* name);
-// Whether a LISP variable holds the integer 1, and neither a real nor a text.
-bool lisp_is_one(const char* name);
 
 // What the host refuses stays as it was, without a message.
 void lisp_set_short(const char* name, int value);

@@ -151,6 +151,7 @@ TEST(Evaluator, NegativeValuesInBetweenBringAnOperatorIntoTheText)
         {"5+n*2", EVAL_FAILED, MISSING + "5+-8.000000", "[n][2]"},
         {"5-n*2", EVAL_FAILED, MISSING + "5--8.000000", "[n][2]"},
         {"n*2*3", EVAL_FAILED, MISSING + "-24.000000", "[n][2][8.000000][3]"},
+        {"n+1", EVAL_FAILED, MISSING + "-3.000000", "[n][1]"},
         {"5-n", 9, "", "[5][n][9.000000]"},
         {"5+n", 1, "", "[5][n][1.000000]"},
         // The sign in front belongs to no operand: 1 - (3*2), then the rest.

@@ -1,11 +1,13 @@
 #include "tests/fakes/fake_host.h"
 
 #include <algorithm>
+#include <csignal>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include "host/core/console.h"
@@ -573,4 +575,22 @@ CWnd* acedGetAcadFrame()
     static CWnd frame;
     frame.m_hWnd = adsw_acadMainWnd();
     return &frame;
+}
+
+nearly_full_disk::nearly_full_disk(std::uint64_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN))
+{
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    limit_ = limit.rlim_cur;
+    limit.rlim_cur = bytes;
+    setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+nearly_full_disk::~nearly_full_disk()
+{
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    limit.rlim_cur = limit_;
+    setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, handler_);
 }

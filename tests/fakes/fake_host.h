@@ -124,3 +124,17 @@ private:
 
 std::string read_text(const std::string& path); // "<none>" when there is no such file
 void write_text(const std::string& path, const std::string& text);
+
+// While it lives a file that grows longer than `bytes` fails to be written, as on a disk that is nearly full.
+class nearly_full_disk
+{
+public:
+    explicit nearly_full_disk(std::uint64_t bytes);
+    ~nearly_full_disk();
+    nearly_full_disk(const nearly_full_disk&) = delete;
+    nearly_full_disk& operator=(const nearly_full_disk&) = delete;
+
+private:
+    std::uint64_t limit_;
+    void (*handler_)(int);
+};

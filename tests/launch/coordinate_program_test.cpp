@@ -264,6 +264,26 @@ TEST(CoordinateProgram, ConfigurationThatCannotBeOpenedStaysAndTheProgramStarts)
     EXPECT_EQ(fake.calls, lines{"system " + session.batch});
 }
 
+// A device that takes nothing stands for a full disk.
+TEST(CoordinateProgram, NothingIsStartedWhenTheDiskIsFull)
+{
+    for (const bool is_scratch : {true, false}) {
+        coordinate_session session;
+        const std::string full = is_scratch ? session.scratch : session.config;
+        if (is_scratch)
+            write_text(session.config, "old\n");
+        std::filesystem::create_symlink("/dev/full", full);
+        session.launch();
+        EXPECT_EQ(session.printed, "Error: unable to write " + full + "\n");
+        EXPECT_TRUE(fake.calls.empty());
+        EXPECT_EQ(read_text(session.batch), "<none>");
+        if (is_scratch) {
+            EXPECT_EQ(read_text(session.config), "old\n");
+        }
+        EXPECT_TRUE(session.heap_is_as_before());
+    }
+}
+
 TEST(CoordinateProgram, OldBatchFileIsNotRunForAnotherJob)
 {
     coordinate_session session;

@@ -107,6 +107,34 @@ TEST(Arcs, ArcBulgeEqualsTheSagittaOverHalfTheChord)
     }
 }
 
+// Where a chain is cut beside its arc the end is off the circle; the arc then has the start's radius, also
+// close to a half circle.
+TEST(Arcs, ArcBulgeToAnEndBesideTheCircleHasTheStartsRadius)
+{
+    const double c[3] = {4, 5, 0}, a[3] = {14, 5, 0};
+    for (const place& p : PLACES)
+        for (const double off : {0.09, 1e-3, -1e-3, -0.09})
+            for (double short_of = 1e-8; short_of < 1e-4; short_of *= 3) {
+                const double h = 10 * std::sqrt(1 - short_of),
+                             r2 = 10 + off; // half the chord to b, and its radius
+                const double cosine = (100 + r2 * r2 - 4 * h * h) / (2 * 10 * r2);
+                if (cosine < -1)
+                    continue;
+                for (const double turn : {std::acos(cosine), 2 * PI - std::acos(cosine)}) {
+                    const double at[3] = {p.x + a[0], p.y + a[1], 0}, centre[3] = {p.x + c[0], p.y + c[1], 0};
+                    const double b[3] = {centre[0] + r2 * std::cos(turn), centre[1] + r2 * std::sin(turn), 0};
+                    const double m = 10 * std::sqrt(short_of);
+                    const double told = turn < PI ? -(10 - m) / h : -(10 + m) / h;
+                    ASSERT_NEAR(pg_arc_bulge(at, b, centre), told, 2e-6)
+                        << off << ' ' << short_of << ' ' << turn;
+                }
+            }
+    // No circle of the start's radius has so long a chord.
+    const double beyond[3] = {4 - 10.05, 5, 0};
+    EXPECT_EQ(pg_arc_bulge(a, beyond, c), -1.0);
+    EXPECT_EQ(pg_arc_bulge(c, a, c), -1.0);
+}
+
 TEST(Arcs, ArcBulgeOfAHalfCircleIsMinusOneWhateverItsLastBits)
 {
     for (const place& p : PLACES)
@@ -126,6 +154,15 @@ TEST(Arcs, ArcBulgeGoesSteadilyThroughTheHalfCircle)
         const double b[3] = {10 * std::cos(turn), 10 * std::sin(turn), 0};
         EXPECT_NEAR(pg_arc_bulge(a, b, c), -std::tan(turn / 4), 1e-12) << extra;
     }
+}
+
+TEST(Arcs, PieceWhoseEndsAreOnePlaceHasNoBulge)
+{
+    const double centre[3] = {}, a[3] = {5, 0}, same[3] = {5, 0}, behind[3] = {5, -9e-7},
+                 apart[3] = {5, 1.1e-6};
+    EXPECT_EQ(pg_arc_piece_bulge(a, same, centre), 0.0);
+    EXPECT_EQ(pg_arc_piece_bulge(a, behind, centre), 0.0); // nearly the whole circle by its direction
+    EXPECT_EQ(pg_arc_piece_bulge(a, apart, centre), pg_arc_bulge(a, apart, centre));
 }
 
 TEST(Arcs, BulgeToArcAndBack)

@@ -70,6 +70,25 @@ inline void cut(run& r, cl_branch& b, const cl_point& point)
     retire_from(r, old_end, &b);
 }
 
+// Crossings may lie up to 5e-4 past the end of a segment; paths whose boxes are farther apart have none.
+struct box {
+    double x0 = 1e300, y0 = 1e300, x1 = -1e300, y1 = -1e300;
+};
+
+inline box box_of(const cl_path& path)
+{
+    box b;
+    for (const cl_point& p : path)
+        b = {std::min(b.x0, p[0] - 0.01), std::min(b.y0, p[1] - 0.01), std::max(b.x1, p[0] + 0.01),
+             std::max(b.y1, p[1] + 0.01)};
+    return b;
+}
+
+inline bool are_apart(const box& a, const box& b)
+{
+    return a.x0 > b.x1 || b.x0 > a.x1 || a.y0 > b.y1 || b.y0 > a.y1;
+}
+
 inline double left_of(const cl_point& a, const cl_point& b, const cl_point& c)
 {
     return ((b[0] - a[0]) * (c[1] - a[1]) - (b[1] - a[1]) * (c[0] - a[0])) / pg_dist(a.data(), b.data());
@@ -142,6 +161,7 @@ struct end {
 inline crossing search(const cl_outline& outline, run& r, const end& from, int step, const cl_branch& lead)
 {
     crossing best;
+    const box around = box_of(lead.chain);
     const std::int32_t smallest = r.items.front().id, largest = r.items.back().id;
     for (std::int32_t id = from.id; id >= smallest && id <= largest && best.length == 98765432.1; id += step)
         for (cl_branch& b : r.branches) {
@@ -150,7 +170,8 @@ inline crossing search(const cl_outline& outline, run& r, const end& from, int s
                 continue;
             if (is_edge && (id != from.id || from.relation != CL_AS_SIDE || from.past_edge))
                 continue;
-            cross(outline, lead, b, best);
+            if (!are_apart(around, box_of(b.chain)))
+                cross(outline, lead, b, best);
         }
     return best;
 }

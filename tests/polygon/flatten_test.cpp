@@ -124,6 +124,38 @@ TEST(Flatten, StaysWithinTheChordBound)
         }
 }
 
+// Arcs whose centre has no digits left are flattened all the same.
+TEST(Flatten, OfAllButStraightArcsStaysOnTheChord)
+{
+    for (const place& at : PLACES)
+        for (const double bulge : {1e-7, -1e-9, 1e-12, -1e-15, 1e-100}) {
+            const chain_ptr chain = make_chain({{0, 0, bulge}, {1e5, 3e4}}, at.x, at.y);
+            ASSERT_EQ(pg_flatten(chain.get(), 0.0), 1);
+            ASSERT_EQ(pg_count(chain.get()), 292);
+            int i = 0;
+            for (const pg_node* n = chain.get(); n; n = n->next, ++i) {
+                ASSERT_NEAR(n->x - at.x, 1e5 * i / 291, 0.01) << bulge << ' ' << i;
+                ASSERT_NEAR(n->y - at.y, 3e4 * i / 291, 0.01) << bulge << ' ' << i;
+            }
+        }
+}
+
+TEST(Flatten, OfAllButFullCirclesGoesRoundThem)
+{
+    for (const double bulge : {1e7, 1e9, -1e11, 1e13, -1e17}) {
+        const double chord = 1e-5, radius = chord * std::fabs(bulge) / 4;
+        const chain_ptr chain = make_chain({{0, 0, bulge}, {chord, 0}});
+        ASSERT_EQ(pg_flatten(chain.get(), 0.0), 1);
+        ASSERT_EQ(pg_count(chain.get()), 292);
+        int i = 0;
+        for (const pg_node* n = chain.get(); n; n = n->next, ++i) {
+            const double turned = 2 * PI * i / 291;
+            ASSERT_NEAR(std::hypot(n->x, n->y), 2 * radius * std::fabs(std::sin(turned / 2)),
+                        1e-5 + 1e-6 * radius);
+        }
+    }
+}
+
 TEST(Weed, LeavesNothingAndLoneNodesAlone)
 {
     EXPECT_EQ(pg_weed(nullptr, 0.1), nullptr);

@@ -140,6 +140,18 @@ TEST(Loops, ArcsAreCutWithTheirCentreAndSense)
     }
 }
 
+TEST(Loops, ArcCrossedAtItsEndLeavesNoArc)
+{
+    // Clockwise about (7, 4) to (4, 0), where the first line passes.
+    const double sweep = PI + std::atan2(3, 4) - PI / 2;
+    expect_spots(without_loops({{0, 0}, {20, 0}, {20, 4}, {12, 4, -std::tan(sweep / 4)}, {4, 0}, {4, -9}}),
+                 {{0, 0}, {4, 0}, {4, 0}, {4, -9}});
+    // An arc from the direction 0, crossed at its start from the other side of angle 0: a turn away by the
+    // measure of arcs, and no whole circle.
+    for (const spot& s : without_loops({{5, 0, QUARTER}, {0, 5}, {0, 20}, {9, 20}, {9, -8e-7}, {0, -8e-7}}))
+        EXPECT_LT(std::fabs(s.bulge), 1);
+}
+
 TEST(Loops, ArcAcrossAngleZeroTakesItsLaterCrossing)
 {
     // From direction -60 to 60 degrees, crossed at -30 and at 30 degrees by verticals. Distances on an arc are

@@ -90,6 +90,45 @@ TEST(Closest, FootBeyondALineLowersTheFootDistance)
     EXPECT_EQ(pg_closest(point, make_chain({{0, 0}, {10, 0}}).get(), nullptr, out), 4);
 }
 
+bool in_order(double a, double between, double b)
+{
+    return std::fmin(a, b) <= between && between <= std::fmax(a, b);
+}
+
+// The foot is within a segment when it is in the box of its ends. Square to an end of the segment the foot is
+// that end, and wins: it lowers no foot distance.
+TEST(Closest, FootOnAnEndIsWithinTheLine)
+{
+    std::mt19937 random(5);
+    std::uniform_int_distribution<int> whole(-40, 40);
+    for (const place& at : PLACES)
+        for (int round = 0; round < 3000; ++round) {
+            const double x = whole(random), y = whole(random), dx = whole(random),
+                         dy = round % 4 ? whole(random) : 0;
+            if (dx == 0 && dy == 0)
+                continue;
+            const double end = round % 2;
+            const double from[3] = {at.x + (x + end * dx - dy) / 10.0, at.y + (y + end * dy + dx) / 10.0, 0};
+            const chain_ptr chain =
+                make_chain({{x / 10.0, y / 10.0}, {(x + dx) / 10.0, (y + dy) / 10.0}}, at.x, at.y);
+            double foot_sq = -7, out[3];
+            const double best = pg_closest(from, chain.get(), &foot_sq, out);
+            const pg_node* foot = end ? chain->next : chain.get();
+            ASSERT_NEAR(best, (dx * dx + dy * dy) / 100.0, 1e-6);
+            ASSERT_NEAR(out[0], foot->x, 1e-8);
+            ASSERT_NEAR(out[1], foot->y, 1e-8);
+            const double* p = &chain->x;
+            const double* q = &chain->next->x;
+            const double lx = q[0] - p[0], ly = q[1] - p[1];
+            const double t = ((from[0] - p[0]) * lx + (from[1] - p[1]) * ly) / (lx * lx + ly * ly);
+            if (in_order(p[0], p[0] + t * lx, q[0]) && in_order(p[1], p[1] + t * ly, q[1])) {
+                ASSERT_EQ(foot_sq, 98765432.1 * 98765432.1) << round;
+            } else { // by a digit
+                ASSERT_TRUE(foot_sq < 1e-15 || foot_sq == 98765432.1 * 98765432.1) << foot_sq;
+            }
+        }
+}
+
 TEST(Closest, PointBeyondAnArcsCircleGivesTheCentreWithTheTrueDistance)
 {
     const closest_answer r = closest({{2, 0, 1}, {0, 0}}, 1, 3);
@@ -286,13 +325,16 @@ TEST(Measures, AgreeWithDenseSamples)
         for (int i = 0; i < 6; ++i)
             chain.push_back({place(random), place(random), random() % 2 ? bulge(random) : 0.0});
         const double x = place(random), y = place(random);
-        double least = 1e9, sum = 0;
+        double least_sq = 1e18, sum = 0;
+        const auto apart_sq = [](const spot& a, const spot& b) {
+            return (b.x - a.x) * (b.x - a.x) + (b.y - a.y) * (b.y - a.y);
+        };
         for (std::size_t i = 0; i + 1 < chain.size(); ++i) {
             const auto places = sampled(chain[i], chain[i + 1], 3000);
             for (std::size_t k = 0; k < places.size(); ++k) {
-                least = std::fmin(least, std::hypot(places[k].x - x, places[k].y - y));
+                least_sq = std::min(least_sq, apart_sq(places[k], {x, y}));
                 if (k > 0)
-                    sum += std::hypot(places[k].x - places[k - 1].x, places[k].y - places[k - 1].y);
+                    sum += std::sqrt(apart_sq(places[k], places[k - 1]));
             }
             // Each sample is found again at its place (an arc's from its start, sampled so too).
             if (i == 0) {
@@ -305,6 +347,7 @@ TEST(Measures, AgreeWithDenseSamples)
             }
         }
         const closest_answer r = closest(chain, x, y);
+        const double least = std::sqrt(least_sq);
         ASSERT_NEAR(std::sqrt(r.distance_sq), least, 0.03);
         ASSERT_LE(std::sqrt(r.distance_sq), least + 1e-9);
         ASSERT_NEAR(length(chain), sum, 1e-4 * sum);

@@ -46,6 +46,8 @@ double dist(const xyz& a, const xyz& b)
 
 double arc_bulge(const xyz& a, const xyz& b, const xyz& o)
 {
+    if (pg_dist(a.data(), b.data()) < 1e-6)
+        return 0; // nothing is left of the arc
     return pg_arc_bulge(a.data(), b.data(), o.data());
 }
 

@@ -220,6 +220,32 @@ TEST(Offset, ArcInsideItsCentreComesOutOnTheOtherSide)
     expect_spots(offset({{5, 0, QUARTER}, {0, 5}}, 8, LEFT), {{-3, 0, QUARTER}, {0, -3}});
 }
 
+TEST(Offset, ArcInsideByItsRadiusIsOnePlaceWithoutABulge)
+{
+    // A fillet offset to its centre.
+    expect_spots(offset({{-10, -5}, {0, -5, QUARTER}, {5, 0}, {5, 10}}, 5, LEFT),
+                 {{-10, 0}, {0, 0}, {0, 0}, {0, 10}}, 1e-6);
+    expect_spots(offset({{0, -5, QUARTER}, {5, 0}}, 5, LEFT), {{0, 0}, {0, 0}});
+    // With arcs on both sides of it, the vertices' arcs have no length either.
+    for (int heading = 0; heading < 16; ++heading) {
+        std::vector<spot> chain;
+        double x = 0, y = 0, direction = heading * PI / 8;
+        const auto add = [&](double radius, double sweep) {
+            const double chord = 2 * radius * std::sin(sweep / 2);
+            chain.push_back({x, y, std::tan(sweep / 4)});
+            x += chord * std::cos(direction + sweep / 2);
+            y += chord * std::sin(direction + sweep / 2);
+            direction += sweep;
+        };
+        add(5, PI / 8);
+        add(2, PI / 4);
+        add(5, 3 * PI / 8);
+        chain.push_back({x, y});
+        for (const spot& s : offset(chain, 2, LEFT))
+            EXPECT_LT(std::fabs(s.bulge), 1);
+    }
+}
+
 TEST(Offset, LinesThatTouchArcsStayInTouch)
 {
     printed_text();
@@ -319,6 +345,16 @@ TEST(Offset, ArcEndsAtTheFirstOfTwoPointsThoughTheNextBeginsAtTheNearer)
                                                        {4 + 5.5 * std::cos(last), 5.5 * std::sin(last)}});
 }
 
+TEST(Offset, OfTwoPointsAsNearTheSecondIsTaken)
+{
+    // Two circles that touch at the origin, about (-25, 0) and (25, 0); the parallels meet above and below it.
+    const double y = std::sqrt(100.0 * 100 - 25 * 25), meeting = std::atan2(y, 25), end = std::atan2(24, 7);
+    expect_spots(offset({{-18, 24, 3}, {0, 0, 3}, {18, 24}}, 75, RIGHT),
+                 {{3, 96, std::tan((meeting - end) / 4)},
+                  {0, y, std::tan((2 * PI - end - meeting) / 4)}, // begins at (0, -y)
+                  {-3, 96}});
+}
+
 // ---- closed chains
 
 const std::vector<spot> SQUARE{{0, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0}};
@@ -372,6 +408,19 @@ TEST(OffsetClosed, ArcAtTheHeadHasItsFirstPointTwice)
     EXPECT_NEAR(result[1].bulge, 1, 1e-6);
 }
 
+TEST(OffsetClosed, CircleOfFourArcsComesOutAsOne)
+{
+    const std::vector<spot> circle{
+        {5, 0, QUARTER}, {0, 5, QUARTER}, {-5, 0, QUARTER}, {0, -5, QUARTER}, {5, 0}};
+    expect_spots(offset(circle, 2, RIGHT),
+                 {{7, 0}, {7, 0, QUARTER}, {0, 7, QUARTER}, {-7, 0, QUARTER}, {0, -7, QUARTER}, {7, 0}});
+}
+
+TEST(OffsetClosed, CircleOfTwoArcsIsASpikeToTheCleaning)
+{
+    EXPECT_TRUE(offset({{5, 0, 1}, {-5, 0, 1}, {5, 0}}, 2, RIGHT).empty());
+}
+
 TEST(OffsetClosed, LineBeforeAnArcAtTheHeadEndsAtTheCornerWithItsChord)
 {
     // The last line runs along y = 0 and the chord of the head's arc is upright.
@@ -392,6 +441,15 @@ TEST(OffsetClosed, ArcThatEndsTheChainEndsThere)
         EXPECT_NEAR(result.front().x, 0, 1e-5); // the line's touching point, told within the tolerance
         EXPECT_NEAR(result.front().y, result.back().y, 1e-9);
     }
+}
+
+TEST(OffsetClosed, MitreOutOfReachAtTheHeadLeavesItOpen)
+{
+    const std::vector<spot> result = offset({{0, 0}, {1000, -9}, {1000, 9}, {0, 0}}, 1, RIGHT, MITRED);
+    ASSERT_EQ(result.size(), 2u);
+    EXPECT_NEAR(result[0].x, 1001, 1e-9);
+    EXPECT_NEAR(result[1].x, 1001, 1e-9);
+    EXPECT_NEAR(result[1].y, -result[0].y, 1e-9);
 }
 
 TEST(OffsetClosed, EveryCornerKindGivesAClosedResult)

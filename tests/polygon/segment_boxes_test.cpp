@@ -43,12 +43,16 @@ void check_pairs(const std::vector<pg_segment>& segments, int* met)
     pg_box_scale scale{};
     for (const pg_segment& s : segments)
         pg_scale_add(&scale, s);
-    for (const pg_segment& a : segments)
-        for (const pg_segment& b : segments) {
+    std::vector<pg_box> boxes;
+    for (const pg_segment& s : segments)
+        boxes.push_back(pg_segment_box(s, scale));
+    for (std::size_t k = 0; k < segments.size(); ++k)
+        for (std::size_t m = 0; m < segments.size(); ++m) {
+            const pg_segment &a = segments[k], &b = segments[m];
+            const pg_box &box_a = boxes[k], &box_b = boxes[m];
             double points[2][3];
             const int count = pg_segment_points(a, b, points);
             *met += count;
-            const pg_box box_a = pg_segment_box(a, scale), box_b = pg_segment_box(b, scale);
             bool fine = count == 0 || pg_boxes_meet(box_a, box_b);
             for (int i = 0; i < count && has_bounds(box_a) && has_bounds(box_b); ++i)
                 fine = fine && holds(box_a, points[i], last_digits(a, b)) &&

@@ -2,11 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
+#include <algorithm>
 #include <filesystem>
 #include <string>
-
-#include <sys/resource.h>
 
 #include "common/directories.h"
 #include "tests/fakes/fake_host.h"
@@ -131,6 +129,7 @@ TEST_F(DialogMemory, TilesAreFoundByPartsOfTheirLines)
         {"header right behind the header", "d : dialog {\ne : dialog {\n\nkey = \"e\";\n", ""},
         {"word in a comment ends it", "d : dialog {\n\nkey = \"k\";\n// this: dialog {\nkey = \"l\";\n}\n",
          "k;"},
+        {"not without a colon", "d : dialog {\n\nkey = \"k\";\n// this dialog {\nkey = \"l\";\n}\n", "k;l;"},
         {"header that is a tile too", "d : dialog {\n\ne : dialog { key = \"e\";\nkey = \"l\";\n}\n", "e;"},
         {"blanks around the name", "  d  : dialog {\n\nkey = \"k\";\n}\n", "k;"},
         {"tabs are none", "\td : dialog {\n\nkey = \"k\";\n}\n", ""},
@@ -349,6 +348,9 @@ TEST_F(DialogMemory, LongLinesAreTwoLines)
         // Up to 126 characters the line feed is on the same line.
         const std::string seen = (head + text + "'\n").substr(0, 127).substr(head.size());
         EXPECT_EQ(value("pt"), seen.substr(0, seen.size() - 2)) << length;
+        // The line feed is trimmed off, then a quote at each end; of a cut line one character of the value.
+        const std::size_t quote = std::min(seen.find('\''), seen.size() - 1);
+        EXPECT_EQ(loaded(head + text + "'\n", "pt"), "1[" + seen.substr(0, quote) + "]") << length;
     }
     put("dialogs.ini", head + std::string(120, 'v') + "'\na,b,c,'1'\n");
     fake.tiles = {{"pt", "x"}};
@@ -359,6 +361,12 @@ TEST_F(DialogMemory, LongLinesAreTwoLines)
     dlg_save_tile(DIALOG, "pts", "first", "pt", DIALOG_MEMORY_SHARED);
     EXPECT_EQ(file("dialogs.ini").substr(0, 145), head + std::string(127, 'w') + "'\nvv")
         << "values are cut to 127";
+
+    fake.tiles = {{"pt", "x"}};
+    put("dialogs.ini", head + std::string(120, 'v') + "'\n");
+    dlg_save_all(DIALOG, "pts", "first", DIALOG_MEMORY_SHARED);
+    EXPECT_EQ(file("dialogs.ini"), "pts,first,pt,'x'\npts,first,elev,''\n" + std::string(7, 'v') + "'\n")
+        << "the second of the two names no dialog";
 }
 
 // ---- what is left when the work breaks off ------------------------------------------------------------------
@@ -378,16 +386,11 @@ TEST_F(DialogMemory, MemoryStaysWhereTheNewOneCannotBeWritten)
     while (large.size() < 100000)
         large += "a,b,c,'some other value'\n";
     put("dialogs.ini", before + large);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit limit{};
-    getrlimit(RLIMIT_FSIZE, &limit);
-    rlimit small = limit;
-    small.rlim_cur = 50000;
-    setrlimit(RLIMIT_FSIZE, &small);
-    dlg_save_all(DIALOG, "pts", "first", DIALOG_MEMORY_SHARED);
-    dlg_save_tile(DIALOG, "pts", "first", "pt", DIALOG_MEMORY_SHARED);
-    setrlimit(RLIMIT_FSIZE, &limit);
-    std::signal(SIGXFSZ, handler);
+    {
+        const nearly_full_disk disk(50000);
+        dlg_save_all(DIALOG, "pts", "first", DIALOG_MEMORY_SHARED);
+        dlg_save_tile(DIALOG, "pts", "first", "pt", DIALOG_MEMORY_SHARED);
+    }
     EXPECT_EQ(file("dialogs.ini"), before + large);
     EXPECT_EQ(file("dialogs.new"), "<none>");
 }

@@ -274,6 +274,21 @@ TEST(SaveSettings, NoScratchFileLosesTheProjectLines)
     EXPECT_EQ(read_text(session.settings), "clfil=new\n");
 }
 
+TEST(SaveSettings, ProjectLinesThatDoNotFitOnTheDiskKeepTheOldFile)
+{
+    job session;
+    std::string lines;
+    while (lines.size() < 100000)
+        lines += "PROJECT=C:\\A.PLN\n";
+    write_text(session.settings, lines);
+    {
+        const nearly_full_disk disk(50000);
+        save_drawing_settings(session.drawing.c_str());
+    }
+    EXPECT_EQ(read_text(session.settings), lines);
+    EXPECT_EQ(session.printed, "\nUnable to write configuration file '" + session.settings + "'");
+}
+
 TEST(SaveSettings, DrawingWithoutAnExtensionWritesBesideTheDottedDirectory)
 {
     job session;

@@ -142,6 +142,20 @@ TEST(RememberFile, WithoutAScratchFileOnlyTheNewLineIsLeft)
     EXPECT_EQ(read_text(session.settings), "PROJECT=C:\\X.PLN\n");
 }
 
+TEST(RememberFile, LinesThatDoNotFitOnTheDiskKeepTheOldFile)
+{
+    job session;
+    std::string lines;
+    while (lines.size() < 100000)
+        lines += "clfil=a\n";
+    write_text(session.settings, lines);
+    {
+        const nearly_full_disk disk(50000);
+        remember("C:\\X.PLN");
+    }
+    EXPECT_EQ(read_text(session.settings), lines);
+}
+
 TEST(RememberFile, ScratchFileThatIsNotToBeWrittenComesInAsItIs)
 {
     job session;

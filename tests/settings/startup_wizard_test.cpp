@@ -146,8 +146,12 @@ TEST(StartupWizard, WithoutItsDialogsItDoesNothing)
         if (!there.empty())
             fake.dialogs["lsp/zentproj.dcl"] = there;
         session.used(1, "C:\\a.dwg");
-        EXPECT_FALSE(session.run());
-        EXPECT_EQ(fake.typed, NO_TEXTS);
+        for (const fake_value& page : {short_value(0), short_value(1)}) {
+            fake.lisp["is_new"] = page;
+            EXPECT_FALSE(session.run());
+            EXPECT_EQ(fake.typed, NO_TEXTS);
+            EXPECT_EQ(fake.set_order, NO_TEXTS);
+        }
     }
 }
 
@@ -211,6 +215,19 @@ TEST(StartupWizard, DoubleClickOpensTheDrawing)
         press("lister", CBR_DOUBLE_CLICK);
     });
     EXPECT_EQ(fake.typed, texts{command("(c:open_dwg \"C:/a.dwg\")")});
+}
+
+TEST(StartupWizard, OnlyADoubleClickOpensFromTheList)
+{
+    wizard session;
+    session.used(1, "C:\\a.dwg");
+    session.run([] {
+        fake.tiles["lister"] = "0";
+        for (const int reason : {1, 2, 3})
+            press("lister", reason);
+    });
+    EXPECT_EQ(previews, texts(3, "C:\\a.dwg 1"));
+    EXPECT_EQ(fake.typed, NO_TEXTS);
 }
 
 TEST(StartupWizard, DoubleClickBelowTheListDoesNothing)
@@ -313,13 +330,15 @@ TEST(StartupWizard, EachClosingButtonReadsTheTick)
         EXPECT_EQ(read_text(session.directory() + "zentrik.ini"), "use_startwiz=0\n") << key;
         EXPECT_EQ(fake.lisp["use_startwiz"].integer, 0) << key;
     }
-    wizard session;
-    write_text(session.directory() + "zentrik.ini", "use_startwiz=1\n");
-    session.run([] {
-        fake.tiles["skip_wiz"] = "0";
-        press("cancel");
-    });
-    EXPECT_EQ(read_text(session.directory() + "zentrik.ini"), "use_startwiz=1\n");
+    for (const char* value : {"0", "2", ""}) {
+        wizard session;
+        write_text(session.directory() + "zentrik.ini", "use_startwiz=1\n");
+        session.run([&] {
+            fake.tiles["skip_wiz"] = value;
+            press("cancel");
+        });
+        EXPECT_EQ(read_text(session.directory() + "zentrik.ini"), "use_startwiz=1\n") << value;
+    }
 }
 
 // ---- a new drawing -------------------------------------------------------------------------------
@@ -350,8 +369,10 @@ TEST(NewDrawing, TilesBeginWithTheVariables)
         const std::map<std::string, std::string> tiles = {
             {"hsc", "50.0"},   {"tog1", "1"},  {"english", "1"},    {"txts", "0.100"},
             {"syms", "0.200"}, {"filenm", ""}, {"syms2", "10.000"}, {"txts2", "5.000"}};
-        for (const auto& [key, value] : tiles)
+        for (const auto& [key, value] : tiles) {
+            EXPECT_EQ(fake.tiles.count(key), 1u) << key;
             EXPECT_EQ(fake.tiles[key], value) << key;
+        }
         for (const char* key : {"tog2", "metric"})
             EXPECT_EQ(fake.tiles.count(key), key == std::string("metric") ? 1u : 0u) << key;
     });
@@ -636,6 +657,32 @@ TEST(NewDrawing, CancelBehindTheFirstPageDoesNothing)
     session.run([&] { press(page++ == 0 ? "new" : "cancel"); });
     EXPECT_EQ(page, 2);
     EXPECT_EQ(fake.typed, NO_TEXTS);
+}
+
+TEST(NewDrawing, NameOfAnEarlierRunIsForgotten)
+{
+    new_drawing session;
+    fake.file_answers = {"C:\\Jobs\\a.dwg"};
+    session.run([] {
+        press("select1");
+        press("cancel");
+    });
+    session.run([] { press("ok"); });
+    EXPECT_EQ(fake.alerts, texts{"Missing Drawing Name"});
+    EXPECT_EQ(fake.typed, NO_TEXTS);
+}
+
+TEST(NewDrawing, OkReadsTheTick)
+{
+    new_drawing session;
+    fake.file_answers = {"C:\\Jobs\\a.dwg"};
+    session.run([] {
+        press("select1");
+        fake.tiles["skip_wiz"] = "1";
+        press("ok");
+    });
+    EXPECT_EQ(fake.lisp["use_startwiz"].integer, 0);
+    EXPECT_EQ(fake.typed, texts{command("(c:start_wiz)")}) << "the drawing is made all the same";
 }
 
 TEST(NewDrawing, TickOfTheFirstPageIsCarriedOver)

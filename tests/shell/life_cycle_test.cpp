@@ -3,9 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "common/directories.h"
@@ -292,15 +295,58 @@ TEST_F(Operation46, TakesPointsInSpaceAndItsTwoMarksOnly)
 
 // ---- messages in the real loops
 
+// PATH is one directory with the system's own behind it; in it a script that is called sk.exe, if it has text.
+class keyboard_on_path
+{
+public:
+    keyboard_on_path(const std::string& directory, const std::string& script) : before_(std::getenv("PATH"))
+    {
+        std::filesystem::create_directory(directory);
+        if (!script.empty()) {
+            const std::string file = directory + "/sk.exe";
+            write_text(file, "#!/bin/sh\n" + script);
+            std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+        }
+        setenv("PATH", (directory + ":/usr/bin:/bin").c_str(), 1);
+    }
+    ~keyboard_on_path() { setenv("PATH", before_.c_str(), 1); }
+    keyboard_on_path(const keyboard_on_path&) = delete;
+    keyboard_on_path& operator=(const keyboard_on_path&) = delete;
+
+private:
+    std::string before_;
+};
+
+// Whether another program has written a file of that text; it is given five seconds.
+bool comes_to_hold(const std::string& file, const std::string& text)
+{
+    for (int tries = 0; tries < 500 && read_text(file) != text; ++tries)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    return read_text(file) == text;
+}
+
 TEST(PenInput, StartsNoKeyboardWhereThereIsNone)
 {
     module_session session;
+    const keyboard_on_path nothing(session.directory() + "tools", "");
     session.printed();
     EXPECT_EQ(SendMessageA(host::dialogs::DRAWING_WINDOW, 902, 22, 0), 0);
     EXPECT_EQ(session.printed(), "");
     SendMessageA(host::dialogs::DRAWING_WINDOW, 902, 23, 0);
     EXPECT_EQ(session.printed(), "Error: Keyboard could not start\n");
     EXPECT_EQ(host::dialogs::focused_window(), host::dialogs::DRAWING_WINDOW);
+}
+
+TEST(PenInput, StartsTheKeyboardThatStandsOnThePath)
+{
+    module_session session;
+    const std::string started = session.directory() + "started";
+    const keyboard_on_path keyboard(session.directory() + "tools", "echo yes > " + started + "\n");
+    session.printed();
+    SendMessageA(host::dialogs::DRAWING_WINDOW, 902, 23, 0);
+    EXPECT_EQ(session.printed(), "Keyboard started\n");
+    EXPECT_EQ(host::dialogs::focused_window(), host::dialogs::DRAWING_WINDOW);
+    EXPECT_TRUE(comes_to_hold(started, "yes\n"));
 }
 
 // ---- saves
@@ -354,6 +400,17 @@ TEST_F(Save, TakesTheDataDirectoryAlong)
     const std::string directory = session.lisp("tmpdir$");
     EXPECT_NE(directory.find(session.directory().substr(0, 6)), std::string::npos) << directory;
     EXPECT_EQ(directory, session.lisp("(getvar \"DWGPREFIX\")"));
+}
+
+TEST_F(Save, OfACopyElsewhereStoresSettingsBesideTheCopy)
+{
+    std::filesystem::create_directory(in_session("new"));
+    session.lisp("(setq data2dwg 1 tmpdir$ \"old\")");
+    session.lisp("(command \"_.SAVE\" \"" + in_session("new/copy") + "\")");
+    EXPECT_TRUE(std::filesystem::exists(in_session("new/copy.ini")));
+    EXPECT_FALSE(has_settings());
+    EXPECT_EQ(session.lisp("tmpdir$"), "\"" + in_session("new/") + "\"");
+    EXPECT_EQ(session.lisp("(getvar \"DWGNAME\")"), "\"site.dwg\"");
 }
 
 // ---- functions and commands

@@ -215,6 +215,16 @@ TEST_F(Documents, NewSavesAndClosesAreToldInOrder)
     EXPECT_EQ(heard(), "start(OPEN) created(b.dwg) load(b.dwg) front(b.dwg) end(OPEN)");
 }
 
+TEST_F(Documents, ASaveUnderAnotherNameIsToldByTheNameOfTheCopy)
+{
+    make("a");
+    send("SAVE|" + path("copy"));
+    EXPECT_EQ(heard(), "start(SAVE) saved(copy.dwg) end(SAVE)");
+    EXPECT_EQ(current_name(), "a.dwg");
+    type("SAVE||Y"); // its own
+    EXPECT_EQ(heard(), "start(SAVE) saved(a.dwg) end(SAVE)");
+}
+
 TEST_F(Documents, OneThatIsOpenComesToTheFrontAndIsNotLoadedAgain)
 {
     make("a");

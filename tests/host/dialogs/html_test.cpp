@@ -101,6 +101,8 @@ TEST(Html, TablesStandInColumns)
     EXPECT_EQ(text("<table><tr><td>a<br>b<td><p>c<ul><li>d</ul></table>"), "a b  c d\n");
     EXPECT_EQ(text("<table><tr><td>a<table><tr><td>b</table>c</table>d"), "a b c\n\nd\n") << "table in a table";
     EXPECT_EQ(text("<table></table>a"), "a\n");
+    EXPECT_EQ(text("<table><caption>Sizes</caption><tr><td>a</td>x</tr></table>"), "Sizes\n\nx\n\na\n")
+        << "text between cells comes in front";
     std::string wide = "<table><tr>";
     for (int i = 0; i < 10; ++i)
         wide += "<td>c" + std::to_string(i);
@@ -128,16 +130,31 @@ TEST(Html, DamagedPagesAreRead)
 
 bool has_controls(const std::string& shown)
 {
-    for (const char c : shown)
-        if ((static_cast<unsigned char>(c) < ' ' && c != '\n') || c == 0x7F)
+    unsigned char before = 0;
+    for (const char c : shown) {
+        const auto byte = static_cast<unsigned char>(c);
+        if ((byte < ' ' && c != '\n') || byte == 0x7F || (before == 0xC2 && byte >= 0x80 && byte < 0xA0))
             return true;
+        before = byte;
+    }
     return false;
 }
 
 TEST(Html, ControlCharactersDontReachTheScreen)
 {
-    const std::string page("a\x1B[31m\0b\x07<pre>c\x1B[0m\x7F\td\r\n</pre>", 32);
+    const char bytes[] = "a\x1B[31m\0b\x07<pre>c\x1B[0m\x7F\td\r\n</pre>";
+    const std::string page(bytes, sizeof bytes - 1);
     EXPECT_FALSE(has_controls(text(page)));
+    EXPECT_EQ(text("a\xC2\x9B"
+                   "31mb<pre>c\xC2\x9D"
+                   "d</pre>"),
+              "a31mb\n\n    cd\n")
+        << "those of two bytes";
+    EXPECT_EQ(text("a\x9D"
+                   "b\xFF"),
+              "ab\xC3\xBF\n")
+        << "bytes that Windows-1252 leaves open";
+    EXPECT_EQ(text("<a href='\x1B]0;x\x07\r\n\xC2\x9By'>a</a>"), "a []0;xy]\n") << "in a link";
 }
 
 TEST(Html, BytesThatAreNoUtf8AreWindows1252)
@@ -176,6 +193,18 @@ TEST(Html, DeepAndLongPagesAreRead)
     }
     EXPECT_EQ(text(deep + "x").find("x") != std::string::npos, true);
     EXPECT_EQ(text(wide + "x").find("x") != std::string::npos, true);
+}
+
+// Where a page's time grows with the square of its size this takes minutes.
+TEST(Html, LongLinksAreRead)
+{
+    const std::size_t size = 8'000'000;
+    const std::string link = std::string(size / 2, 'a') + "b";
+    EXPECT_EQ(text("<a href=" + link + ">" + std::string(size, 'a') + "</a>"),
+              std::string(size, 'a') + "\n[" + link + "]\n");
+    EXPECT_EQ(text("<a href=" + std::string(2000, 'a') + ">" + std::string(3000, 'a') + "</a>"),
+              std::string(3000, 'a') + "\n")
+        << "not twice";
 }
 
 } // namespace

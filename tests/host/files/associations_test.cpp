@@ -206,16 +206,18 @@ TEST_F(Associations, ABatchFileThatNothingRunsIsToldAndReachesNoShell)
 {
     tmp.write("MY JOB/ZTCOGO.BAT", "touch made\n");
     chmod((tmp.path + "/MY JOB/ZTCOGO.BAT").c_str(), 0755);
-    const std::string advice = "no program is set for .bat files. Set one in the registry, " + tmp.path +
-                               "/test.reg, with these lines:\n"
-                               "[HKEY_CLASSES_ROOT\\.bat]\n@=\"batfile\"\n"
-                               "[HKEY_CLASSES_ROOT\\batfile\\shell\\open\\command]\n@=\"PROGRAM \\\"%1\\\"\"\n";
+    const std::string place = "no program is set for .bat files. Set one in the registry, " + tmp.path +
+                              "/test.reg, with these lines:\n";
+    const std::string lines = "[HKEY_CLASSES_ROOT\\.bat]\n@=\"batfile\"\n"
+                              "[HKEY_CLASSES_ROOT\\batfile\\shell\\open\\command]\n@=\"PROGRAM \\\"%1\\\"\"\n";
     struct {
         const char *registry, *line;
         std::string complaint;
     } const cases[] = {
-        {"", "C:\\MY JOB\\ZTCOGO.BAT", "C:\\MY JOB\\ZTCOGO.BAT: " + advice},
-        {"", "\"C:\\MY JOB\\ZTCOGO.BAT\" x", "C:\\MY JOB\\ZTCOGO.BAT: " + advice},
+        {"", "C:\\MY JOB\\ZTCOGO.BAT", "C:\\MY JOB\\ZTCOGO.BAT: " + place + HEADING + lines},
+        {"", "\"C:\\MY JOB\\ZTCOGO.BAT\" x", "C:\\MY JOB\\ZTCOGO.BAT: " + place + HEADING + lines},
+        // The file is there: it has its heading.
+        {"[HKCR\\.pdf]\n@=", "C:\\MY JOB\\ZTCOGO.BAT", "C:\\MY JOB\\ZTCOGO.BAT: " + place + lines},
         {BATCH, "C:\\MY JOB\\ZTCOGO.BAT",
          "C:\\MY JOB\\ZTCOGO.BAT: there is no program nowhere, which the registry names for .bat files\n"},
         {BATCH, "C:\\$(touch made)\\A.BAT", "C:\\$(touch made)\\A.BAT: there is no such batch file\n"},

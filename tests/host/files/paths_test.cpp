@@ -113,6 +113,27 @@ TEST(Paths, CharactersWithoutAPlaceGoByTheirEscape)
     EXPECT_EQ(real_path("\\U+4E2E"), "\xE4\xB8\xAE");
 }
 
+// A program that turns all backslashes to slashes turns those of escapes too.
+TEST(Paths, EscapesWithSlashesLeadToADrawing)
+{
+    temporary_directory tmp;
+    tmp.write("a/\xE6\x97\xA5\xE6\x9C\xAC.dxf", "x");
+    tmp.write("a/x\xE6\x97\xA5y.dxf", "x");
+    tmp.write("a/U+4E2D.dxf", "x");
+    tmp.write("a\xE4\xB8\xAD.dxf", "x");
+    const std::pair<const char*, const char*> cases[] = {
+        {"a//U+65E5/U+672C.DWG", "a/\\U+65E5\\U+672C.DWG"},
+        {"A/x/U+65E5y.dwg", "A/x\\U+65E5y.dwg"},
+        {"a/U+4E2D.DWG", "a/U+4E2D.DWG"}, // a directory and a name that only looks like it
+        {"a//U+65E5/U+672D.DWG", "a//U+65E5/U+672D.DWG"},
+        {"a/\\U+65E5\\U+672C.DWG", "a/\\U+65E5\\U+672C.DWG"},
+        {"/U+65E", "/U+65E"},
+        {"", ""},
+    };
+    for (const auto& [given, meant] : cases)
+        EXPECT_EQ(host::with_escapes_put_back(given), meant);
+}
+
 TEST(Paths, DirectoryAndNameAreSplitAtTheLastSeparator)
 {
     struct {

@@ -77,6 +77,18 @@ TEST_F(RecentDrawings, AreNineAtMost)
     EXPECT_EQ(listed(), expected);
 }
 
+TEST_F(RecentDrawings, LongerListIsCutToNine)
+{
+    std::string text = HEADING + std::string(KEY), expected = "File1=C:\\12.DWG\n";
+    for (int i = 1; i <= 12; i++)
+        text += "\"File" + std::to_string(i) + "\"=\"C:\\\\" + std::to_string(i) + ".DWG\"\n";
+    tmp.write("test.reg", text);
+    host::note_recent_drawing("C:\\12.DWG");
+    for (int i = 2; i <= 9; i++)
+        expected += "File" + std::to_string(i) + "=C:\\" + std::to_string(i - 1) + ".DWG\n";
+    EXPECT_EQ(listed(), expected);
+}
+
 TEST_F(RecentDrawings, AreNamedAsProgramsExpectIt)
 {
     tmp.write("only.dxf", "");

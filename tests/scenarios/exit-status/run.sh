@@ -15,6 +15,7 @@ try run --break-after many
 try run --dxf-version R9
 try run --drive CC
 try run --drive 1=x
+try run --no-module -e 1 site.DXF
 try frobnicate
 try
 try list

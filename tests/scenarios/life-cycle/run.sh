@@ -34,3 +34,21 @@ grep closeDocument trace
 echo "--- help in a running function, by F1"
 printf '@key F1\nanswer\n' > answers
 zentrik run -i answers -e '(defun c:topic () (getstring "Name: "))' -e '(c:topic)' | grep -E '^(Name|\[help|")'
+echo "--- closing with changes in one of two: the other one's, the front one's, and the answer cancel"
+set_up='(setq opendwgname "two.dxf")'
+draw='(command "_.POINT" "1,1")'
+closing() { zentrik run --trace trace --registry none.reg -d one.dxf -e "$set_up" "$@" -e '(getvar "DWGNAME")' |
+    sed -n "s#$PWD#.#; /message/p; \$p"; grep closeDocument trace; }
+printf 'no\n' > answers
+closing -i answers -e "$draw" -e '(command "_.ZTOPEN")' -e '(command "_.ZTCLOSE")'
+closing -i answers -e '(command "_.ZTOPEN")' -e "$draw" -e '(command "_.ZTCLOSE")'
+printf 'cancel\ncancel\n' > answers
+closing -i answers -e "$draw" -e '(command "_.ZTOPEN")' -e '(command "_.ZTCLOSE")'
+closing -i answers -e '(command "_.ZTOPEN")' -e "$draw" -e '(command "_.ZTCLOSE")'
+echo "--- a mark on the screen: the pixels set at each paint, what is painted anew without it"
+zentrik run --trace trace --registry none.reg -d one.dxf -e '(cf:zentutil "" 46 "on" 1 (list 1.0 2.0 0.0))' \
+    -e '(command "_.REGEN")' -e '(cf:zentutil "" 46 "off" -1)' -e '(command "_.REGEN")' </dev/null >history
+grep -E '^(ReleaseDC|InvalidateRect|acedCmd)' trace
+echo "--- help in a dialog of a running function, by F1"
+printf '@key F1\ncount=5\n!accept\n' > answers
+zentrik run -i answers ask.lsp -e '(c:pointer)' | grep -E '^(\[|@key|count=|!accept|\(1 )'

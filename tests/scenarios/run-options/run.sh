@@ -22,3 +22,8 @@ echo "-- standard input answers, an empty run"
 printf '5\n' | zentrik run --no-module -e '(* 2 (getint "\nCount: "))'
 zentrik run --no-module
 echo "status $?"
+echo "-- drawings of the options aren't noted as recent, those of commands are"
+zentrik run --no-module --registry recent.reg --drawing crlf.dxf --output other.dxf -e 1
+[ -e recent.reg ] || echo "nothing is noted"
+zentrik run --no-module --registry recent.reg -e '(command "OPEN" "other")'
+grep -c '^"File' recent.reg

@@ -57,6 +57,10 @@ mkdir page && cd page
 printf '!new\n!select1\nplan.dwg\nmetric=1\nhsc=500\ntxts=0.25\n!ok\n' > answers
 zentrik run -i answers -e '(c:wizard)' -e '(mapcar (quote getvar) (list "DWGNAME" "DIMSCALE" "DIMTXT"))' -e sv:sf
 cd ..
+echo '== the end without a beginning'
+zentrik run -e '(c:start_wiz)' -e '(setq dwg_filenm "")' -e '(c:start_wiz)' -e '(getvar "DWGTITLED")'
+ls *.dxf 2>/dev/null || echo "no drawing was made"
+
 echo '== when the module is loaded'
 mkdir load && cd load
 printf '!new\n!select1\nplan.dwg\n!ok\n' | zentrik run --trace trace -e '(setq use_startwiz 1)' \

@@ -1,0 +1,28 @@
+# Installs zentgeo into a directory of its own, builds the sample against it and compares what it prints.
+set(place ${BUILD}/tests/package/sample)
+file(REMOVE_RECURSE ${place})
+file(COPY ${SAMPLE}/ DESTINATION ${place}/source)
+set(flags "")
+if(SANITIZE)
+  set(flags "-fsanitize=${SANITIZE}")
+endif()
+
+function(run)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE printed ERROR_VARIABLE printed)
+  if(NOT status EQUAL 0)
+    message(FATAL_ERROR "${ARGN}\n${printed}")
+  endif()
+endfunction()
+
+run(${CMAKE_COMMAND} --install ${BUILD} --component zentgeo --prefix ${place}/installed)
+run(${CMAKE_COMMAND} -S ${place}/source -B ${place}/build -G ${GENERATOR} -DCMAKE_CXX_COMPILER=${COMPILER}
+  -DCMAKE_PREFIX_PATH=${place}/installed -DCMAKE_CXX_FLAGS=${flags})
+run(${CMAKE_COMMAND} --build ${place}/build)
+execute_process(COMMAND ${place}/build/street OUTPUT_FILE ${place}/printed.txt RESULT_VARIABLE status)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "the sample ended with ${status}")
+endif()
+execute_process(COMMAND diff -u ${EXPECTED} ${place}/printed.txt RESULT_VARIABLE differs)
+if(NOT differs EQUAL 0)
+  message(FATAL_ERROR "the sample prints something else")
+endif()

@@ -1,0 +1,40 @@
+// inputs.h: places of chance, of the kinds that trees find hard.
+#pragma once
+
+#include <cmath>
+#include <limits>
+#include <random>
+#include <string>
+
+struct place {
+    double x, y, z;
+};
+
+enum class place_kind { SCATTERED, GRIDDED, IN_LINE, EQUAL, NEAR, DOUBLED_LINE, HUGE, STRANGE, KINDS };
+
+inline place random_place(place_kind kind, std::mt19937& random)
+{
+    const auto real = [&](double a, double b) { return std::uniform_real_distribution<double>(a, b)(random); };
+    const auto whole = [&](int a, int b) { return std::uniform_int_distribution<int>(a, b)(random); };
+    const double t = real(-50, 50);
+    switch (kind) {
+    case place_kind::GRIDDED:
+        return {whole(0, 6) * 1.0, whole(0, 6) * 1.0, whole(0, 1) * 1.0};
+    case place_kind::IN_LINE:
+        return {640000 + 3 * t, 5120000 - t, 7};
+    case place_kind::EQUAL:
+        return {1.5, -2.5, 3.5};
+    case place_kind::NEAR: // about as far apart as one place reaches
+        return {whole(0, 3) + whole(-2, 2) * 0.5e-6, whole(0, 2) + whole(-2, 2) * 1e-6, whole(-1, 1) * 2e-6};
+    case place_kind::DOUBLED_LINE:
+        return {whole(0, 30) * 0.1, 0, 0};
+    case place_kind::HUGE: // neighbouring numbers, whose mean is one of them
+        return {std::nextafter(1e13, whole(0, 1) ? 0 : 1e300) + whole(0, 3) * 0.001953125, 1e13, 0};
+    case place_kind::STRANGE: {
+        const double strange[] = {NAN, INFINITY, -INFINITY, 1e308, -1e308, 1e-320, 0.0, -0.0, 1.0};
+        return {strange[whole(0, 8)], strange[whole(0, 8)], strange[whole(0, 8)]};
+    }
+    default:
+        return {t, real(-50, 50), real(-50, 50)};
+    }
+}
