@@ -28,7 +28,9 @@ namespace
 
 constexpr double PI = std::numbers::pi;
 constexpr double STEP = PI / 100.0 / static_cast<double>(CL_FINE);
-constexpr int MOST_STEPS = 100 * static_cast<int>(CL_FINE);
+// A full turn. Half a turn is enough for most curves, but about the tip of a spike close before a side the far
+// half of the parabola starts behind the tip.
+constexpr int MOST_STEPS = 200 * static_cast<int>(CL_FINE);
 constexpr double LEAST_FIRST_STEP = 0.0005; // of the distance from the corner
 constexpr double ANGLE_TOL = 1e-6;
 constexpr int MOST_ROUNDS = 10;
@@ -171,6 +173,8 @@ bool stroke(const conic& c, int turn, double reach, cl_path* path)
     return first_step >= LEAST_FIRST_STEP * pg_dist(start.data(), c.focus.data());
 }
 
+// `turn` keeps the left item on the left: counter-clockwise about a left point, clockwise about a right one.
+// The heading of the branch before doesn't tell: it may come towards the point or leave it on either side.
 bool lead_about_point(const cl_wish& wish, const cl_item& side, const cl_point& point, int turn, cl_path* path)
 {
     if (pg_dist(wish.from.data(), point.data()) <= PG_LENGTH_TOL)
@@ -219,9 +223,7 @@ std::int16_t cl_relation(const cl_item& item, const cl_point& place)
     cl_foot(item.from.data(), item.to.data(), place.data(), foot);
     const double d1 = pg_dist(item.from.data(), foot), d2 = pg_dist(foot, item.to.data());
     const double length = pg_dist(item.from.data(), item.to.data());
-    // Behind a side, where the bisector of two runs may come outside the outline, its end goes on counting.
-    const bool is_before = cross(minus(item.to, item.from), minus(place, item.from)) > -PG_LENGTH_TOL * length;
-    if (is_before && std::fabs(d1 + d2 - length) <= PG_LENGTH_TOL)
+    if (std::fabs(d1 + d2 - length) <= PG_LENGTH_TOL)
         return CL_AS_SIDE;
     return d1 <= d2 ? CL_AS_FROM : CL_AS_TO;
 }
@@ -342,6 +344,19 @@ double cl_settle_crossing(const cl_outline& outline, double slope, const cl_bran
         }
     }
     return 0.0;
+}
+
+void cl_settle_on_branch(const cl_outline& outline, double slope, const cl_branch& b, cl_point* at)
+{
+    const double bound = MOST_SETTLED * plan_distance(outline.item(b.left_id), b.left_relation, *at);
+    cl_point place = *at;
+    for (int round = 0; round < MOST_ROUNDS; ++round) {
+        const slant s = slant_between(outline, slope, b, place);
+        const double share = s.value / dot(s.rise, s.rise);
+        place = {place[0] - share * s.rise[0], place[1] - share * s.rise[1], 0.0};
+    }
+    if (pg_dist(place.data(), at->data()) <= bound)
+        *at = place;
 }
 
 double cl_height(const cl_item& item, double slope, const double* place)

@@ -33,6 +33,10 @@ void cl_coarsen(cl_branch* branch);
 double cl_settle_crossing(const cl_outline& outline, double slope, const cl_branch& made, const cl_branch& hit,
                           const cl_point& beyond, cl_point* at);
 
+// Moves a place that was found on the chords of a branch to the curve itself. Left alone where that isn't
+// nearby.
+void cl_settle_on_branch(const cl_outline& outline, double slope, const cl_branch& b, cl_point* at);
+
 // Height over `place` of the plane that rises from a side, or of the cone that rises from a corner; beyond
 // the ends of a side, from its nearer end.
 double cl_height(const cl_item& item, double slope, const double* place);

@@ -55,13 +55,16 @@ bool parts_same_pair(const cl_branch& a, const cl_branch& b)
     return std::minmax(a.left_id, a.right_id) == std::minmax(b.left_id, b.right_id);
 }
 
-// Puts a crossing where the lines themselves cross, if they do: those of one pair of items are the same line.
+// Puts a crossing where the lines themselves cross. Those of one pair of items are the same line: it goes
+// there.
 void settle(const work& w, const cl_branch& lead, cl_hit* hit)
 {
     if (!is_within_reach(w, *hit))
         return;
     const cl_branch& crossed = w.net.branches[static_cast<std::size_t>(hit->branch)];
-    if (!parts_same_pair(lead, crossed))
+    if (parts_same_pair(lead, crossed))
+        cl_settle_on_branch(w.outline, w.slope, lead, &hit->at);
+    else
         hit->length += cl_settle_crossing(w.outline, w.slope, lead, crossed, hit->beyond, &hit->at);
 }
 
@@ -70,17 +73,17 @@ void settle(const work& w, const cl_branch& lead, cl_hit* hit)
 hit_on nearest_hit(const work& w, const cl_run& run, const front& left, const front& right,
                    const cl_branch& lead)
 {
-    const cl_probe probe = cl_make_probe(lead.chain);
+    const cl_probe probe = cl_make_probe(lead);
     cl_hit on_left = cl_search_left(w.net, run, left.id, left.can_meet_edge(), probe);
     cl_hit on_right = cl_search_right(w.net, run, right.id, right.can_meet_edge(), probe);
     settle(w, lead, &on_left);
     settle(w, lead, &on_right);
-    const bool goes_left =
-        on_left.length < on_right.length - CL_TIE * w.outline.reach && is_within_reach(w, on_left);
+    const bool goes_left = on_left.length < on_right.length - CL_TIE * w.outline.reach;
     return {goes_left ? on_left : on_right, goes_left};
 }
 
-// Goes on across a branch that was crossed at `at`.
+// Goes on across a branch that was crossed at `at`. The other side of the bisector stays where it is: it is
+// still in the region of its item.
 void cross_over(const work& w, const cl_branch& crossed, const cl_point& at, bool on_left, front* f)
 {
     const cl_item& item = w.outline.item(on_left ? crossed.left_id : crossed.right_id);

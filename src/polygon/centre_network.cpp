@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <limits>
 
 #include "polygon/centre_lines.h"
 #include "polygon/centre_outline.h"
@@ -37,44 +36,12 @@ bool is_near(const cl_point& a, const cl_point& b)
 
 // ---- boxes
 
-constexpr double FAR = std::numeric_limits<double>::infinity();
-constexpr cl_box NO_BOX{{FAR, FAR}, {-FAR, -FAR}};
-
-void extend(cl_box& box, const cl_box& by)
-{
-    for (int i = 0; i < 2; ++i) {
-        box.low[i] = std::min(box.low[i], by.low[i]);
-        box.high[i] = std::max(box.high[i], by.high[i]);
-    }
-}
-
-cl_box box_of(const cl_point& a, const cl_point& b, double margin)
-{
-    return {{std::min(a[0], b[0]) - margin, std::min(a[1], b[1]) - margin},
-            {std::max(a[0], b[0]) + margin, std::max(a[1], b[1]) + margin}};
-}
-
 cl_box box_of(const cl_path& path, double margin)
 {
-    cl_box box = box_of(path.front(), path.front(), margin);
+    cl_box box = cl_box_of(path.front(), path.front(), margin);
     for (const cl_point& p : path)
-        extend(box, box_of(p, p, margin));
+        cl_extend(box, cl_box_of(p, p, margin));
     return box;
-}
-
-bool apart(const cl_box& a, const cl_box& b)
-{
-    return a.low[0] > b.high[0] || a.high[0] < b.low[0] || a.low[1] > b.high[1] || a.high[1] < b.low[1];
-}
-
-// Whether a segment passes a box by, on one side of its line.
-bool passes(const cl_point& from, const cl_point& to, const cl_box& box)
-{
-    const double dx = to[0] - from[0], dy = to[1] - from[1];
-    const double cx = (box.low[0] + box.high[0]) / 2.0 - from[0],
-                 cy = (box.low[1] + box.high[1]) / 2.0 - from[1];
-    const double hx = (box.high[0] - box.low[0]) / 2.0, hy = (box.high[1] - box.low[1]) / 2.0;
-    return std::fabs(dx * cy - dy * cx) > std::fabs(dx) * hy + std::fabs(dy) * hx;
 }
 
 // The chords of a stretch that may meet a box.
@@ -85,7 +52,7 @@ bool any_chord_near(const cl_probe& probe, std::size_t stretch, const cl_box& bo
     const std::size_t end = std::min(first + cl_probe::STRETCH, probe.path.size() - 1);
     for (std::size_t i = first; i < end; ++i) {
         const cl_point &from = probe.path[i], &to = probe.path[i + 1];
-        if (!apart(box_of(from, to, 0.0), box) && !passes(from, to, box) && seen(i))
+        if (!cl_apart(cl_box_of(from, to, 0.0), box) && !cl_passes(from, to, box) && seen(i))
             return true;
     }
     return false;
@@ -93,10 +60,11 @@ bool any_chord_near(const cl_probe& probe, std::size_t stretch, const cl_box& bo
 
 bool path_misses(const cl_probe& probe, const cl_box& box)
 {
-    if (apart(probe.box, box))
+    if (cl_apart(probe.box, box))
         return true;
     for (std::size_t s = 0; s < probe.stretches.size(); ++s)
-        if (!apart(probe.stretches[s], box) && any_chord_near(probe, s, box, [](std::size_t) { return true; }))
+        if (!cl_apart(probe.stretches[s], box) &&
+            any_chord_near(probe, s, box, [](std::size_t) { return true; }))
             return false;
     return true;
 }
@@ -111,7 +79,7 @@ std::size_t leaf_of(const cl_id_tree& tree, std::int32_t id)
 void init_tree(cl_id_tree& tree, std::int32_t last_id)
 {
     tree.leaves = std::bit_ceil(static_cast<std::size_t>(last_id) + 1);
-    tree.boxes.assign(2 * tree.leaves, NO_BOX);
+    tree.boxes.assign(2 * tree.leaves, CL_NO_BOX);
     tree.branches.resize(static_cast<std::size_t>(last_id) + 1);
 }
 
@@ -119,7 +87,7 @@ void add_to(cl_id_tree& tree, std::int32_t id, std::int32_t branch, const cl_box
 {
     tree.branches[static_cast<std::size_t>(id)].push_back(branch);
     for (std::size_t i = leaf_of(tree, id); i > 0; i /= 2)
-        extend(tree.boxes[i], box);
+        cl_extend(tree.boxes[i], box);
 }
 
 // The boxes over an id again, from its branches that are not retired.
@@ -128,14 +96,14 @@ void renew(const cl_network& net, cl_id_tree& tree, std::int32_t id)
     auto& there = tree.branches[static_cast<std::size_t>(id)];
     std::erase_if(
         there, [&](std::int32_t b) { return net.branches[static_cast<std::size_t>(b)].state == CL_RETIRED; });
-    cl_box box = NO_BOX;
+    cl_box box = CL_NO_BOX;
     for (std::int32_t b : there)
-        extend(box, net.boxes[static_cast<std::size_t>(b)]);
+        cl_extend(box, net.boxes[static_cast<std::size_t>(b)]);
     std::size_t i = leaf_of(tree, id);
     tree.boxes[i] = box;
     for (i /= 2; i > 0; i /= 2) {
         tree.boxes[i] = tree.boxes[2 * i];
-        extend(tree.boxes[i], tree.boxes[2 * i + 1]);
+        cl_extend(tree.boxes[i], tree.boxes[2 * i + 1]);
     }
 }
 
@@ -230,6 +198,7 @@ void cl_network_init(cl_network* net, const cl_outline& outline)
     const auto last_id = static_cast<std::int32_t>(outline.items.size());
     init_tree(net->by_left, last_id);
     init_tree(net->by_right, last_id);
+    cl_walls_init(&net->walls, outline);
     cl_places_init(&net->starts, 4 * static_cast<std::size_t>(last_id));
     double size = outline.reach;
     for (const cl_item& item : outline.items)
@@ -240,7 +209,6 @@ void cl_network_init(cl_network* net, const cl_outline& outline)
     cl_starting_rays(outline, &rays);
     for (cl_branch& ray : rays)
         cl_add_branch(net, std::move(ray), true);
-    net->ray_count = static_cast<std::int32_t>(rays.size());
 }
 
 std::int32_t cl_add_branch(cl_network* net, cl_branch branch, bool searchable)
@@ -284,8 +252,7 @@ void retire_onward(cl_network* net, const cl_run& run, const branch_end& from)
             if (b.state == CL_RETIRED || b.left_id < run.first_id || b.left_id > run.last_id)
                 continue;
             const bool goes_on =
-                end.branch < 0 || (number >= net->ray_count &&
-                                   share_an_item(b, net->branches[static_cast<std::size_t>(end.branch)]));
+                end.branch < 0 || share_an_item(b, net->branches[static_cast<std::size_t>(end.branch)]);
             if (!goes_on)
                 continue;
             b.state = CL_RETIRED;
@@ -327,43 +294,82 @@ void cl_cut_branch(cl_network* net, const cl_run& run, std::int32_t number, cons
     retire_onward(net, run, {old_end, number});
 }
 
-cl_probe cl_make_probe(const cl_path& path)
+namespace
 {
-    cl_probe probe{path, {0.0}, {}, box_of(path, 0.0)};
+
+std::vector<cl_box> stretches_of(const cl_path& path)
+{
+    std::vector<cl_box> stretches;
     for (std::size_t i = 0; i + 1 < path.size(); ++i) {
-        probe.lengths.push_back(probe.lengths.back() + pg_dist(path[i].data(), path[i + 1].data()));
         if (i % cl_probe::STRETCH == 0)
-            probe.stretches.push_back(NO_BOX);
-        extend(probe.stretches.back(), box_of(path[i], path[i + 1], 0.0));
+            stretches.push_back(CL_NO_BOX);
+        cl_extend(stretches.back(), cl_box_of(path[i], path[i + 1], 0.0));
     }
+    return stretches;
+}
+
+} // namespace
+
+cl_probe cl_make_probe(const cl_branch& lead)
+{
+    const cl_path& path = lead.chain;
+    cl_probe probe{lead, path, {0.0}, stretches_of(path), box_of(path, 0.0)};
+    for (std::size_t i = 0; i + 1 < path.size(); ++i)
+        probe.lengths.push_back(probe.lengths.back() + pg_dist(path[i].data(), path[i + 1].data()));
     return probe;
+}
+
+// pg_seg_intersect takes a chord that ends on a level one a last digit above or below it for apart. With x and
+// y exchanged it doesn't, and then it is upright chords that are missed.
+bool cl_chords_meet(const cl_point& a1, const cl_point& a2, const cl_point& b1, const cl_point& b2,
+                    cl_point* at)
+{
+    cl_point second{};
+    if (pg_seg_intersect(a1.data(), a2.data(), b1.data(), b2.data(), at->data(), second.data()) > 0)
+        return true;
+    const auto turned = [](const cl_point& p) { return cl_point{p[1], p[0], p[2]}; };
+    const cl_point c1 = turned(a1), c2 = turned(a2), d1 = turned(b1), d2 = turned(b2);
+    const bool meet =
+        pg_seg_intersect(c1.data(), c2.data(), d1.data(), d2.data(), at->data(), second.data()) > 0;
+    *at = turned(*at);
+    return meet;
 }
 
 void cl_cross_branch(const cl_network& net, const cl_probe& probe, std::int32_t other, cl_hit* best)
 {
     const cl_path& chain = net.branches[static_cast<std::size_t>(other)].chain;
     const cl_box& chain_box = net.boxes[static_cast<std::size_t>(other)];
+    if (cl_apart(probe.box, chain_box))
+        return;
+    const std::vector<cl_box> stretches = stretches_of(chain);
     const auto meets = [&](std::size_t i) {
         const cl_point &from = probe.path[i], &to = probe.path[i + 1];
-        const cl_box box = box_of(from, to, net.margin);
+        const cl_box box = cl_box_of(from, to, net.margin);
         for (std::size_t j = 0; j + 1 < chain.size(); ++j) {
-            if (apart(box, box_of(chain[j], chain[j + 1], 0.0)))
+            if (j % cl_probe::STRETCH == 0 && cl_apart(box, stretches[j / cl_probe::STRETCH])) {
+                j += cl_probe::STRETCH - 1;
                 continue;
-            cl_point at{}, second{};
-            if (pg_seg_intersect(from.data(), to.data(), chain[j].data(), chain[j + 1].data(), at.data(),
-                                 second.data()) == 0)
+            }
+            if (cl_apart(box, cl_box_of(chain[j], chain[j + 1], 0.0)))
+                continue;
+            cl_point at{};
+            if (!cl_chords_meet(from, to, chain[j], chain[j + 1], &at))
                 continue;
             const double length = probe.lengths[i] + pg_dist(from.data(), at.data());
-            if (length < best->length)
+            if (length >= best->length)
+                return true;
+            if (cl_is_hidden(net.walls, probe.lead, at))
+                *best = {length, -1, at, at};
+            else if (cl_is_hidden(net.walls, net.branches[static_cast<std::size_t>(other)], at))
+                continue;
+            else
                 *best = {length, other, at, {at[0] + to[0] - from[0], at[1] + to[1] - from[1], 0.0}};
             return true;
         }
         return false;
     };
-    if (apart(probe.box, chain_box))
-        return;
     for (std::size_t s = 0; s < probe.stretches.size(); ++s)
-        if (!apart(probe.stretches[s], chain_box) && any_chord_near(probe, s, chain_box, meets))
+        if (!cl_apart(probe.stretches[s], chain_box) && any_chord_near(probe, s, chain_box, meets))
             return;
 }
 

@@ -3,11 +3,8 @@
 
 #include <cstddef>
 
-#include "polygon/centre_parts.h"
-
-struct cl_box {
-    double low[2], high[2];
-};
+#include "polygon/centre_boxes.h"
+#include "polygon/centre_walls.h"
 
 // Finds branches by where they start. Cells are a little wider than the tolerance and lie in a hash table.
 struct cl_places {
@@ -34,29 +31,31 @@ struct cl_network {
     std::vector<cl_box> boxes;       // by branch
     cl_places starts;                // of the branches, same numbers
     cl_id_tree by_left, by_right;
-    std::int32_t ray_count = 0; // the starting rays come first
-    double margin = 0.0;        // around boxes, for what pg_seg_intersect takes for a meeting
+    cl_walls walls;
+    double margin = 0.0; // around boxes, for what pg_seg_intersect takes for a meeting
 };
 
 struct cl_hit {
-    double length; // along the new branch; PG_NO_VALUE: none
-    std::int32_t branch;
+    double length;       // along the new branch; PG_NO_VALUE: none
+    std::int32_t branch; // -1: none; the new branch is hidden from its items from here on
     cl_point at;
     cl_point beyond; // a little further on the same chord
 };
 
-// A path made ready for many crossings: the length up to each node, and a box round each stretch of chords.
+// A new branch made ready for many crossings: the length up to each node, and a box round each stretch of
+// chords.
 struct cl_probe {
     static constexpr std::size_t STRETCH = 16;
-    const cl_path& path;
+    const cl_branch& lead;
+    const cl_path& path; // of that
     std::vector<double> lengths;
     std::vector<cl_box> stretches;
     cl_box box;
 };
 
-cl_probe cl_make_probe(const cl_path& path);
+cl_probe cl_make_probe(const cl_branch& lead);
 
-// With the outline's starting rays.
+// With the outline's starting rays. The outline must stay where it is.
 void cl_network_init(cl_network* net, const cl_outline& outline);
 
 // Adds a branch; its number. One that is not `searchable` is never hit.
@@ -70,7 +69,12 @@ void cl_retire_from(cl_network* net, const cl_run& run, const cl_point& point);
 // Makes a branch one of the network and ends it at `point`; what went on from its old end is retired.
 void cl_cut_branch(cl_network* net, const cl_run& run, std::int32_t branch, const cl_point& point);
 
-// Where the path first meets the branch; kept when that is nearer along the path than `best`.
+// Whether two chords meet, and where.
+bool cl_chords_meet(const cl_point& a1, const cl_point& a2, const cl_point& b1, const cl_point& b2,
+                    cl_point* at);
+
+// Where the path first meets the branch at a place that nothing hides from the items of both; kept when that is
+// nearer along the path than `best`.
 void cl_cross_branch(const cl_network& net, const cl_probe& probe, std::int32_t other, cl_hit* best);
 
 // The nearest crossing of the path with branches that have the first id, from `id` downward (by right ids) or

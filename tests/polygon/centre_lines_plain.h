@@ -9,8 +9,8 @@
 
 #include "polygon/centre_branch.h"
 #include "polygon/centre_lines.h"
+#include "polygon/centre_network.h"
 #include "polygon/centre_outline.h"
-#include "polygon/intersect.h"
 #include "polygon/points.h"
 
 namespace plain
@@ -23,24 +23,13 @@ struct run {
 
 struct crossing {
     double length = 98765432.1;
-    cl_branch* hit = nullptr;
+    cl_branch* hit = nullptr; // null: none, or the path is hidden from there on
     cl_point at{}, beyond{};
 };
 
 inline bool starts_at(const cl_branch& b, const cl_point& p)
 {
     return std::fabs(b.chain[0][0] - p[0]) <= 1e-6 && std::fabs(b.chain[0][1] - p[1]) <= 1e-6;
-}
-
-// A branch between an item and the next, or at the edge of a run, from an end of a side.
-inline bool is_ray(const run& r, const cl_branch& b)
-{
-    return std::any_of(r.items.begin(), r.items.end(), [&](const cl_item& i) {
-        return i.kind == CL_SIDE && (b.left_id == i.id || b.right_id == i.id) && b.left_id <= b.right_id &&
-               b.right_id - b.left_id <= 1 &&
-               (b.left_id == b.right_id || b.left_relation != b.right_relation) &&
-               (b.chain[0] == i.from || b.chain[0] == i.to);
-    });
 }
 
 // `before` is the branch that ended at the point, null at a corner where runs meet.
@@ -51,7 +40,7 @@ inline void retire_from(run& r, const cl_point& point, const cl_branch* before)
             continue;
         const bool shares = before && (b.left_id == before->left_id || b.left_id == before->right_id ||
                                        b.right_id == before->left_id || b.right_id == before->right_id);
-        if (before && (is_ray(r, b) || !shares))
+        if (before && !shares)
             continue;
         b.state = CL_RETIRED;
         const cl_point end = b.chain.back();
@@ -100,21 +89,57 @@ inline bool are_apart(const box& a, const box& b)
     return a.x0 > b.x1 || b.x0 > a.x1 || a.y0 > b.y1 || b.y0 > a.y1;
 }
 
-inline void cross(const cl_path& path, cl_branch& other, crossing& best)
+inline double left_of(const cl_point& a, const cl_point& b, const cl_point& c)
 {
+    return ((b[0] - a[0]) * (c[1] - a[1]) - (b[1] - a[1]) * (c[0] - a[0])) / pg_dist(a.data(), b.data());
+}
+
+// Whether any side stands between a place and the nearest place of an item of the branch.
+inline bool is_hidden(const cl_outline& outline, const cl_branch& b, const cl_point& place)
+{
+    const double slack = 1e-9 * outline.reach;
+    const auto apart = [&](double p, double q) { return std::min(p, q) < -slack && std::max(p, q) > slack; };
+    const auto hidden = [&](std::int32_t id, std::int16_t relation) {
+        const cl_item& i = outline.item(id);
+        cl_point to = relation == CL_AS_TO ? i.to : i.from;
+        if (relation == CL_AS_SIDE) {
+            const double dx = i.to[0] - i.from[0], dy = i.to[1] - i.from[1];
+            const double along = (place[0] - i.from[0]) * dx + (place[1] - i.from[1]) * dy;
+            const double share = std::clamp(along / (dx * dx + dy * dy), 0.0, 1.0);
+            to = {i.from[0] + share * dx, i.from[1] + share * dy, 0.0};
+        }
+        return pg_dist(place.data(), to.data()) > 1e-6 &&
+               std::any_of(outline.items.begin(), outline.items.end(), [&](const cl_item& s) {
+                   return s.kind == CL_SIDE && apart(left_of(place, to, s.from), left_of(place, to, s.to)) &&
+                          apart(left_of(s.from, s.to, place), left_of(s.from, s.to, to));
+               });
+    };
+    return hidden(b.left_id, b.left_relation) ||
+           (b.left_id != b.right_id && hidden(b.right_id, b.right_relation));
+}
+
+inline void cross(const cl_outline& outline, const cl_branch& lead, cl_branch& other, crossing& best)
+{
+    const cl_path& path = lead.chain;
     double length = 0.0;
     for (std::size_t i = 0; i + 1 < path.size(); ++i) {
         for (std::size_t j = 0; j + 1 < other.chain.size(); ++j) {
-            cl_point at{}, second{};
-            if (pg_seg_intersect(path[i].data(), path[i + 1].data(), other.chain[j].data(),
-                                 other.chain[j + 1].data(), at.data(), second.data()) == 0)
+            cl_point at{};
+            if (!cl_chords_meet(path[i], path[i + 1], other.chain[j], other.chain[j + 1], &at))
                 continue;
             const double to_crossing = length + pg_dist(path[i].data(), at.data());
-            if (to_crossing < best.length)
-                best = {to_crossing,
-                        &other,
-                        at,
-                        {at[0] + path[i + 1][0] - path[i][0], at[1] + path[i + 1][1] - path[i][1], 0.0}};
+            if (to_crossing >= best.length)
+                return;
+            if (is_hidden(outline, lead, at)) {
+                best = {to_crossing, nullptr, at, at};
+                return;
+            }
+            if (is_hidden(outline, other, at))
+                continue;
+            best = {to_crossing,
+                    &other,
+                    at,
+                    {at[0] + path[i + 1][0] - path[i][0], at[1] + path[i + 1][1] - path[i][1], 0.0}};
             return;
         }
         length += pg_dist(path[i].data(), path[i + 1].data());
@@ -133,12 +158,12 @@ struct end {
 };
 
 // All branches of one id after the other, until an id gives a crossing.
-inline crossing search(run& r, const end& from, int step, const cl_path& path)
+inline crossing search(const cl_outline& outline, run& r, const end& from, int step, const cl_branch& lead)
 {
     crossing best;
-    const box around = box_of(path);
+    const box around = box_of(lead.chain);
     const std::int32_t smallest = r.items.front().id, largest = r.items.back().id;
-    for (std::int32_t id = from.id; id >= smallest && id <= largest && !best.hit; id += step)
+    for (std::int32_t id = from.id; id >= smallest && id <= largest && best.length == 98765432.1; id += step)
         for (cl_branch& b : r.branches) {
             const bool is_edge = b.left_id == b.right_id;
             if (b.state == CL_RETIRED || (step < 0 ? b.right_id : b.left_id) != id || b.left_id > b.right_id)
@@ -146,7 +171,7 @@ inline crossing search(run& r, const end& from, int step, const cl_path& path)
             if (is_edge && (id != from.id || from.relation != CL_AS_SIDE || from.past_edge))
                 continue;
             if (!are_apart(around, box_of(b.chain)))
-                cross(path, b, best);
+                cross(outline, lead, b, best);
         }
     return best;
 }
@@ -168,7 +193,8 @@ inline void merge(run& r, const cl_outline& outline, std::int32_t left_id, std::
                             &lead))
             return;
         lead.flag = lead.flag == 1 ? lead.flag : flag;
-        crossing on_left = search(r, left, -1, lead.chain), on_right = search(r, right, 1, lead.chain);
+        crossing on_left = search(outline, r, left, -1, lead);
+        crossing on_right = search(outline, r, right, 1, lead);
         if (on_left.length > outline.reach + 1e-6)
             on_left = {};
         if (on_right.length > outline.reach + 1e-6)
@@ -177,7 +203,9 @@ inline void merge(run& r, const cl_outline& outline, std::int32_t left_id, std::
             return std::minmax(b.left_id, b.right_id) == std::minmax(left.id, right.id);
         };
         for (crossing* c : {&on_left, &on_right})
-            if (c->hit && !same(*c->hit))
+            if (c->hit && same(*c->hit))
+                cl_settle_on_branch(outline, slope, lead, &c->at);
+            else if (c->hit)
                 c->length += cl_settle_crossing(outline, slope, lead, *c->hit, c->beyond, &c->at);
         const bool goes_left = on_left.length < on_right.length - CL_TIE * outline.reach;
         const crossing hit = goes_left ? on_left : on_right;
