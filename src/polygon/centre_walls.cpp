@@ -81,6 +81,8 @@ void cl_walls_init(cl_walls* walls, const cl_outline& outline)
 
 bool cl_is_hidden(const cl_walls& walls, const cl_branch& branch, const cl_point& place)
 {
+    if (!walls.outline->is_ring)
+        return false;
     return is_hidden_from(walls, branch.left_id, branch.left_relation, place) ||
            (branch.left_id != branch.right_id &&
             is_hidden_from(walls, branch.right_id, branch.right_relation, place));

@@ -97,6 +97,8 @@ inline double left_of(const cl_point& a, const cl_point& b, const cl_point& c)
 // Whether any side stands between a place and the nearest place of an item of the branch.
 inline bool is_hidden(const cl_outline& outline, const cl_branch& b, const cl_point& place)
 {
+    if (!outline.is_ring)
+        return false;
     const double slack = 1e-9 * outline.reach;
     const auto apart = [&](double p, double q) { return std::min(p, q) < -slack && std::max(p, q) > slack; };
     const auto hidden = [&](std::int32_t id, std::int16_t relation) {

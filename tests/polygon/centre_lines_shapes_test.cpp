@@ -7,6 +7,7 @@
 #include "polygon/centre_lines.h"
 #include "polygon/centre_merge.h"
 #include "polygon/centre_outline.h"
+#include "polygon/flatten.h"
 #include "tests/polygon/outlines.h"
 
 namespace
@@ -333,6 +334,26 @@ TEST(CentreLineShapes, HookedRunsMissNoLine)
 {
     for (const std::uint32_t seed : {317u, 355u, 534u, 809u, 948u, 1171u, 1219u, 1386u, 1686u})
         expect_whole(outlines::tangled(seed, 20), "hooked " + std::to_string(seed));
+}
+
+// An angle between two bent legs, the first of which hooks back before the second: rays from the near half of
+// the second still end on lines.
+TEST(CentreLineShapes, OpenOutlineHidesNothing)
+{
+    const chain_ptr chain = make_chain({{-1.85, -23.03, -0.27},
+                                        {26.58, -53.96, -0.105},
+                                        {0, 0, -0.18},
+                                        {-73.49, -22.14, -0.16},
+                                        {-102.32, -16.61}});
+    pg_flatten(chain.get(), 0.1);
+    int of_second = 0;
+    for (const line& l : lines_of(chain, 1)) {
+        const spot& start = l.places.front();
+        const bool is_of_half = start.x > -60.0 && start.x < -5.0;
+        of_second += is_of_half ? 1 : 0;
+        EXPECT_FALSE(l.kind == CL_TOUCHING && is_of_half) << start.x << "," << start.y;
+    }
+    EXPECT_GT(of_second, 10);
 }
 
 // A spike just before a side: the parabola between its tip and the side sweeps more than half a turn.
