@@ -1,11 +1,11 @@
 // acut.cpp: the small utilities of the host: printing and wild cards.
 #include <cstdarg>
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "host/core/console.h"
+#include "host/core/formatted.h"
 #include "host/core/text.h"
 #include "hostapi/ads.h"
 
@@ -14,20 +14,6 @@ namespace host
 
 namespace
 {
-
-std::string formatted(const char* format, va_list values)
-{
-    va_list again;
-    va_copy(again, values);
-    const int size = std::vsnprintf(nullptr, 0, format, again);
-    va_end(again);
-    if (size < 0)
-        return {};
-    std::string text(static_cast<std::size_t>(size) + 1, '\0');
-    std::vsnprintf(text.data(), text.size(), format, values);
-    text.pop_back();
-    return text;
-}
 
 bool is_alpha(char c)
 {

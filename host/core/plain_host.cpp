@@ -7,6 +7,7 @@
 #include <map>
 #include <string>
 
+#include "host/core/formatted.h"
 #include "host/core/resbuf.h"
 
 namespace host
@@ -22,20 +23,6 @@ std::map<std::string, list_ptr>& variables()
 {
     static std::map<std::string, list_ptr> table;
     return table;
-}
-
-std::string formatted(const char* format, va_list values)
-{
-    va_list again;
-    va_copy(again, values);
-    const int size = std::vsnprintf(nullptr, 0, format, again);
-    va_end(again);
-    if (size < 0)
-        return {};
-    std::string text(static_cast<std::size_t>(size) + 1, '\0');
-    std::vsnprintf(text.data(), text.size(), format, values);
-    text.pop_back();
-    return text;
 }
 
 } // namespace
