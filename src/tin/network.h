@@ -19,7 +19,6 @@
 struct tin_link;
 struct tin_triangle;
 struct tin_reading;
-struct tin_group;
 struct tin_waiting;
 
 struct tin_point {
@@ -27,7 +26,7 @@ struct tin_point {
     union {
         tin_triangle* tri;  // the triangle in whose bucket the point waits; once inserted, one of its triangles
         tin_point* greater; // while points are read: the subtree of greater x
-        tin_group* group;   // inside tin_triangulate, of a waiting point
+        std::uintptr_t place; // inside tin_triangulate, of a waiting point that is in no bucket
     };
     tin_link* partners; // points to which a barrier joins this one
     tin_point* less;    // while points are read: the subtree of x not greater
@@ -92,7 +91,8 @@ struct tin_network {
     // The run's own.
     tin_point* barrier_points = nullptr; // points inserted for barriers, midpoints among them
     tin_point* kept_points = nullptr; // head of the list of which `points` is the rest, while a run inserts it
-    tin_waiting* waiting = nullptr;   // groups of the points that a run has still to insert
+    tin_waiting* waiting = nullptr;   // of the points that a run has still to insert, those in no bucket
+    std::uint64_t listed = 0;         // triangles put on the list
     tin_reading* reading = nullptr;   // finds places in the tree of points faster than the tree does
 
     tin_network() = default;

@@ -44,5 +44,12 @@ inline void set_sides(tin_triangle* triangle, tin_triangle* a, tin_triangle* b, 
     triangle->side[2] = c;
 }
 
+// A triangle as a run makes it. The list has the later ones first.
+struct listed_triangle : tin_triangle {
+    std::uint64_t number; // in the order in which they were put on the list
+};
+
 // A triangle with corners; the rest is null. Null when the heap is exhausted.
 tin_triangle* triangle_new(tin_point* a, tin_point* b, tin_point* c);
+// Puts a triangle at the head of the network's list.
+void triangle_put_first(tin_network* network, tin_triangle* triangle);
