@@ -86,6 +86,7 @@ void tin_swap_edges(tin_network* network, tin_point* p1, tin_point* p2, tin_tria
     const swap_corners before = corners_of(near, far);
     const bool as_usual = near->corner[0] == new_point && near->corner[1] == p1 && near->corner[2] == p2 &&
                           far->corner[(at + 1) % 3] == p2 && far->corner[(at + 2) % 3] == p1;
+    const bool none_in = waiting_none_in(network, near, far);
     set_corners(near, new_point, p1, apex);
     set_sides(near, near->side[0], beside_p1, far);
     set_corners(far, new_point, apex, p2);
@@ -95,7 +96,7 @@ void tin_swap_edges(tin_network* network, tin_point* p1, tin_point* p2, tin_tria
     replace_side(beside_p1, far, near);
     replace_side(right, near, far);
     if (as_usual)
-        waiting_swapped(network, near, far, before, new_point, apex);
+        waiting_swapped(network, near, far, before, new_point, apex, none_in);
     else
         waiting_swapped(network, near, far, before);
     tin_sort_buckets(network, near, far, near, far);
@@ -118,8 +119,7 @@ int tin_insert_point(tin_network* network, tin_point* point)
         acad_free(b);
         return 0;
     }
-    for (const tin_point* corner : {c0, c1, c2})
-        waiting_new_edge(network, point, corner, t);
+    waiting_split(network, point, t, a, b);
     c0->tri = a;
     c1->tri = b;
     c2->tri = t;

@@ -92,7 +92,7 @@ struct tin_network {
     tin_point* barrier_points = nullptr; // points inserted for barriers, midpoints among them
     tin_point* kept_points = nullptr; // head of the list of which `points` is the rest, while a run inserts it
     tin_waiting* waiting = nullptr;   // of the points that a run has still to insert, those in no bucket
-    std::uint64_t listed = 0;         // triangles put on the list
+    std::uint32_t listed = 0;         // triangles put on the list
     tin_reading* reading = nullptr;   // finds places in the tree of points faster than the tree does
 
     tin_network() = default;

@@ -121,6 +121,28 @@ void near_segment(const point_tree& tree, std::uint32_t node, tin_place a, tin_p
     }
 }
 
+// Calls `leaf` with the numbers of leaves, those that may have points in a box among them, until it says no; of no
+// part for which `enter` says no.
+template <class enter_node, class visit_leaf>
+bool near_box(const point_tree& tree, std::uint32_t node, const tin_place& low, const tin_place& high,
+              const enter_node& enter, const visit_leaf& leaf)
+{
+    while (enter(node)) {
+        if (node >= tree.leaves)
+            return leaf(node - tree.leaves);
+        const tree_node& n = tree.nodes[node];
+        if ((n.by_x ? high.x : high.y) < n.at)
+            node = 2 * node;
+        else if ((n.by_x ? low.x : low.y) > n.at)
+            node = 2 * node + 1;
+        else if (!near_box(tree, 2 * node, low, high, enter, leaf))
+            return false;
+        else
+            node = 2 * node + 1;
+    }
+    return true;
+}
+
 // Calls `visit` with the places of all points in a triangle or as near to it as `reach`, and some more at its
 // corners.
 void near_triangle(const point_tree& tree, const tin_place (&corner)[3], double reach, void* context,

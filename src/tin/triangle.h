@@ -44,9 +44,13 @@ inline void set_sides(tin_triangle* triangle, tin_triangle* a, tin_triangle* b, 
     triangle->side[2] = c;
 }
 
+// What is known of the waiting points well inside a triangle.
+enum class tin_content : std::uint8_t { unknown, some, none };
+
 // A triangle as a run makes it. The list has the later ones first.
 struct listed_triangle : tin_triangle {
-    std::uint64_t number; // in the order in which they were put on the list
+    std::uint32_t number; // in the order in which they were put on the list
+    tin_content content;
 };
 
 // A triangle with corners; the rest is null. Null when the heap is exhausted.

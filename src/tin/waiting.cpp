@@ -16,6 +16,7 @@ struct tin_waiting {
     point_tree* tree;
     double reach, thin;
     corner_order orders[4];
+    double area;        // of the box of all points
     std::uint32_t left; // points that wait
     waiting_link* spare;
     tin_triangle* last; // the one of the last point taken
@@ -31,6 +32,8 @@ constexpr double REACH = 4e-12;     // of the size of the box of all points; rou
 constexpr double THIN = REACH / 64; // height of a triangle that may be clockwise
 constexpr double SLIMMEST = 1e-7;   // shape of the box of all points
 constexpr std::uint64_t WORK_FOR_ORDER = 4;
+constexpr double LITTLE = 4; // points in a triangle, by its area
+constexpr int MANY_LEAVES = 12;
 
 tree_node& leaf_node(const tin_waiting* w, std::uint32_t place)
 {
@@ -151,6 +154,50 @@ void bind_near(tin_network* network, const tin_point* from, const tin_point* to,
         });
     if (order)
         order->work += work;
+}
+
+// ---- triangles with nothing in them ----
+
+tin_content& content_of(tin_triangle* t)
+{
+    return static_cast<listed_triangle*>(t)->content;
+}
+
+// Looks into a triangle, when there is little in it and so little to look at.
+tin_content look_into(const tin_waiting* w, const tin_triangle* t)
+{
+    const point_tree& tree = *w->tree;
+    const tin_place a = place_of(t->corner[0]), b = place_of(t->corner[1]), c = place_of(t->corner[2]);
+    const double area = turn(a, b, c.x, c.y);
+    if (!(area >= 0) || area * w->left > LITTLE * w->area)
+        return tin_content::some;
+    const tin_place low{std::min({a.x, b.x, c.x}), std::min({a.y, b.y, c.y})};
+    const tin_place high{std::max({a.x, b.x, c.x}), std::max({a.y, b.y, c.y})};
+    int work = 0;
+    const bool empty = near_box(
+        tree, 1, low, high,
+        [&](std::uint32_t node) {
+            work += node >= tree.leaves;
+            return tree.nodes[node].free != 0;
+        },
+        [&](std::uint32_t leaf) {
+            const std::uint32_t first = first_of_leaf(tree, leaf);
+            for (unsigned left = tree.nodes[tree.leaves + leaf].free; left; left &= left - 1) {
+                const tree_spot& s = tree.spots[first + static_cast<std::uint32_t>(std::countr_zero(left))];
+                if (turn(a, b, s.x, s.y) > 0 && turn(b, c, s.x, s.y) > 0 && turn(c, a, s.x, s.y) > 0)
+                    return false;
+            }
+            return work < MANY_LEAVES;
+        });
+    return empty ? tin_content::none : tin_content::some;
+}
+
+bool is_empty(const tin_waiting* w, tin_triangle* t)
+{
+    tin_content& content = content_of(t);
+    if (content == tin_content::unknown)
+        content = look_into(w, t);
+    return content == tin_content::none;
 }
 
 // ---- triangles that lie on their face ----
@@ -340,13 +387,14 @@ bool waiting_begin(tin_network* network)
     w->tree = tree;
     w->reach = REACH * std::max(width, height);
     w->thin = THIN * std::max(width, height);
+    w->area = width * height;
     w->left = tree->count;
     for (int i = 0; i < 4; ++i)
         corner_order_begin(&w->orders[i], network->frame[i], width, height);
     mark_all_free(w);
     network->waiting = w;
     tin_triangle *first = network->triangles, *second = first->next;
-    waiting_new_edge(network, network->frame[1], network->frame[3], first);
+    bind_near(network, network->frame[1], network->frame[3], first);
     tin_sort_buckets(network, first, second, first, second);
     return true;
 }
@@ -373,20 +421,37 @@ void waiting_take(tin_network* network, tin_point* point)
     }
     leaf_node(w, place).waiting &= static_cast<std::uint8_t>(~leaf_bit(w, place));
     note_triangle(w, place, point->tri);
+    content_of(point->tri) = tin_content::unknown;
 }
 
-void waiting_new_edge(tin_network* network, const tin_point* from, const tin_point* to, tin_triangle* triangle)
+void waiting_split(tin_network* network, const tin_point* point, tin_triangle* triangle, tin_triangle* a,
+                   tin_triangle* b)
 {
-    if (network->waiting)
-        bind_near(network, from, to, triangle);
+    if (!network->waiting)
+        return;
+    if (!is_empty(network->waiting, triangle)) {
+        for (const tin_point* corner : triangle->corner)
+            bind_near(network, point, corner, triangle);
+        content_of(triangle) = tin_content::unknown;
+    }
+    content_of(a) = content_of(b) = content_of(triangle);
+}
+
+bool waiting_none_in(const tin_network* network, tin_triangle* first, tin_triangle* second)
+{
+    const tin_waiting* w = network->waiting;
+    return !w || !w->left || (is_empty(w, first) && is_empty(w, second));
 }
 
 void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* second, const swap_corners& before,
-                     const tin_point* from, const tin_point* to)
+                     const tin_point* from, const tin_point* to, bool none_in)
 {
     if (!network->waiting || !network->waiting->left)
         return;
     bind_folds({network, first, second, before});
+    if (none_in)
+        return;
+    content_of(first) = content_of(second) = tin_content::unknown;
     bind_near(network, from, to, first);
 }
 
@@ -394,6 +459,7 @@ void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* se
 {
     if (!network->waiting || !network->waiting->left)
         return;
+    content_of(first) = content_of(second) = tin_content::unknown;
     const fold f{network, first, second, before};
     const swap_corners now = corners_of(first, second);
     if (!is_same_outline(now, before))
@@ -422,6 +488,7 @@ void waiting_settle(tin_network* network, tin_triangle* triangle)
         *at = link->next;
         set_tree_place(link->point, link->place);
         set_free(w, link->place);
+        content_of(triangle) = tin_content::some;
         link->next = w->spare;
         w->spare = link;
     }

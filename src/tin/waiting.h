@@ -29,13 +29,17 @@ inline swap_corners corners_of(const tin_triangle* first, const tin_triangle* se
 bool waiting_begin(tin_network* network);
 // The point's `tri` becomes the triangle in which it waits. It waits no more.
 void waiting_take(tin_network* network, tin_point* point);
-// To be called before a triangle gets an edge inside it: what lies near goes into the triangle's bucket.
-void waiting_new_edge(tin_network* network, const tin_point* from, const tin_point* to, tin_triangle* triangle);
+// To be called before a triangle is split at a point: what lies near its new edges goes into its bucket. Parts of the
+// triangle have in them what it had.
+void waiting_split(tin_network* network, const tin_point* point, tin_triangle* triangle, tin_triangle* a,
+                   tin_triangle* b);
+// Nothing waits well inside two triangles; not always found out.
+bool waiting_none_in(const tin_network* network, tin_triangle* first, tin_triangle* second);
 // To be called when two triangles have been swapped: what lies near the edge between them goes into the bucket of
-// one of the two, to be shared again. The first form is for a swap as it should be: the two had the edge p1-p2 and
-// have from-to.
+// one of the two, to be shared again. The first form is for a swap of the diagonal of a quadrilateral, now from-to;
+// `none_in` is the answer from before it.
 void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* second, const swap_corners& before,
-                     const tin_point* from, const tin_point* to);
+                     const tin_point* from, const tin_point* to, bool none_in);
 void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* second, const swap_corners& before);
 // To be called for a triangle whose bucket is shared: points well inside leave the bucket.
 void waiting_settle(tin_network* network, tin_triangle* triangle);
