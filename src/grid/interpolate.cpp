@@ -80,8 +80,8 @@ double on_side(const square& s, double z_south, double z_north, double z_west, d
     return on_east ? z_east : on_west ? z_west : on_south ? z_south : z_north;
 }
 
-// Not the usual product of two linear blends: near a side the result comes near to the blend of that side
-// alone, and grids in use were made with it.
+// In exact numbers this is the product of two linear blends: opposite sides, weighted so, give it each. In this
+// form it rounds as the grids in use were made.
 double blend(const square& s, double step_x, double step_y)
 {
     const double z_west = s.north_west * s.south / step_y + s.south_west * s.north / step_y;

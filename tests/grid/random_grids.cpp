@@ -100,7 +100,7 @@ plain::raster any(std::mt19937& random)
         cell.z = any_elevation(random, kind > 4 ? kind - 5 : kind, r.column(i), r.row(i));
         cell.state = uniform(random, 0, 1) < part ? '0' : below(random, 50) ? '1' : '5';
         cell.mark = below(random, 5) ? '0' : '1';
-        cell.points = below(random, 7) ? 0 : random();
+        cell.points = below(random, 7) ? 0 : static_cast<unsigned>(random());
     }
     for (int k = below(random, 3); k > 0; --k)
         blotch(random, &r, 1 + below(random, 4));
