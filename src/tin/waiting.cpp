@@ -22,6 +22,7 @@ struct tin_waiting {
     tin_triangle* last; // the one of the last point taken
     tin_place last_place;
     bool folded;                  // there was a clockwise triangle
+    bool torn;                    // there was a swap that left a hole, so neighbours may be wrong
     const tin_point* not_in_fold; // a point of which it is known that no such one lies over it
 };
 
@@ -462,12 +463,14 @@ void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* se
     content_of(first) = content_of(second) = tin_content::unknown;
     const fold f{network, first, second, before};
     const swap_corners now = corners_of(first, second);
-    if (!is_same_outline(now, before))
-        for (const swap_corners* two : {&before, static_cast<const swap_corners*>(&now)})
+    if (!is_same_outline(now, before)) {
+        network->waiting->torn = true;
+        for (const swap_corners* two : {&before, &now})
             for (const auto& corner : two->corner)
                 bind_fold(f, corner);
-    else
+    } else {
         bind_folds(f);
+    }
     for (const auto& corner : now.corner)
         for (int i = 0; i < 3; ++i)
             if (is_new_edge(before, corner[i], corner[(i + 1) % 3]))
@@ -497,7 +500,7 @@ void waiting_settle(tin_network* network, tin_triangle* triangle)
 int waiting_holders(const tin_network* network, const tin_point* point, tin_triangle* (&out)[NEAR_TRIANGLES])
 {
     const tin_waiting* w = network->waiting;
-    if (!w || (w->folded && w->not_in_fold != point))
+    if (!w || w->torn || (w->folded && w->not_in_fold != point))
         return 0;
     tin_triangle* start = point->tri ? point->tri : w->last ? w->last : network->triangles;
     start = walk_towards(start, point->x, point->y, w->tree->count);
