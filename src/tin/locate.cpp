@@ -17,10 +17,10 @@ bool holds(tin_triangle* const* list, int count, const tin_triangle* t)
 
 } // namespace
 
-bool is_well_inside(const tin_triangle* triangle, double x, double y, double reach)
+bool is_well_inside(const tin_point* const (&corner)[3], double x, double y, double reach)
 {
     for (int i = 0; i < 3; ++i) {
-        const tin_place a = place_of(triangle->corner[i]), b = place_of(triangle->corner[(i + 1) % 3]);
+        const tin_place a = place_of(corner[i]), b = place_of(corner[(i + 1) % 3]);
         const double area = turn(a, b, x, y), dx = b.x - a.x, dy = b.y - a.y;
         if (!(area > 0 && area * area > reach * reach * (dx * dx + dy * dy)))
             return false;
@@ -57,10 +57,10 @@ tin_triangle* walk_towards(tin_triangle* start, double x, double y, std::uint32_
 tin_triangle* locate(const tin_network* network, tin_triangle* start, double x, double y, double reach)
 {
     tin_triangle* t = walk_towards(start, x, y, WALK_LIMIT);
-    if (t && is_well_inside(t, x, y, reach))
+    if (t && is_well_inside(t->corner, x, y, reach))
         return t;
     for (t = network->triangles; t; t = t->next)
-        if (is_well_inside(t, x, y, reach))
+        if (is_well_inside(t->corner, x, y, reach))
             return t;
     return nullptr;
 }

@@ -8,8 +8,8 @@ inline tin_place place_of(const tin_point* p)
     return {p->x, p->y};
 }
 
-// The triangle is counter-clockwise and the place inside it, farther from all edges than `reach`.
-bool is_well_inside(const tin_triangle* triangle, double x, double y, double reach);
+// The triangle of three corners is counter-clockwise and the place inside it, farther from all edges than `reach`.
+bool is_well_inside(const tin_point* const (&corner)[3], double x, double y, double reach);
 // Walks from a triangle towards a place, over the edges that have it on their other side, to the triangle that has
 // it inside or on an edge. Null: it leads out of the network, or nowhere in `steps`.
 tin_triangle* walk_towards(tin_triangle* start, double x, double y, std::uint32_t steps);

@@ -1,4 +1,5 @@
-// A point is near an edge when it is as near as `reach`, far more than what the inside test can be wrong by. As long
+// A point is near an edge when it is as near as `reach`, far more than what the inside test can be wrong by; what is
+// not is well inside a triangle, by half of that at the very least where its distance is computed in another way. As long
 // as all triangles are counter-clockwise, or as thin as rounding, there is only one that has a given point well
 // inside; the inside test would have left the point in its bucket. A swap by force can make a triangle that is
 // clockwise. The points over which it lies stay in buckets from then on.
@@ -103,22 +104,41 @@ int frame_index(const tin_network* network, const tin_point* point)
     return -1;
 }
 
-void bind_near_by_order(tin_waiting* w, const corner_order& order, const tin_place& corner, const tin_place& end,
-                        tin_triangle* triangle)
+// An edge from a to b, made where two triangles were or, if both are the same, inside one.
+struct edge_query {
+    tin_place a, b;
+    const swap_corners* where; // null: there was nothing
+    tin_triangle* into;
+};
+
+bool is_well_inside(const tin_waiting* w, const tin_point* const (&corner)[3], const tree_spot& spot)
 {
-    const order_piece piece = corner_order_near(order, *w->tree, end, w->reach);
+    return is_well_inside(corner, spot.x, spot.y, w->reach / 2);
+}
+
+// Puts a point that is near the edge into the bucket of a triangle. Beyond the ends of the edge there can be some
+// that are in other triangles.
+void bind_if_near(tin_waiting* w, const edge_query& q, std::uint32_t place)
+{
+    const tree_spot& spot = w->tree->spots[place];
+    if (is_near_segment(q.a, q.b, w->reach, spot.x, spot.y) &&
+        (!q.where || is_well_inside(w, q.where->corner[0], spot) || is_well_inside(w, q.where->corner[1], spot)))
+        bind(w, place, q.into, false);
+}
+
+void bind_near_by_order(tin_waiting* w, const corner_order& order, const edge_query& q)
+{
+    const order_piece piece = corner_order_near(order, *w->tree, q.a, w->reach);
     for (const std::uint64_t* entry = piece.first; entry != piece.last; ++entry) {
         const auto place = static_cast<std::uint32_t>(*entry);
-        if (!is_free(w, place))
-            continue;
-        const tree_spot& spot = w->tree->spots[place];
-        if (is_near_segment(corner, end, w->reach, spot.x, spot.y))
-            bind(w, place, triangle, false);
+        if (is_free(w, place))
+            bind_if_near(w, q, place);
     }
 }
 
-// Puts the points near a segment into the bucket of a triangle.
-void bind_near(tin_network* network, const tin_point* from, const tin_point* to, tin_triangle* triangle)
+// Puts the points near a new edge into the bucket of a triangle.
+void bind_near(tin_network* network, const tin_point* from, const tin_point* to, const swap_corners* where,
+               tin_triangle* into)
 {
     tin_waiting* w = network->waiting;
     const point_tree& tree = *w->tree;
@@ -129,29 +149,25 @@ void bind_near(tin_network* network, const tin_point* from, const tin_point* to,
         std::swap(from, to);
     else
         corner = frame_index(network, to);
-    const tin_place a = place_of(from), b = place_of(to);
+    const edge_query q{place_of(from), place_of(to), where, into};
     corner_order* order = corner >= 0 && frame_index(network, from) < 0 ? &w->orders[corner] : nullptr;
     if (order && !order->entries && !order->given_up && order->work > WORK_FOR_ORDER * tree.count)
         corner_order_make(order, tree);
     if (order && order->entries) {
-        bind_near_by_order(w, *order, b, a, triangle);
+        bind_near_by_order(w, *order, q);
         return;
     }
     std::uint64_t work = 0;
     near_segment(
-        tree, 1, a, b, w->reach,
+        tree, 1, q.a, q.b, w->reach,
         [&](std::uint32_t node) {
             ++work;
             return tree.nodes[node].free != 0;
         },
         [&](std::uint32_t leaf) {
             const std::uint32_t first = first_of_leaf(tree, leaf);
-            for (unsigned left = tree.nodes[tree.leaves + leaf].free; left; left &= left - 1) {
-                const std::uint32_t place = first + static_cast<std::uint32_t>(std::countr_zero(left));
-                const tree_spot& spot = tree.spots[place];
-                if (is_near_segment(a, b, w->reach, spot.x, spot.y))
-                    bind(w, place, triangle, false);
-            }
+            for (unsigned left = tree.nodes[tree.leaves + leaf].free; left; left &= left - 1)
+                bind_if_near(w, q, first + static_cast<std::uint32_t>(std::countr_zero(left)));
         });
     if (order)
         order->work += work;
@@ -226,9 +242,8 @@ struct fold {
 // The triangle that has a point well inside which was in neither of the two that were swapped.
 tin_triangle* other_triangle(const fold& f, const tree_spot& spot)
 {
-    const double reach = f.network->waiting->reach;
     for (tin_triangle* t = f.network->triangles; t; t = t->next)
-        if (t != f.first && t != f.second && is_well_inside(t, spot.x, spot.y, reach))
+        if (t != f.first && t != f.second && is_well_inside(f.network->waiting, t->corner, spot))
             return t;
     return f.first;
 }
@@ -246,11 +261,9 @@ void bind_for_good(void* context, std::uint32_t place)
         return;
     }
     tin_triangle* home = nullptr;
-    for (const auto& corner : f.before.corner) {
-        const tin_triangle old{{corner[0], corner[1], corner[2]}, {}, nullptr, nullptr};
-        if (is_well_inside(&old, spot.x, spot.y, w->reach))
+    for (const auto& corner : f.before.corner)
+        if (is_well_inside(w, corner, spot))
             home = f.first; // its bucket is shared with the other's in a moment
-    }
     bind(w, place, home ? home : other_triangle(f, spot), true);
 }
 
@@ -326,7 +339,7 @@ tin_triangle* start_for(const tin_network* network, std::uint32_t place)
 
 tin_triangle* triangle_of(const tin_network* network, tin_triangle* start, const tin_point* point)
 {
-    tin_triangle* t = locate(network, start, point->x, point->y, network->waiting->reach);
+    tin_triangle* t = locate(network, start, point->x, point->y, network->waiting->reach / 2);
     return t ? t : network->triangles; // where the insertion finds that it isn't so
 }
 
@@ -395,7 +408,7 @@ bool waiting_begin(tin_network* network)
     mark_all_free(w);
     network->waiting = w;
     tin_triangle *first = network->triangles, *second = first->next;
-    bind_near(network, network->frame[1], network->frame[3], first);
+    bind_near(network, network->frame[1], network->frame[3], nullptr, first);
     tin_sort_buckets(network, first, second, first, second);
     return true;
 }
@@ -431,8 +444,9 @@ void waiting_split(tin_network* network, const tin_point* point, tin_triangle* t
     if (!network->waiting)
         return;
     if (!is_empty(network->waiting, triangle)) {
+        const swap_corners before = corners_of(triangle, triangle);
         for (const tin_point* corner : triangle->corner)
-            bind_near(network, point, corner, triangle);
+            bind_near(network, point, corner, &before, triangle);
         content_of(triangle) = tin_content::unknown;
     }
     content_of(a) = content_of(b) = content_of(triangle);
@@ -453,7 +467,7 @@ void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* se
     if (none_in)
         return;
     content_of(first) = content_of(second) = tin_content::unknown;
-    bind_near(network, from, to, first);
+    bind_near(network, from, to, &before, first);
 }
 
 void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* second, const swap_corners& before)
@@ -474,7 +488,7 @@ void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* se
     for (const auto& corner : now.corner)
         for (int i = 0; i < 3; ++i)
             if (is_new_edge(before, corner[i], corner[(i + 1) % 3]))
-                bind_near(network, corner[i], corner[(i + 1) % 3], first);
+                bind_near(network, corner[i], corner[(i + 1) % 3], &before, first);
 }
 
 void waiting_settle(tin_network* network, tin_triangle* triangle)
@@ -484,7 +498,7 @@ void waiting_settle(tin_network* network, tin_triangle* triangle)
         return;
     for (tin_link** at = &triangle->bucket; *at;) {
         auto* link = static_cast<waiting_link*>(*at);
-        if (link->for_good || !is_well_inside(triangle, link->point->x, link->point->y, w->reach)) {
+        if (link->for_good || !is_well_inside(triangle->corner, link->point->x, link->point->y, w->reach)) {
             at = &link->next;
             continue;
         }
