@@ -1,5 +1,5 @@
-// Triangulation: reading points and the run, by order of the points, with and without breaklines. tin_peer does the
-// same with CGAL.
+// Triangulation: reading points and the run, by order of the points, with and without breaklines. tin_peer does
+// the same with CGAL.
 #include <benchmark/benchmark.h>
 
 #include <malloc.h>
@@ -131,13 +131,34 @@ void reading(benchmark::State& state, int kind)
     }
 }
 
-BENCHMARK_CAPTURE(triangulate, scattered, clouds::scattered)->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(triangulate, sorted, clouds::sorted)->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(triangulate, sections, clouds::sections)->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(triangulate, grid, clouds::grid)->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(with_breaklines, as_they_are, 0)->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(with_breaklines, split, 1)->RangeMultiplier(10)->Range(10000, 100000)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(reading, scattered, clouds::scattered)->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(triangulate, scattered, clouds::scattered)
+    ->RangeMultiplier(10)
+    ->Range(10000, 1000000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(triangulate, sorted, clouds::sorted)
+    ->RangeMultiplier(10)
+    ->Range(10000, 1000000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(triangulate, sections, clouds::sections)
+    ->RangeMultiplier(10)
+    ->Range(10000, 1000000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(triangulate, grid, clouds::grid)
+    ->RangeMultiplier(10)
+    ->Range(10000, 1000000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(with_breaklines, as_they_are, 0)
+    ->RangeMultiplier(10)
+    ->Range(10000, 1000000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(with_breaklines, split, 1)
+    ->RangeMultiplier(10)
+    ->Range(10000, 100000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(reading, scattered, clouds::scattered)
+    ->RangeMultiplier(10)
+    ->Range(10000, 1000000)
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -1,7 +1,8 @@
 // tin_peer: the triangulations of tin_bench by CGAL (Debian's libcgal-dev); milliseconds.
 //
 //     tin_peer KIND COUNT HOW           KIND 0 scattered, 1 sorted, 2 cross sections, 3 grid, 4 with breaklines
-//                                       HOW 0 one by one, 1 one by one constrained, 2 as a range, 3 so, constrained
+//                                       HOW 0 one by one, 1 one by one constrained, 2 as a range, 3 so,
+//                                       constrained
 //
 // A range is put into a good order first, which an insertion one by one can't.
 #include <CGAL/Constrained_Delaunay_triangulation_2.h>
@@ -39,7 +40,8 @@ std::size_t with_breaklines(const std::vector<kernel::Point_2>& points,
 {
     constrained t;
     for (const auto& line : lines)
-        t.insert_constraint(points[static_cast<std::size_t>(line[0])], points[static_cast<std::size_t>(line[1])]);
+        t.insert_constraint(points[static_cast<std::size_t>(line[0])],
+                            points[static_cast<std::size_t>(line[1])]);
     if (as_range)
         t.insert(points.begin(), points.end());
     else
@@ -61,7 +63,7 @@ int main(int argc, char** argv)
     for (const clouds::spot& s : spots)
         points.push_back({s.x, s.y});
     const std::clock_t before = std::clock();
-    const std::size_t faces = kind == 4  ? with_breaklines(points, lines, how >= 2)
+    const std::size_t faces = kind == 4 ? with_breaklines(points, lines, how >= 2)
                               : how % 2 ? triangulate<constrained>(points, how >= 2)
                                         : triangulate<delaunay>(points, how >= 2);
     const double ms = 1000.0 * static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;

@@ -1,5 +1,6 @@
-// The corner is two to three times the box away from each point, in x and in y. So the ratio of the two distances,
-// each by its side of the box, lies between 2/3 and 3/2 and tells directions equally well everywhere.
+// The corner is two to three times the box away from each point, in x and in y. So the ratio of the two
+// distances, each by its side of the box, lies between 2/3 and 3/2 and tells directions equally well
+// everywhere.
 #include "tin/corner_order.h"
 
 #include <utility>

@@ -1,7 +1,7 @@
 // corner_order.h: the points of a run by direction from a corner of the frame.
 //
-// Edges to the frame's corners cross all the ground that no point has been inserted in yet; what lies near such an
-// edge is a short piece of this order.
+// Edges to the frame's corners cross all the ground that no point has been inserted in yet; what lies near such
+// an edge is a short piece of this order.
 #pragma once
 
 #include "tin/point_tree.h"

@@ -67,9 +67,10 @@ tin_triangle* locate(const tin_network* network, tin_triangle* start, double x, 
 
 int triangles_near(tin_triangle* start, double x, double y, double reach, tin_triangle* (&out)[NEAR_TRIANGLES])
 {
-    for (int i = 0; i < 3; ++i)
-        if (turn(place_of(start->corner[i]), place_of(start->corner[(i + 1) % 3]), x, y) < 0)
-            return 0;
+    // A walk can end in a flat triangle on whose line the place lies, and far from it.
+    if (!is_well_inside(start->corner, x, y, reach) && !is_near_edge(start, 0, x, y, reach) &&
+        !is_near_edge(start, 1, x, y, reach) && !is_near_edge(start, 2, x, y, reach))
+        return 0;
     out[0] = start;
     int count = 1;
     for (int at = 0; at < count; ++at)

@@ -51,7 +51,8 @@ tin_triangle* triangle_new(tin_point* a, tin_point* b, tin_point* c)
 {
     auto* triangle = static_cast<listed_triangle*>(acad_malloc(sizeof(listed_triangle)));
     if (triangle)
-        *triangle = listed_triangle{{{a, b, c}, {nullptr, nullptr, nullptr}, nullptr, nullptr}, 0, tin_content::unknown};
+        *triangle = listed_triangle{
+            {{a, b, c}, {nullptr, nullptr, nullptr}, nullptr, nullptr}, 0, tin_content::unknown};
     return triangle;
 }
 

@@ -27,7 +27,8 @@ std::uint32_t countable(const tin_point* points)
     return count;
 }
 
-void halve(point_tree* tree, std::uint32_t node, std::uint32_t level_first, std::uint32_t level_size, const cell& c)
+void halve(point_tree* tree, std::uint32_t node, std::uint32_t level_first, std::uint32_t level_size,
+           const cell& c)
 {
     if (node >= tree->leaves)
         return;
@@ -150,6 +151,7 @@ void near_triangle(const point_tree& tree, const tin_place (&corner)[3], double 
     if (turn(corner[0], corner[1], corner[2].x, corner[2].y) < 0)
         std::swap(q.corner[1], q.corner[2]);
     for (int i = 0; i < 3; ++i)
-        q.length[i] = std::hypot(q.corner[(i + 1) % 3].x - q.corner[i].x, q.corner[(i + 1) % 3].y - q.corner[i].y);
+        q.length[i] =
+            std::hypot(q.corner[(i + 1) % 3].x - q.corner[i].x, q.corner[(i + 1) % 3].y - q.corner[i].y);
     visit_near(q, 1, {tree.x0, tree.x1, tree.y0, tree.y1});
 }

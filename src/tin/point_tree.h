@@ -85,8 +85,8 @@ inline void cut_segment(tin_place& inner, tin_place& outer, bool by_x, double le
     outer = {inner.x + part * (outer.x - inner.x), inner.y + part * (outer.y - inner.y)};
 }
 
-// Calls `leaf` with the numbers of all leaves that may have points as near to the segment a-b as `reach`, and of
-// no part for which `enter` says no.
+// Calls `leaf` with the numbers of all leaves that may have points as near to the segment a-b as `reach`, and
+// of no part for which `enter` says no.
 template <class enter_node, class visit_leaf>
 void near_segment(const point_tree& tree, std::uint32_t node, tin_place a, tin_place b, double reach,
                   const enter_node& enter, const visit_leaf& leaf)
@@ -121,8 +121,8 @@ void near_segment(const point_tree& tree, std::uint32_t node, tin_place a, tin_p
     }
 }
 
-// Calls `leaf` with the numbers of leaves, those that may have points in a box among them, until it says no; of no
-// part for which `enter` says no.
+// Calls `leaf` with the numbers of leaves, those that may have points in a box among them, until it says no; of
+// no part for which `enter` says no.
 template <class enter_node, class visit_leaf>
 bool near_box(const point_tree& tree, std::uint32_t node, const tin_place& low, const tin_place& high,
               const enter_node& enter, const visit_leaf& leaf)

@@ -95,8 +95,8 @@ points_by_place by_place(tin_point* list)
     return points;
 }
 
-// What lies in the band is as near to the segment as the band is wide along y; rounding adds what the coordinates
-// have of it.
+// What lies in the band is as near to the segment as the band is wide along y; rounding adds what the
+// coordinates have of it.
 double reach_of(const point_tree& tree, const tin_place& a, const tin_place& b)
 {
     double size = 0;

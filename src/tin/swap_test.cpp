@@ -56,9 +56,9 @@ double circle_determinant(const tin_point* const (&p)[4], const double (&square)
     return total;
 }
 
-// The sign of the determinant where neither rounding nor the limit for cocircular corners can matter, else 0. The
-// same sum is taken about the last point, by which it is far more exact; the other one's error is at most what its
-// largest products can give.
+// The sign of the determinant where neither rounding nor the limit for cocircular corners can matter, else 0.
+// The same sum is taken about the last point, by which it is far more exact; the other one's error is at most
+// what its largest products can give.
 int certain_side(const tin_point* const (&p)[4], const double (&square)[4], double sum)
 {
     double x[3], y[3], q[3], far_x = std::fabs(p[3]->x), far_y = std::fabs(p[3]->y), far_square = square[3];
@@ -77,7 +77,8 @@ int certain_side(const tin_point* const (&p)[4], const double (&square)[4], doub
         total += (one - other) * q[k];
         size += (std::fabs(one) + std::fabs(other)) * q[k];
     }
-    const double sure = std::fabs(total) - ROUNDING_OF_SUM * far_x * far_y * far_square - ROUNDING_OF_TURN * size;
+    const double sure =
+        std::fabs(total) - ROUNDING_OF_SUM * far_x * far_y * far_square - ROUNDING_OF_TURN * size;
     // Both are of the fourth degree; with the sum's root on the other side the limit needs no root here.
     if (!(sure > 0) || !(sure * sure * (sure * sure) > sum * 1.000001))
         return 0;

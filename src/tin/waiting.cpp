@@ -1,8 +1,8 @@
-// A point is near an edge when it is as near as `reach`, far more than what the inside test can be wrong by; what is
-// not is well inside a triangle, by half of that at the very least where its distance is computed in another way. As long
-// as all triangles are counter-clockwise, or as thin as rounding, there is only one that has a given point well
-// inside; the inside test would have left the point in its bucket. A swap by force can make a triangle that is
-// clockwise. The points over which it lies stay in buckets from then on.
+// A point is near an edge when it is as near as `reach`, far more than what the inside test can be wrong by;
+// what is not is well inside a triangle, by half of that at the very least where its distance is computed in
+// another way. As long as all triangles are counter-clockwise, or as thin as rounding, there is only one that
+// has a given point well inside; the inside test would have left the point in its bucket. A swap by force can
+// make a triangle that is clockwise. The points over which it lies stay in buckets from then on.
 #include "tin/waiting.h"
 
 #include <bit>
@@ -23,7 +23,7 @@ struct tin_waiting {
     tin_triangle* last; // the one of the last point taken
     tin_place last_place;
     bool folded;                  // there was a clockwise triangle
-    bool torn;                    // there was a swap that left a hole, so neighbours may be wrong
+    bool torn;                    // sides may name wrong neighbours
     const tin_point* not_in_fold; // a point of which it is known that no such one lies over it
 };
 
@@ -78,8 +78,8 @@ waiting_link* link_of(const tin_point* point)
     return nullptr;
 }
 
-// Puts a point into the bucket of a triangle. Without room for its link the point is looked for in the whole network
-// when its turn comes.
+// Puts a point into the bucket of a triangle. Without room for its link the point is looked for in the whole
+// network when its turn comes.
 void bind(tin_waiting* w, std::uint32_t place, tin_triangle* triangle, bool for_good)
 {
     set_bound(w, place);
@@ -116,13 +116,14 @@ bool is_well_inside(const tin_waiting* w, const tin_point* const (&corner)[3], c
     return is_well_inside(corner, spot.x, spot.y, w->reach / 2);
 }
 
-// Puts a point that is near the edge into the bucket of a triangle. Beyond the ends of the edge there can be some
-// that are in other triangles.
+// Puts a point that is near the edge into the bucket of a triangle. Beyond the ends of the edge there can be
+// some that are in other triangles.
 void bind_if_near(tin_waiting* w, const edge_query& q, std::uint32_t place)
 {
     const tree_spot& spot = w->tree->spots[place];
     if (is_near_segment(q.a, q.b, w->reach, spot.x, spot.y) &&
-        (!q.where || is_well_inside(w, q.where->corner[0], spot) || is_well_inside(w, q.where->corner[1], spot)))
+        (!q.where || is_well_inside(w, q.where->corner[0], spot) ||
+         is_well_inside(w, q.where->corner[1], spot)))
         bind(w, place, q.into, false);
 }
 
@@ -271,14 +272,26 @@ void bind_fold(const fold& f, tin_point* const (&corner)[3])
 {
     tin_waiting* w = f.network->waiting;
     w->folded = true;
+    if (!w->left)
+        return;
     near_triangle(*w->tree, {place_of(corner[0]), place_of(corner[1]), place_of(corner[2])}, 2 * w->reach,
                   const_cast<fold*>(&f), bind_for_good);
 }
 
+// A triangle and its neighbour have more than one edge in common: the next link that is changed in one of them
+// may be the wrong one.
+bool has_double_side(const tin_triangle* t)
+{
+    const tin_triangle* const(&s)[3] = t->side;
+    return (s[0] && (s[0] == s[1] || s[0] == s[2])) || (s[1] && s[1] == s[2]);
+}
+
 void bind_folds(const fold& f)
 {
+    tin_waiting* w = f.network->waiting;
+    w->torn = w->torn || has_double_side(f.first) || has_double_side(f.second);
     for (const tin_triangle* t : {f.first, f.second})
-        if (is_folded(f.network->waiting, t))
+        if (is_folded(w, t))
             bind_fold(f, t->corner);
 }
 
@@ -458,10 +471,10 @@ bool waiting_none_in(const tin_network* network, tin_triangle* first, tin_triang
     return !w || !w->left || (is_empty(w, first) && is_empty(w, second));
 }
 
-void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* second, const swap_corners& before,
-                     const tin_point* from, const tin_point* to, bool none_in)
+void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* second,
+                     const swap_corners& before, const tin_point* from, const tin_point* to, bool none_in)
 {
-    if (!network->waiting || !network->waiting->left)
+    if (!network->waiting)
         return;
     bind_folds({network, first, second, before});
     if (none_in)
@@ -470,9 +483,10 @@ void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* se
     bind_near(network, from, to, &before, first);
 }
 
-void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* second, const swap_corners& before)
+void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* second,
+                     const swap_corners& before)
 {
-    if (!network->waiting || !network->waiting->left)
+    if (!network->waiting)
         return;
     content_of(first) = content_of(second) = tin_content::unknown;
     const fold f{network, first, second, before};

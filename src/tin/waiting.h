@@ -1,9 +1,10 @@
 // waiting.h: the points that wait for their insertion.
 //
-// A waiting point lies well inside one triangle, and that is all there is to know of it: it is in no bucket, and
-// is looked for when its turn comes. Only near an edge, where rounding decides, it is in the bucket of a triangle
-// and is shared out by the inside test at each change. So a change costs as much as there are points near its new
-// edges, and not as there are points beside them; without that, sorted points cost the square of their number.
+// A waiting point lies well inside one triangle, and that is all there is to know of it: it is in no bucket,
+// and is looked for when its turn comes. Only near an edge, where rounding decides, it is in the bucket of a
+// triangle and is shared out by the inside test at each change. So a change costs as much as there are points
+// near its new edges, and not as there are points beside them; without that, sorted points cost the square of
+// their number.
 #pragma once
 
 #include "tin/locate.h"
@@ -24,23 +25,24 @@ inline swap_corners corners_of(const tin_triangle* first, const tin_triangle* se
              {second->corner[0], second->corner[1], second->corner[2]}}};
 }
 
-// Finds out which of `points` lie near the diagonal of the frame; these go into the buckets of its two triangles.
-// false: nothing is kept here, all points are to be put into buckets.
+// Finds out which of `points` lie near the diagonal of the frame; these go into the buckets of its two
+// triangles. false: nothing is kept here, all points are to be put into buckets.
 bool waiting_begin(tin_network* network);
 // The point's `tri` becomes the triangle in which it waits. It waits no more.
 void waiting_take(tin_network* network, tin_point* point);
-// To be called before a triangle is split at a point: what lies near its new edges goes into its bucket. Parts of the
-// triangle have in them what it had.
+// To be called before a triangle is split at a point: what lies near its new edges goes into its bucket. Parts
+// of the triangle have in them what it had.
 void waiting_split(tin_network* network, const tin_point* point, tin_triangle* triangle, tin_triangle* a,
                    tin_triangle* b);
 // Nothing waits well inside two triangles; not always found out.
 bool waiting_none_in(const tin_network* network, tin_triangle* first, tin_triangle* second);
-// To be called when two triangles have been swapped: what lies near the edge between them goes into the bucket of
-// one of the two, to be shared again. The first form is for a swap of the diagonal of a quadrilateral, now from-to;
-// `none_in` is the answer from before it.
-void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* second, const swap_corners& before,
-                     const tin_point* from, const tin_point* to, bool none_in);
-void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* second, const swap_corners& before);
+// To be called when two triangles have been swapped: what lies near the edge between them goes into the bucket
+// of one of the two, to be shared again. The first form is for a swap of the diagonal of a quadrilateral, now
+// from-to; `none_in` is the answer from before it.
+void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* second,
+                     const swap_corners& before, const tin_point* from, const tin_point* to, bool none_in);
+void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* second,
+                     const swap_corners& before);
 // To be called for a triangle whose bucket is shared: points well inside leave the bucket.
 void waiting_settle(tin_network* network, tin_triangle* triangle);
 // The triangles that may hold a point, as triangles_near has them; 0: any may.

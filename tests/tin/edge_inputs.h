@@ -139,14 +139,29 @@ inline input edge_input(unsigned seed, int count)
     input in{"edges " + std::to_string(seed), {}};
     const int side = static_cast<int>(std::sqrt(count));
     switch (seed % 8) {
-    case 0: in.points = beside_each_other(seed, count); break;
-    case 1: in.points = beside_frame_lines(seed, count); break;
-    case 2: in.points = shaken_lattice(seed, side, side); break;
-    case 3: in.points = straight_runs(seed, count); break;
-    case 4: in.points = rings(seed, count); break;
-    case 5: in.points = with_doubles(scatter(seed, count * 2 / 3, 100), seed); break;
-    case 6: in.points = lattice(side, side, 8); break;
-    default: in.points = cross_sections(seed, count / 7 + 1);
+    case 0:
+        in.points = beside_each_other(seed, count);
+        break;
+    case 1:
+        in.points = beside_frame_lines(seed, count);
+        break;
+    case 2:
+        in.points = shaken_lattice(seed, side, side);
+        break;
+    case 3:
+        in.points = straight_runs(seed, count);
+        break;
+    case 4:
+        in.points = rings(seed, count);
+        break;
+    case 5:
+        in.points = with_doubles(scatter(seed, count * 2 / 3, 100), seed);
+        break;
+    case 6:
+        in.points = lattice(side, side, 8);
+        break;
+    default:
+        in.points = cross_sections(seed, count / 7 + 1);
     }
     put_in_order(in.points, seed / 8 % 3, seed);
     const unsigned with = seed / 24 % 4;
