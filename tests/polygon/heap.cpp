@@ -12,6 +12,7 @@ namespace
 {
 int live = 0;
 int until_failure = 0;
+int until_end = 0; // of the heap
 int until_break = 0;
 std::string printed;
 } // namespace
@@ -24,6 +25,11 @@ int test_heap::live_blocks()
 void test_heap::fail_at(int n)
 {
     until_failure = n;
+}
+
+void test_heap::fail_from(int n)
+{
+    until_end = n;
 }
 
 void test_heap::break_at(int n)
@@ -45,6 +51,10 @@ void* acad_malloc(std::size_t size)
 {
     if (until_failure > 0 && --until_failure == 0)
         return nullptr;
+    if (until_end == 1)
+        return nullptr;
+    if (until_end > 1)
+        --until_end;
     ++live;
     return std::malloc(size);
 }
