@@ -323,4 +323,36 @@ TEST_F(KdSetTest, InterningGrowsWithTheNumberOfObjects)
         60000));
 }
 
+// Edges along a line are numbered one beyond the other. Their tree is as deep as it has leaves.
+TEST_F(KdSetTest, InterningEdgesInOrderGrowsWithTheirNumber)
+{
+    EXPECT_TRUE(grows_in_proportion(
+        [](int size) {
+            KdSet many(3, 10);
+            for (int i = 1; i <= size; ++i) {
+                TopoObject* edge = new EdgeKey(i, i + 1, 0);
+                EXPECT_EQ(many.find(edge), 0);
+                many.add(edge);
+            }
+            EdgeKey first(1, 2, 0), last(size + 1, size, 0);
+            EXPECT_EQ(many.find(&first), 1);
+            EXPECT_EQ(many.find(&last), size);
+        },
+        200000));
+}
+
+TEST_F(KdSetTest, NodesThatAreNoneDontHinderOthers)
+{
+    EXPECT_TRUE(grows_in_proportion(
+        [](int size) {
+            KdSet many(3, 10);
+            for (int i = 0; i < size; ++i) {
+                TopoObject* node = new NodeObj(i % 317, i / 317, i % 50 ? 0 : NAN);
+                EXPECT_EQ(many.find(node), 0);
+                many.add(node);
+            }
+        },
+        60000));
+}
+
 } // namespace
