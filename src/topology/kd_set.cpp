@@ -54,7 +54,7 @@ double KdSet::squared_distance(std::int32_t id1, std::int32_t id2) const
 // The member of the leaf with the object's key, 0 when there is none. Only the nearest is looked at.
 std::int32_t KdSet::same_key_in(const kd_node* leaf, const TopoObject* object) const
 {
-    if (squared_distance(candidate, candidate) != 0.0)
+    if (object->squared_distance(object, dimensions) != 0.0)
         return 0; // a value is infinite or no number, and no distance to it is below the mark
     std::int32_t nearest = 0;
     double best = NO_VALUE;
