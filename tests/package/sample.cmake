@@ -18,8 +18,8 @@ run(${CMAKE_COMMAND} --install ${BUILD} --component zentgeo --prefix ${place}/in
 run(${CMAKE_COMMAND} -S ${place}/source -B ${place}/build -G ${GENERATOR} -DCMAKE_CXX_COMPILER=${COMPILER}
   -DCMAKE_PREFIX_PATH=${place}/installed -DCMAKE_CXX_FLAGS=${flags})
 run(${CMAKE_COMMAND} --build ${place}/build)
-foreach(sample street terrain)
-  execute_process(COMMAND ${place}/build/${sample} OUTPUT_FILE ${place}/${sample}.txt RESULT_VARIABLE status)
+foreach(sample raster street terrain)
+  execute_process(COMMAND ${place}/build/${sample} WORKING_DIRECTORY ${place} OUTPUT_FILE ${place}/${sample}.txt RESULT_VARIABLE status)
   if(NOT status EQUAL 0)
     message(FATAL_ERROR "${sample} ended with ${status}")
   endif()
