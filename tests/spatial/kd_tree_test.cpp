@@ -155,6 +155,17 @@ TEST_F(KdTree, NumberLeftByALookStandsForTheNextPoint)
     EXPECT_EQ(dump(tree->root), "(0 0x1.4p+2 (0 0x1p-1 [0 3 ][2 ])[1 3 ])");
 }
 
+// The number that is left compares as the candidate itself, nearer than any point.
+TEST_F(KdTree, NumberLeftInALeafHidesPointsThatAreNearOnly)
+{
+    add(1, 0, 0, 11);
+    EXPECT_EQ(add(5, 0, 0, 0), 0);
+    EXPECT_EQ(add(1 + 1e-7, 0, 0, 0), 0);
+    EXPECT_EQ(add(1, 0, 0, 0), 11);
+    EXPECT_EQ(add(1 + 1e-7, 0, 0, 12), 12);
+    EXPECT_EQ(tree->point_count, 2);
+}
+
 TEST_F(KdTree, EqualPlacesInThePlaneOfATreeAreOnePoint)
 {
     kd_free_list(&tree);
