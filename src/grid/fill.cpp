@@ -9,6 +9,8 @@
 #include "grid/cells_around.h"
 #include "grid/estimate.h"
 #include "grid/fill_items.h"
+#include "grid/pages.h"
+#include "grid/texts.h"
 #include "hostapi/ads.h"
 
 namespace
@@ -19,7 +21,8 @@ struct filling {
     estimate_rules rules;
     fill_items items; // of the next pass
     cells_around around;
-    bool failed = false; // a cell could not be kept
+    bool in_pages = false; // else a file's cells go through its windows
+    bool failed = false;   // a cell could not be kept
 };
 
 std::int32_t column_of(const grid* g, std::int32_t index)
@@ -39,8 +42,12 @@ grid_cell cell_of(grid* g, std::int32_t index)
 
 void set_cell(filling* f, std::int32_t index, const grid_cell& cell)
 {
-    if (!keep_cell(f->g, index, cell))
-        f->failed = true;
+    if (f->in_pages)
+        pages_set(f->g, index, cell);
+    else if (!f->g->in_memory)
+        f->failed |= !grid_write_cell(f->g, index, cell);
+    else
+        f->g->row_table[row_of(f->g, index)][column_of(f->g, index)] = cell;
 }
 
 // Estimates a null cell and lists it.
@@ -112,10 +119,15 @@ long next_pass(filling* f, bool go_on)
     return confirmed;
 }
 
+bool has_failed(const filling* f)
+{
+    return f->failed || (f->in_pages && pages_failed(f->g));
+}
+
 int run_passes(filling* f)
 {
     long pass = 1, left = first_pass(f), previous = 0;
-    while (left >= 1 && !f->items.empty()) {
+    while (left >= 1 && !f->items.empty() && !has_failed(f)) {
         ++pass;
         if (left == previous)
             break;
@@ -146,7 +158,14 @@ int grid_fill_nulls(grid* g, std::int32_t null_count, char mode)
         grid_mean_slope(g);
     const double diagonal = std::sqrt(g->step_x * g->step_x + g->step_y * g->step_y);
     filling f{g, rules_of(mode, g->step_x, g->step_y, diagonal), {}, {}};
-    return run_passes(&f);
+    f.in_pages = !g->in_memory && pages_begin(g);
+    const int result = run_passes(&f);
+    if (f.in_pages)
+        f.failed |= !pages_end(g);
+    if (!f.failed)
+        return result;
+    acutPrintf(CELLS_NOT_KEPT);
+    return RTERROR;
 }
 
 void grid_estimate_cell(grid* g, std::int32_t index, char mode, double step_x, double step_y,
