@@ -48,6 +48,7 @@ void look_around(grid* g, std::int32_t column, std::int32_t row, int reach, cell
 {
     const bool fits = column >= reach && g->columns - column >= reach;
     const bool pages = !g->in_memory && pages_ready(g);
+    const bool only_pages = pages && g->write_count <= 0;
     for (int line = -reach; line <= reach; ++line) {
         const grid_cell*& to = out->row[REACH + line];
         grid_cell* const middle = &out->copies[REACH + line][REACH];
@@ -57,7 +58,9 @@ void look_around(grid* g, std::int32_t column, std::int32_t row, int reach, cell
             to = g->row_table[row + line] + column;
         } else {
             const std::int32_t first = grid_index(g, column - reach, row + line);
-            const cell_run run = fits && pages ? cells_from(g, first) : cell_run{nullptr, 0};
+            cell_run run{nullptr, 0};
+            if (fits && pages)
+                run = only_pages ? pages_run(g, first) : cells_from(g, first);
             if (run.count > 2 * reach) {
                 to = run.first + reach;
                 continue;

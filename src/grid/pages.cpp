@@ -1,6 +1,6 @@
-// The pages hang in a list by last use, and in chains by number. A page that is wanted and not there takes the
-// place of the one unused for longest, which is written first if it was changed. A page that could not be read
-// is never written.
+// The pages hang in a list by last use; a table tells where each page of the file is. One that is wanted and
+// not there takes the place of the one unused for longest, which is written first if it was changed. A page
+// that could not be read is never written.
 #include "grid/pages.h"
 
 #include <algorithm>
@@ -12,36 +12,31 @@ namespace
 {
 
 constexpr std::int32_t PAGE_CELLS = 4096;
-constexpr std::int32_t MOST_PAGES = 512; // 32 million bytes
 constexpr std::int32_t LEAST_PAGES = 16; // seven rows around a cell, each across the end of a page, and room
-constexpr std::int32_t CHAINS = 1024;
+constexpr std::int32_t MOST_PAGES = 512; // 32 million bytes; they stay
+constexpr std::int32_t BUSY_PAGES =
+    4096; // while cells are changed: passes go over the whole grid again and again
 constexpr std::int32_t NONE = -1;
 
 struct page {
     grid_cell* cells;
     std::int32_t number;
     std::int32_t newer, older; // by last use
-    std::int32_t next;         // in its chain
     bool changed, broken;
 };
 
 } // namespace
 
 struct grid_pages {
-    page all[MOST_PAGES];
-    std::int32_t chains[CHAINS];
-    std::int32_t count;
+    page* all;
+    std::int32_t* places; // in `all`, of each page of the file; NONE
+    std::int32_t count, room, most;
     std::int32_t newest, oldest;
     bool failed;
 };
 
 namespace
 {
-
-std::int32_t& chain_of(grid_pages* p, std::int32_t number)
-{
-    return p->chains[number % CHAINS];
-}
 
 void unlink_by_use(grid_pages* p, std::int32_t k)
 {
@@ -58,12 +53,12 @@ void link_newest(grid_pages* p, std::int32_t k)
     p->newest = k;
 }
 
-void unlink_from_chain(grid_pages* p, std::int32_t k)
+void link_oldest(grid_pages* p, std::int32_t k)
 {
-    std::int32_t* at = &chain_of(p, p->all[k].number);
-    while (*at != k)
-        at = &p->all[*at].next;
-    *at = p->all[k].next;
+    p->all[k].newer = p->oldest;
+    p->all[k].older = NONE;
+    (p->oldest == NONE ? p->newest : p->all[p->oldest].older) = k;
+    p->oldest = k;
 }
 
 // Cells of the grid in the page.
@@ -98,61 +93,68 @@ void read_page(grid* g, page* one, std::int32_t number)
 // A page more, with no number yet, at the old end of the list.
 bool add_page(grid_pages* p)
 {
-    if (p->count == MOST_PAGES)
+    if (p->count == std::min(p->most, p->room))
         return false;
     auto* cells = static_cast<grid_cell*>(acad_malloc(PAGE_CELLS * sizeof(grid_cell)));
     if (!cells)
         return false;
-    const std::int32_t k = p->count++;
-    p->all[k] = {cells, NONE, p->oldest, NONE, NONE, false, false};
-    (p->oldest == NONE ? p->newest : p->all[p->oldest].older) = k;
-    p->oldest = k;
+    p->all[p->count] = {cells, NONE, NONE, NONE, false, false};
+    link_oldest(p, p->count++);
     return true;
+}
+
+// The page unused for longest, with nothing in it.
+std::int32_t empty_page(grid* g)
+{
+    grid_pages* const p = g->pages;
+    if (p->all[p->oldest].number != NONE)
+        add_page(p); // with no memory for it the oldest goes
+    page& one = p->all[p->oldest];
+    if (one.number != NONE) {
+        write_page(g, &one);
+        p->places[one.number] = NONE;
+    }
+    return p->oldest;
 }
 
 page* find_page(grid* g, std::int32_t number)
 {
     grid_pages* const p = g->pages;
-    if (p->all[p->newest].number == number)
-        return &p->all[p->newest];
-    std::int32_t k = chain_of(p, number);
-    while (k != NONE && p->all[k].number != number)
-        k = p->all[k].next;
-    const bool is_new = k == NONE;
-    if (is_new) {
-        if (p->all[p->oldest].number != NONE)
-            add_page(p); // with no memory for it the oldest goes
-        k = p->oldest;
-        if (p->all[k].number != NONE) {
-            write_page(g, &p->all[k]);
-            unlink_from_chain(p, k);
-        }
-    }
-    unlink_by_use(p, k);
-    link_newest(p, k);
-    if (is_new) {
+    std::int32_t k = p->places[number];
+    if (k == NONE) {
+        k = empty_page(g);
         read_page(g, &p->all[k], number);
-        p->all[k].next = chain_of(p, number);
-        chain_of(p, number) = k;
+        p->places[number] = k;
+    }
+    if (k != p->newest) {
+        unlink_by_use(p, k);
+        link_newest(p, k);
     }
     return &p->all[k];
 }
 
 bool make_pages(grid* g)
 {
-    g->pages = static_cast<grid_pages*>(acad_malloc(sizeof(grid_pages)));
-    if (!g->pages)
+    const std::int32_t in_file = (grid_cell_count(g) - 1) / PAGE_CELLS + 1;
+    auto* const p = static_cast<grid_pages*>(acad_malloc(sizeof(grid_pages)));
+    if (!p)
         return false;
-    g->pages->count = 0;
-    g->pages->newest = g->pages->oldest = NONE;
-    g->pages->failed = false;
-    std::fill_n(g->pages->chains, CHAINS, NONE);
-    while (g->pages->count < LEAST_PAGES)
-        if (!add_page(g->pages)) {
-            pages_release(g);
-            return false;
-        }
-    return true;
+    *p = {};
+    g->pages = p;
+    p->newest = p->oldest = NONE;
+    p->most = MOST_PAGES;
+    p->room = std::clamp(in_file, LEAST_PAGES, BUSY_PAGES);
+    p->all = static_cast<page*>(acad_malloc(static_cast<std::size_t>(p->room) * sizeof(page)));
+    p->places =
+        static_cast<std::int32_t*>(acad_malloc(static_cast<std::size_t>(in_file) * sizeof(std::int32_t)));
+    bool made = p->all && p->places;
+    while (made && p->count < LEAST_PAGES)
+        made = add_page(p);
+    if (made)
+        std::fill_n(p->places, in_file, NONE);
+    else
+        pages_release(g);
+    return made;
 }
 
 // Of all that is in the file and in the write window.
@@ -163,19 +165,15 @@ bool is_whole(const grid* g)
            (g->write_count > 0 && g->write_start <= g->file_cells && g->write_count >= count - g->write_start);
 }
 
-// The page holds what it was made for no longer.
+// What was read into the page counts no longer.
 void drop(grid_pages* p, std::int32_t k)
 {
     if (p->all[k].number == NONE)
         return;
-    unlink_from_chain(p, k);
+    p->places[p->all[k].number] = NONE;
+    p->all[k].number = NONE;
     unlink_by_use(p, k);
-    page& one = p->all[k];
-    one.number = NONE;
-    one.newer = p->oldest;
-    one.older = NONE;
-    (p->oldest == NONE ? p->newest : p->all[p->oldest].older) = k;
-    p->oldest = k;
+    link_oldest(p, k);
 }
 
 } // namespace
@@ -197,6 +195,7 @@ bool pages_begin(grid* g)
         return false;
     g->read_count = -1;
     g->pages->failed = false;
+    g->pages->most = BUSY_PAGES;
     return true;
 }
 
@@ -218,6 +217,12 @@ bool pages_end(grid* g)
     for (std::int32_t k = 0; k < p->count; ++k)
         if (!write_page(g, &p->all[k]) || p->all[k].broken)
             drop(p, k);
+    p->most = MOST_PAGES;
+    while (p->count > p->most) {
+        drop(p, --p->count);
+        unlink_by_use(p, p->count);
+        acad_free(p->all[p->count].cells);
+    }
     return !p->failed;
 }
 
@@ -226,13 +231,9 @@ void pages_forget(grid* g, std::int32_t first, std::int32_t count)
     grid_pages* const p = g->pages;
     if (!p || count <= 0)
         return;
-    for (std::int32_t number = first / PAGE_CELLS; number <= (first + count - 1) / PAGE_CELLS; ++number) {
-        std::int32_t k = chain_of(p, number);
-        while (k != NONE && p->all[k].number != number)
-            k = p->all[k].next;
-        if (k != NONE)
-            drop(p, k);
-    }
+    for (std::int32_t number = first / PAGE_CELLS; number <= (first + count - 1) / PAGE_CELLS; ++number)
+        if (p->places[number] != NONE)
+            drop(p, p->places[number]);
 }
 
 void pages_release(grid* g)
@@ -241,6 +242,8 @@ void pages_release(grid* g)
         return;
     for (std::int32_t k = 0; k < g->pages->count; ++k)
         acad_free(g->pages->all[k].cells);
+    acad_free(g->pages->all);
+    acad_free(g->pages->places);
     acad_free(g->pages);
     g->pages = nullptr;
 }
