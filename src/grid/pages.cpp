@@ -1,6 +1,5 @@
-// The pages hang in a list by last use; a table tells where each page of the file is. One that is wanted and
-// not there takes the place of the one unused for longest, which is written first if it was changed. A page
-// that could not be read is never written.
+// A table tells where each page of the file is. One that is wanted and not there takes the place of the one
+// unused for longest, which is written first if it was changed. A page that could not be read is never written.
 #include "grid/pages.h"
 
 #include <algorithm>
@@ -21,7 +20,7 @@ constexpr std::int32_t NONE = -1;
 struct page {
     grid_cell* cells;
     std::int32_t number;
-    std::int32_t newer, older; // by last use
+    std::int64_t last_use;
     bool changed, broken;
 };
 
@@ -31,40 +30,28 @@ struct grid_pages {
     page* all;
     std::int32_t* places; // in `all`, of each page of the file; NONE
     std::int32_t count, room, most;
-    std::int32_t newest, oldest;
+    std::int32_t cell_count; // of the grid
+    std::int64_t uses;
     bool failed;
 };
 
 namespace
 {
 
-void unlink_by_use(grid_pages* p, std::int32_t k)
+std::int32_t page_of(std::int32_t index)
 {
-    page& one = p->all[k];
-    (one.newer == NONE ? p->newest : p->all[one.newer].older) = one.older;
-    (one.older == NONE ? p->oldest : p->all[one.older].newer) = one.newer;
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(index) / PAGE_CELLS);
 }
 
-void link_newest(grid_pages* p, std::int32_t k)
+std::int32_t place_of(std::int32_t index)
 {
-    p->all[k].newer = NONE;
-    p->all[k].older = p->newest;
-    (p->newest == NONE ? p->oldest : p->all[p->newest].newer) = k;
-    p->newest = k;
-}
-
-void link_oldest(grid_pages* p, std::int32_t k)
-{
-    p->all[k].newer = p->oldest;
-    p->all[k].older = NONE;
-    (p->oldest == NONE ? p->newest : p->all[p->oldest].older) = k;
-    p->oldest = k;
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(index) % PAGE_CELLS);
 }
 
 // Cells of the grid in the page.
 std::int32_t cells_of(const grid* g, std::int32_t number)
 {
-    return std::min(PAGE_CELLS, grid_cell_count(g) - number * PAGE_CELLS);
+    return std::min(PAGE_CELLS, g->pages->cell_count - number * PAGE_CELLS);
 }
 
 bool write_page(grid* g, page* one)
@@ -90,7 +77,7 @@ void read_page(grid* g, page* one, std::int32_t number)
     g->pages->failed |= one->broken;
 }
 
-// A page more, with no number yet, at the old end of the list.
+// A page more, with nothing in it.
 bool add_page(grid_pages* p)
 {
     if (p->count == std::min(p->most, p->room))
@@ -98,23 +85,26 @@ bool add_page(grid_pages* p)
     auto* cells = static_cast<grid_cell*>(acad_malloc(PAGE_CELLS * sizeof(grid_cell)));
     if (!cells)
         return false;
-    p->all[p->count] = {cells, NONE, NONE, NONE, false, false};
-    link_oldest(p, p->count++);
+    p->all[p->count++] = {cells, NONE, 0, false, false};
     return true;
 }
 
-// The page unused for longest, with nothing in it.
+// A page with nothing in it: a new one or, with no memory for that, the one unused for longest.
 std::int32_t empty_page(grid* g)
 {
     grid_pages* const p = g->pages;
-    if (p->all[p->oldest].number != NONE)
-        add_page(p); // with no memory for it the oldest goes
-    page& one = p->all[p->oldest];
+    if (add_page(p))
+        return p->count - 1;
+    std::int32_t oldest = 0;
+    for (std::int32_t k = 1; k < p->count; ++k)
+        if (p->all[k].last_use < p->all[oldest].last_use)
+            oldest = k;
+    page& one = p->all[oldest];
     if (one.number != NONE) {
         write_page(g, &one);
         p->places[one.number] = NONE;
     }
-    return p->oldest;
+    return oldest;
 }
 
 page* find_page(grid* g, std::int32_t number)
@@ -126,10 +116,7 @@ page* find_page(grid* g, std::int32_t number)
         read_page(g, &p->all[k], number);
         p->places[number] = k;
     }
-    if (k != p->newest) {
-        unlink_by_use(p, k);
-        link_newest(p, k);
-    }
+    p->all[k].last_use = ++p->uses;
     return &p->all[k];
 }
 
@@ -141,7 +128,7 @@ bool make_pages(grid* g)
         return false;
     *p = {};
     g->pages = p;
-    p->newest = p->oldest = NONE;
+    p->cell_count = grid_cell_count(g);
     p->most = MOST_PAGES;
     p->room = std::clamp(in_file, LEAST_PAGES, BUSY_PAGES);
     p->all = static_cast<page*>(acad_malloc(static_cast<std::size_t>(p->room) * sizeof(page)));
@@ -166,14 +153,12 @@ bool is_whole(const grid* g)
 }
 
 // What was read into the page counts no longer.
-void drop(grid_pages* p, std::int32_t k)
+void drop(grid_pages* p, page* one)
 {
-    if (p->all[k].number == NONE)
-        return;
-    p->places[p->all[k].number] = NONE;
-    p->all[k].number = NONE;
-    unlink_by_use(p, k);
-    link_oldest(p, k);
+    if (one->number != NONE)
+        p->places[one->number] = NONE;
+    one->number = NONE;
+    one->last_use = 0;
 }
 
 } // namespace
@@ -185,7 +170,7 @@ bool pages_ready(grid* g)
 
 cell_run pages_run(grid* g, std::int32_t index)
 {
-    const std::int32_t number = index / PAGE_CELLS, place = index % PAGE_CELLS;
+    const std::int32_t number = page_of(index), place = place_of(index);
     return {find_page(g, number)->cells + place, cells_of(g, number) - place};
 }
 
@@ -201,8 +186,8 @@ bool pages_begin(grid* g)
 
 void pages_set(grid* g, std::int32_t index, const grid_cell& cell)
 {
-    page* const one = find_page(g, index / PAGE_CELLS);
-    one->cells[index % PAGE_CELLS] = cell;
+    page* const one = find_page(g, page_of(index));
+    one->cells[place_of(index)] = cell;
     one->changed = true;
 }
 
@@ -216,11 +201,10 @@ bool pages_end(grid* g)
     grid_pages* const p = g->pages;
     for (std::int32_t k = 0; k < p->count; ++k)
         if (!write_page(g, &p->all[k]) || p->all[k].broken)
-            drop(p, k);
+            drop(p, &p->all[k]);
     p->most = MOST_PAGES;
     while (p->count > p->most) {
-        drop(p, --p->count);
-        unlink_by_use(p, p->count);
+        drop(p, &p->all[--p->count]);
         acad_free(p->all[p->count].cells);
     }
     return !p->failed;
@@ -233,7 +217,7 @@ void pages_forget(grid* g, std::int32_t first, std::int32_t count)
         return;
     for (std::int32_t number = first / PAGE_CELLS; number <= (first + count - 1) / PAGE_CELLS; ++number)
         if (p->places[number] != NONE)
-            drop(p, p->places[number]);
+            drop(p, &p->all[p->places[number]]);
 }
 
 void pages_release(grid* g)
