@@ -30,6 +30,7 @@ struct grid_pages {
     page* all;
     std::int32_t* places; // in `all`, of each page of the file; NONE
     std::int32_t count, room, most;
+    std::int32_t touched;    // pages of `all` that ever had something in them; the first ones
     std::int32_t cell_count; // of the grid
     std::int64_t uses;
     bool failed;
@@ -93,8 +94,8 @@ bool add_page(grid_pages* p)
 std::int32_t empty_page(grid* g)
 {
     grid_pages* const p = g->pages;
-    if (add_page(p))
-        return p->count - 1;
+    if (p->touched < p->count || add_page(p))
+        return p->touched++;
     std::int32_t oldest = 0;
     for (std::int32_t k = 1; k < p->count; ++k)
         if (p->all[k].last_use < p->all[oldest].last_use)
@@ -207,6 +208,7 @@ bool pages_end(grid* g)
         drop(p, &p->all[--p->count]);
         acad_free(p->all[p->count].cells);
     }
+    p->touched = std::min(p->touched, p->count);
     return !p->failed;
 }
 
