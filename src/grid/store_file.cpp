@@ -107,6 +107,12 @@ grid_cell temp_read(grid* g, std::int32_t index)
     return holds(start, count, index) ? g->read_buffer[index - start] : grid_cell();
 }
 
+bool temp_knows(const grid* g, std::int32_t index)
+{
+    return index < g->file_cells || holds(g->read_start, g->read_count, index) ||
+           holds(g->write_start, g->write_count, index);
+}
+
 int temp_write(grid* g, std::int32_t index, const grid_cell& cell)
 {
     if (holds(g->read_start, g->read_count, index))
