@@ -9,7 +9,8 @@
 //     network.points = the list; tin_triangulate(&network);
 //
 // The triangles then hang on `triangles`. Those with a corner of `frame` lie outside the points; the frame's
-// corners stay in the run's own coordinates, whose origin is (x_min, y_min).
+// corners stay in the run's own coordinates, whose origin is (x_min, y_min). A network is run once; until then
+// `points` is the tree of those that were added, and what is not run needs the list or null there.
 #pragma once
 
 #include <cstdint>

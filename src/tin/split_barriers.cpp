@@ -34,8 +34,8 @@ bool lies_on(const tin_point* r, const upright_segment& s)
 {
     if (!(r->y >= s.bottom->y && r->y <= s.top->y) || r == s.top || r == s.bottom)
         return false;
-    if (s.vertical)
-        return r->x == s.top->x;
+    if (s.vertical) // at the place of an end it would be split there for ever
+        return r->x == s.top->x && r->y > s.bottom->y && r->y < s.top->y;
     const double intercept = r->y - s.slope * r->x;
     if (!(intercept >= s.intercept_low && intercept <= s.intercept_high))
         return false;

@@ -54,6 +54,8 @@ double KdSet::squared_distance(std::int32_t id1, std::int32_t id2) const
 // The member of the leaf with the object's key, 0 when there is none. Only the nearest is looked at.
 std::int32_t KdSet::same_key_in(const kd_node* leaf, const TopoObject* object) const
 {
+    if (object->squared_distance(object, dimensions) != 0.0)
+        return 0; // a value is infinite or no number, and no distance to it is below the mark
     std::int32_t nearest = 0;
     double best = NO_VALUE;
     for (int i = 0; i < leaf->item_count; ++i) {
@@ -127,8 +129,9 @@ KdSet* KdSet::within(const TopoObject* object, double radius) const
     if (!near || !object || !root)
         return near;
     const key_position position = position_of(object);
-    for (const kd_node* leaf = kd_node_first_near(root, position.at, radius); leaf;
-         leaf = kd_node_next_near(leaf, position.at, radius))
+    const kd_node* top = kd_node_around(root, position.at, radius);
+    for (const kd_node* leaf = kd_node_first_near(top, position.at, radius); leaf;
+         leaf = kd_node_next_near(top, leaf, position.at, radius))
         if (!add_near(near, leaf, object, radius)) {
             delete near;
             return nullptr;
