@@ -1,6 +1,7 @@
 #include "spatial/kd_node.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <limits>
 
@@ -10,6 +11,7 @@ namespace
 {
 
 constexpr int FIRST_ROOM = 4;
+constexpr std::int32_t LONG_WAY = 16; // worth remembering where it led
 constexpr int MOST_ITEMS = std::numeric_limits<std::int16_t>::max();
 
 struct split_plane {
@@ -86,6 +88,17 @@ int count_above(const split_plane& plane, const kd_node* leaf, const kd_points& 
     return count;
 }
 
+// The plane may lie beyond what comes here: of an item that was only looked for the place changes later on.
+void narrow(kd_node* low, kd_node* high, const split_plane& plane)
+{
+    double& up_to = low->up_to[plane.dimension];
+    double& above = high->above[plane.dimension];
+    up_to = plane.value < up_to ? plane.value : up_to;
+    above = plane.value <= above ? above : plane.value;
+    if (plane.value != plane.value) // nothing is above no number
+        above = std::numeric_limits<double>::infinity();
+}
+
 // Both children stand in their final state before the leaf changes. The low one takes over the leaf's array:
 // at least one of the items and the new one goes high, so there is room in it.
 bool split(kd_node* leaf, std::int32_t item, const split_plane& plane, int high_count, const kd_points& points)
@@ -117,7 +130,38 @@ bool split(kd_node* leaf, std::int32_t item, const split_plane& plane, int high_
     leaf->high = high;
     leaf->items = nullptr;
     leaf->item_count = leaf->item_room = 0;
+    narrow(low, high, plane);
+    kd_node* root = leaf;
+    while (root->parent)
+        root = root->jump;
+    if (low->depth > root->deepest->depth || root->deepest == leaf)
+        root->deepest = high; // where points go on that come in order
     return true;
+}
+
+// Of a finite position; its cube with a radius above 0.
+bool holds(const kd_node* node, const double* position, double radius)
+{
+    for (int d = 0; d < KD_MOST_DIMENSIONS; ++d) {
+        if (!(node->above[d] < position[d] - radius))
+            return false;
+        if (node->up_to[d] < position[d] + radius)
+            return false;
+    }
+    return true;
+}
+
+bool is_finite(const double* position)
+{
+    return std::isfinite(position[0]) && std::isfinite(position[1]) && std::isfinite(position[2]);
+}
+
+// The lowest node above `node`, or itself, that holds the position.
+kd_node* lowest_holding(kd_node* node, const double* position, double radius)
+{
+    while (node->parent && !holds(node, position, radius))
+        node = holds(node->jump, position, radius) ? node->parent : node->jump;
+    return node;
 }
 
 // The negations let what is no number go both ways.
@@ -131,13 +175,25 @@ bool high_meets(const kd_node* node, const double* position, double radius)
     return !(node->split_value > position[node->split_dimension] + radius);
 }
 
-// The next node to go on with once all below `node` has been seen.
-const kd_node* climb(const kd_node* node, const double* position, double radius)
+// The next node to go on with below `top` (null: in the tree) once all below `node` has been seen.
+const kd_node* climb(const kd_node* top, const kd_node* node, const double* position, double radius)
 {
-    for (const kd_node* parent = node->parent; parent; node = parent, parent = node->parent)
+    for (const kd_node* parent = node->parent; parent && node != top; node = parent, parent = node->parent)
         if (node == parent->low && high_meets(parent, position, radius))
             return parent->high;
     return nullptr;
+}
+
+const kd_node* first_below(const kd_node* top, const kd_node* node, const double* position, double radius)
+{
+    while (node && !node->is_leaf)
+        if (low_meets(node, position, radius))
+            node = node->low;
+        else if (high_meets(node, position, radius))
+            node = node->high;
+        else
+            node = climb(top, node, position, radius);
+    return node;
 }
 
 } // namespace
@@ -145,8 +201,33 @@ const kd_node* climb(const kd_node* node, const double* position, double radius)
 kd_node* kd_node_new(kd_node* parent)
 {
     kd_node* node = static_cast<kd_node*>(acad_malloc(sizeof(kd_node)));
-    if (node)
-        *node = {1, 0, 0.0, nullptr, nullptr, nullptr, 0, 0, parent};
+    if (!node)
+        return nullptr;
+    constexpr double most = std::numeric_limits<double>::infinity();
+    *node = {1,
+             0,
+             0.0,
+             nullptr,
+             nullptr,
+             nullptr,
+             0,
+             0,
+             parent,
+             node,
+             0,
+             {-most, -most, -most},
+             {most, most, most},
+             node,
+             {node, node, node, node},
+             0};
+    if (!parent)
+        return node;
+    node->depth = parent->depth + 1;
+    // Two jumps of one length are followed by one over both.
+    const kd_node* over = parent->jump;
+    node->jump = parent->depth - over->depth == over->depth - over->jump->depth ? over->jump : parent;
+    std::copy_n(parent->above, KD_MOST_DIMENSIONS, node->above);
+    std::copy_n(parent->up_to, KD_MOST_DIMENSIONS, node->up_to);
     return node;
 }
 
@@ -170,8 +251,24 @@ void kd_node_free(kd_node* root)
 kd_node* kd_node_leaf(kd_node* root, const double* position)
 {
     kd_node* node = root;
+    std::int32_t slot = -1;
+    if (is_finite(position)) {
+        node = lowest_holding(root->deepest, position, 0.0);
+        for (std::int32_t i = 0; i < KD_RECENT_NODES && !node->is_leaf; ++i)
+            if (root->recent[i]->depth > node->depth && holds(root->recent[i], position, 0.0)) {
+                node = root->recent[i];
+                slot = i;
+            }
+    }
+    const std::int32_t start_depth = node->depth;
     while (!node->is_leaf)
         node = node->split_value < position[node->split_dimension] ? node->high : node->low;
+    if (slot < 0 && node->depth - start_depth > LONG_WAY) {
+        slot = root->oldest;
+        root->oldest = (slot + 1) % KD_RECENT_NODES;
+    }
+    if (slot >= 0)
+        root->recent[slot] = node;
     return node;
 }
 
@@ -192,18 +289,21 @@ bool kd_node_enter(kd_node* leaf, std::int32_t item, const kd_points& points)
 
 const kd_node* kd_node_first_near(const kd_node* root, const double* position, double radius)
 {
-    const kd_node* node = root;
-    while (node && !node->is_leaf)
-        if (low_meets(node, position, radius))
-            node = node->low;
-        else if (high_meets(node, position, radius))
-            node = node->high;
-        else
-            node = climb(node, position, radius);
-    return node;
+    return first_below(nullptr, root, position, radius);
 }
 
 const kd_node* kd_node_next_near(const kd_node* leaf, const double* position, double radius)
 {
-    return kd_node_first_near(climb(leaf, position, radius), position, radius);
+    return kd_node_next_below(nullptr, leaf, position, radius);
+}
+
+const kd_node* kd_node_around(kd_node* root, const double* position, double radius)
+{
+    return is_finite(position) ? lowest_holding(kd_node_leaf(root, position), position, radius) : root;
+}
+
+const kd_node* kd_node_next_below(const kd_node* top, const kd_node* leaf, const double* position,
+                                  double radius)
+{
+    return first_below(top, climb(top, leaf, position, radius), position, radius);
 }

@@ -7,6 +7,7 @@
 #include <cstdint>
 
 constexpr std::int32_t KD_MOST_DIMENSIONS = 3;
+constexpr std::int32_t KD_RECENT_NODES = 4;
 
 struct kd_node {
     std::uint8_t is_leaf;        // 1 a leaf, 0 an inner node
@@ -17,6 +18,17 @@ struct kd_node {
     std::int16_t item_count;     // used entries
     std::int16_t item_room;      // entries that there is room for
     kd_node* parent;             // null at the root
+
+    // Ways to a leaf that don't lead down from the root: a tree of points that come in order is as deep as they
+    // are many.
+    kd_node* jump;      // some node farther up, so that few jumps lead to any one above; the root's is itself
+    std::int32_t depth; // of the root 0
+    // What positions come here: above `above` and not above `up_to` in each dimension.
+    double above[KD_MOST_DIMENSIONS], up_to[KD_MOST_DIMENSIONS];
+    // Of the root: the deepest leaf, and nodes that long ways have led to last.
+    kd_node* deepest;
+    kd_node* recent[KD_RECENT_NODES];
+    std::int32_t oldest;
 };
 
 // Where the points of a tree lie.
@@ -44,3 +56,8 @@ bool kd_node_enter(kd_node* leaf, std::int32_t item, const kd_points& points);
 // The leaves that meet the cube around a position, `radius` to each side, low ones first; null behind the last.
 const kd_node* kd_node_first_near(const kd_node* root, const double* position, double radius);
 const kd_node* kd_node_next_near(const kd_node* leaf, const double* position, double radius);
+
+// The lowest node below which all leaves lie that a small cube meets, and the leaves from there.
+const kd_node* kd_node_around(kd_node* root, const double* position, double radius);
+const kd_node* kd_node_next_below(const kd_node* top, const kd_node* leaf, const double* position,
+                                  double radius);
