@@ -6,13 +6,14 @@
 #include <limits>
 
 #include "hostapi/ads.h"
+#include "spatial/kd_trail.h"
 
 namespace
 {
 
-constexpr int FIRST_ROOM = 4;
-constexpr std::int32_t LONG_WAY = 16; // worth remembering where it led
+constexpr int FIRST_ROOM = 16; // a leaf of no more items gets all its room at once
 constexpr int MOST_ITEMS = std::numeric_limits<std::int16_t>::max();
+constexpr int LONG_WALK = 32; // steps from which a trail is laid; trees of scattered points are less deep
 
 struct split_plane {
     std::int8_t dimension;
@@ -36,8 +37,8 @@ bool make_room(kd_node* leaf, int capacity)
         return true;
     if (leaf->item_room == MOST_ITEMS)
         return false;
-    int room = std::max(FIRST_ROOM, 2 * leaf->item_room);
-    room = std::min(room, leaf->item_count < capacity ? capacity : MOST_ITEMS);
+    const int most = leaf->item_count < capacity ? capacity : MOST_ITEMS;
+    const int room = std::min(std::max(FIRST_ROOM, 2 * leaf->item_room), most);
     std::int32_t* items = new_items(room);
     if (!items)
         return false;
@@ -80,23 +81,86 @@ bool is_above(const split_plane& plane, std::int32_t item, const kd_points& poin
     return points.coordinate(points.store, item, plane.dimension) > plane.value;
 }
 
-int count_above(const split_plane& plane, const kd_node* leaf, const kd_points& points)
+int count_above(const split_plane& plane, const kd_node* leaf, std::int32_t item, const kd_points& points)
 {
-    int count = 0;
+    int count = is_above(plane, item, points);
     for (int i = 0; i < leaf->item_count; ++i)
         count += is_above(plane, leaf->items[i], points);
     return count;
 }
 
-// The plane may lie beyond what comes here: of an item that was only looked for the place changes later on.
-void narrow(kd_node* low, kd_node* high, const split_plane& plane)
+// What is no number goes low everywhere, like what is infinitely low.
+double place(const kd_points& points, std::int32_t item, std::int8_t dimension)
 {
-    double& up_to = low->up_to[plane.dimension];
-    double& above = high->above[plane.dimension];
-    up_to = plane.value < up_to ? plane.value : up_to;
-    above = plane.value <= above ? above : plane.value;
-    if (plane.value != plane.value) // nothing is above no number
-        above = std::numeric_limits<double>::infinity();
+    const double at = points.coordinate(points.store, item, dimension);
+    return at != at ? -std::numeric_limits<double>::infinity() : at;
+}
+
+bool is_one_place(std::int32_t a, std::int32_t b, const kd_points& points)
+{
+    for (std::int8_t d = 0; d < std::min(points.dimensions, KD_MOST_DIMENSIONS); ++d)
+        if (place(points, a, d) != place(points, b, d))
+            return false;
+    return true;
+}
+
+// The ends of what is to be parted, and what of it is finite.
+struct spread {
+    double least = std::numeric_limits<double>::infinity(), most = -least;
+    double least_finite = least, most_finite = most;
+};
+
+spread spread_of(const kd_node* leaf, std::int32_t item, const kd_points& points, std::int8_t dimension)
+{
+    spread all;
+    for (int i = 0; i <= leaf->item_count; ++i) {
+        const double at = place(points, i < leaf->item_count ? leaf->items[i] : item, dimension);
+        all.least = std::min(all.least, at);
+        all.most = std::max(all.most, at);
+        if (std::isfinite(at)) {
+            all.least_finite = std::min(all.least_finite, at);
+            all.most_finite = std::max(all.most_finite, at);
+        }
+    }
+    return all;
+}
+
+// In the middle of what is finite, where that is below the greatest.
+double plane_value(const spread& all)
+{
+    const double middle = all.least_finite / 2 + all.most_finite / 2;
+    return middle >= all.least && middle < all.most ? middle : all.least;
+}
+
+// The plane of a leaf that its mean doesn't part; the new item counts too. Nothing is above it when all are at
+// one place.
+split_plane other_plane_of(const kd_node* leaf, std::int32_t item, const kd_points& points)
+{
+    split_plane plane{0, std::numeric_limits<double>::infinity()};
+    double best = 0.0;
+    for (std::int8_t d = 0; d < std::min(points.dimensions, KD_MOST_DIMENSIONS); ++d) {
+        const spread all = spread_of(leaf, item, points, d);
+        if (all.most - all.least > best) {
+            best = all.most - all.least;
+            plane = {d, plane_value(all)};
+        }
+    }
+    return plane;
+}
+
+// The items above `plane`, with the new one; 0 when no plane parts them.
+int find_plane(const kd_node* leaf, std::int32_t item, const kd_points& points, split_plane* plane)
+{
+    // A leaf that is too full already holds one place only.
+    if (leaf->item_count > leaf_capacity(points) && is_one_place(leaf->items[0], item, points))
+        return 0;
+    *plane = plane_of(leaf, points);
+    int count = count_above(*plane, leaf, item, points);
+    if (count > 0 && count <= leaf->item_count)
+        return count;
+    *plane = other_plane_of(leaf, item, points);
+    count = count_above(*plane, leaf, item, points);
+    return count <= leaf->item_count ? count : 0;
 }
 
 // Both children stand in their final state before the leaf changes. The low one takes over the leaf's array:
@@ -105,7 +169,7 @@ bool split(kd_node* leaf, std::int32_t item, const split_plane& plane, int high_
 {
     kd_node* low = kd_node_new(leaf);
     kd_node* high = kd_node_new(leaf);
-    const int high_room = std::max(FIRST_ROOM, high_count);
+    const int high_room = std::max(std::min(FIRST_ROOM, leaf_capacity(points)), high_count);
     std::int32_t* high_items = new_items(high_room);
     if (!low || !high || !high_items) {
         acad_free(low);
@@ -128,40 +192,9 @@ bool split(kd_node* leaf, std::int32_t item, const split_plane& plane, int high_
     leaf->split_value = plane.value;
     leaf->low = low;
     leaf->high = high;
-    leaf->items = nullptr;
+    leaf->trail = nullptr;
     leaf->item_count = leaf->item_room = 0;
-    narrow(low, high, plane);
-    kd_node* root = leaf;
-    while (root->parent)
-        root = root->jump;
-    if (low->depth > root->deepest->depth || root->deepest == leaf)
-        root->deepest = high; // where points go on that come in order
     return true;
-}
-
-// Of a finite position; its cube with a radius above 0.
-bool holds(const kd_node* node, const double* position, double radius)
-{
-    for (int d = 0; d < KD_MOST_DIMENSIONS; ++d) {
-        if (!(node->above[d] < position[d] - radius))
-            return false;
-        if (node->up_to[d] < position[d] + radius)
-            return false;
-    }
-    return true;
-}
-
-bool is_finite(const double* position)
-{
-    return std::isfinite(position[0]) && std::isfinite(position[1]) && std::isfinite(position[2]);
-}
-
-// The lowest node above `node`, or itself, that holds the position.
-kd_node* lowest_holding(kd_node* node, const double* position, double radius)
-{
-    while (node->parent && !holds(node, position, radius))
-        node = holds(node->jump, position, radius) ? node->parent : node->jump;
-    return node;
 }
 
 // The negations let what is no number go both ways.
@@ -175,15 +208,16 @@ bool high_meets(const kd_node* node, const double* position, double radius)
     return !(node->split_value > position[node->split_dimension] + radius);
 }
 
-// The next node to go on with below `top` (null: in the tree) once all below `node` has been seen.
+// The next node to go on with once all below `node`, which lies below `top`, has been seen.
 const kd_node* climb(const kd_node* top, const kd_node* node, const double* position, double radius)
 {
-    for (const kd_node* parent = node->parent; parent && node != top; node = parent, parent = node->parent)
-        if (node == parent->low && high_meets(parent, position, radius))
-            return parent->high;
+    for (; node != top; node = node->parent)
+        if (node == node->parent->low && high_meets(node->parent, position, radius))
+            return node->parent->high;
     return nullptr;
 }
 
+// The first leaf to look at, from `node` on.
 const kd_node* first_below(const kd_node* top, const kd_node* node, const double* position, double radius)
 {
     while (node && !node->is_leaf)
@@ -196,38 +230,29 @@ const kd_node* first_below(const kd_node* top, const kd_node* node, const double
     return node;
 }
 
+kd_node* step_down(const kd_node* node, const double* position)
+{
+    return node->split_value < position[node->split_dimension] ? node->high : node->low;
+}
+
+// The walk from `from` on has been long. `from` is the root, or where the walk left another trail.
+void lay_trail(kd_node* from, kd_trail* left, const double* position)
+{
+    if (!left)
+        kd_trail_lay(from, position);
+    else if (kd_trail_last(left) == from)
+        kd_trail_extend(left, position);
+    else
+        kd_trail_lay(step_down(from, position), position);
+}
+
 } // namespace
 
 kd_node* kd_node_new(kd_node* parent)
 {
     kd_node* node = static_cast<kd_node*>(acad_malloc(sizeof(kd_node)));
-    if (!node)
-        return nullptr;
-    constexpr double most = std::numeric_limits<double>::infinity();
-    *node = {1,
-             0,
-             0.0,
-             nullptr,
-             nullptr,
-             nullptr,
-             0,
-             0,
-             parent,
-             node,
-             0,
-             {-most, -most, -most},
-             {most, most, most},
-             node,
-             {node, node, node, node},
-             0};
-    if (!parent)
-        return node;
-    node->depth = parent->depth + 1;
-    // Two jumps of one length are followed by one over both.
-    const kd_node* over = parent->jump;
-    node->jump = parent->depth - over->depth == over->depth - over->jump->depth ? over->jump : parent;
-    std::copy_n(parent->above, KD_MOST_DIMENSIONS, node->above);
-    std::copy_n(parent->up_to, KD_MOST_DIMENSIONS, node->up_to);
+    if (node)
+        *node = {1, 0, 0.0, nullptr, nullptr, {nullptr}, 0, 0, parent};
     return node;
 }
 
@@ -242,7 +267,10 @@ void kd_node_free(kd_node* root)
             continue;
         }
         kd_node* parent = node->parent;
-        acad_free(node->items);
+        if (node->is_leaf)
+            acad_free(node->items);
+        else
+            kd_trail_free(node->trail);
         acad_free(node);
         node = parent;
     }
@@ -250,25 +278,21 @@ void kd_node_free(kd_node* root)
 
 kd_node* kd_node_leaf(kd_node* root, const double* position)
 {
-    kd_node* node = root;
-    std::int32_t slot = -1;
-    if (is_finite(position)) {
-        node = lowest_holding(root->deepest, position, 0.0);
-        for (std::int32_t i = 0; i < KD_RECENT_NODES && !node->is_leaf; ++i)
-            if (root->recent[i]->depth > node->depth && holds(root->recent[i], position, 0.0)) {
-                node = root->recent[i];
-                slot = i;
-            }
+    kd_node *node = root, *from = root;
+    kd_trail* left = nullptr;
+    int steps = 0;
+    while (!node->is_leaf) {
+        if (node->trail) {
+            left = node->trail;
+            from = node = kd_trail_follow(left, position);
+            steps = 0;
+            if (node->is_leaf)
+                return node;
+        }
+        node = step_down(node, position);
+        if (++steps == LONG_WALK)
+            lay_trail(from, left, position);
     }
-    const std::int32_t start_depth = node->depth;
-    while (!node->is_leaf)
-        node = node->split_value < position[node->split_dimension] ? node->high : node->low;
-    if (slot < 0 && node->depth - start_depth > LONG_WAY) {
-        slot = root->oldest;
-        root->oldest = (slot + 1) % KD_RECENT_NODES;
-    }
-    if (slot >= 0)
-        root->recent[slot] = node;
     return node;
 }
 
@@ -276,9 +300,8 @@ bool kd_node_enter(kd_node* leaf, std::int32_t item, const kd_points& points)
 {
     const int capacity = leaf_capacity(points);
     if (leaf->item_count >= capacity) {
-        const split_plane plane = plane_of(leaf, points);
-        const int high_count = count_above(plane, leaf, points) + is_above(plane, item, points);
-        if (high_count > 0 && high_count <= leaf->item_count)
+        split_plane plane{};
+        if (const int high_count = find_plane(leaf, item, points, &plane))
             return split(leaf, item, plane, high_count, points);
     }
     if (!make_room(leaf, capacity))
@@ -287,23 +310,29 @@ bool kd_node_enter(kd_node* leaf, std::int32_t item, const kd_points& points)
     return true;
 }
 
-const kd_node* kd_node_first_near(const kd_node* root, const double* position, double radius)
+const kd_node* kd_node_around(const kd_node* root, const double* position, double radius)
 {
-    return first_below(nullptr, root, position, radius);
+    const kd_node* node = root;
+    while (radius >= 0 && !node->is_leaf) {
+        if (node->trail) {
+            node = kd_trail_around(node->trail, position, radius);
+            if (node->is_leaf)
+                return node;
+        }
+        const bool low = low_meets(node, position, radius), high = high_meets(node, position, radius);
+        if (low == high)
+            return node;
+        node = low ? node->low : node->high;
+    }
+    return node;
 }
 
-const kd_node* kd_node_next_near(const kd_node* leaf, const double* position, double radius)
+const kd_node* kd_node_first_near(const kd_node* top, const double* position, double radius)
 {
-    return kd_node_next_below(nullptr, leaf, position, radius);
+    return first_below(top, top, position, radius);
 }
 
-const kd_node* kd_node_around(kd_node* root, const double* position, double radius)
-{
-    return is_finite(position) ? lowest_holding(kd_node_leaf(root, position), position, radius) : root;
-}
-
-const kd_node* kd_node_next_below(const kd_node* top, const kd_node* leaf, const double* position,
-                                  double radius)
+const kd_node* kd_node_next_near(const kd_node* top, const kd_node* leaf, const double* position, double radius)
 {
     return first_below(top, climb(top, leaf, position, radius), position, radius);
 }

@@ -63,6 +63,8 @@ void KdSet::take_nearer(const kd_node* leaf, const TopoObject* object, near_memb
 // The member of the leaf with the object's key, 0 when there is none. Only the nearest is looked at.
 std::int32_t KdSet::same_key_in(const kd_node* leaf, const TopoObject* object) const
 {
+    if (object->squared_distance(object, dimensions) != 0.0)
+        return 0; // a value is infinite or no number, and no distance to it is below the mark
     near_member nearest{0, NO_VALUE};
     take_nearer(leaf, object, &nearest);
     return nearest.id != 0 && is_same_key(object, get(nearest.id), dimensions) ? nearest.id : 0;
@@ -108,7 +110,7 @@ std::int32_t KdSet::look_around(const TopoObject* object) const
     near_member nearest{0, NO_VALUE};
     const kd_node* top = kd_node_around(root, position.at, 2 * LENGTH_TOL);
     for (const kd_node* leaf = kd_node_first_near(top, position.at, LENGTH_TOL); leaf;
-         leaf = kd_node_next_below(top, leaf, position.at, LENGTH_TOL))
+         leaf = kd_node_next_near(top, leaf, position.at, LENGTH_TOL))
         take_nearer(leaf, object, &nearest);
     return nearest.id != 0 && is_same_key(object, get(nearest.id), dimensions) ? nearest.id : 0;
 }
@@ -141,8 +143,9 @@ KdSet* KdSet::within(const TopoObject* object, double radius) const
     if (!near || !object || !root)
         return near;
     const key_position position = position_of(object);
-    for (const kd_node* leaf = kd_node_first_near(root, position.at, radius); leaf;
-         leaf = kd_node_next_near(leaf, position.at, radius))
+    const kd_node* top = kd_node_around(root, position.at, radius);
+    for (const kd_node* leaf = kd_node_first_near(top, position.at, radius); leaf;
+         leaf = kd_node_next_near(top, leaf, position.at, radius))
         if (!add_near(near, leaf, object, radius)) {
             delete near;
             return nullptr;

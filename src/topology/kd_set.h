@@ -27,7 +27,8 @@ public:
     // the next member: its `deleted` is cleared, and the array may grow for it. If it wasn't found the next id
     // stays in the leaf, and so the `add` that follows needs no place of its own in the index.
     std::int32_t find(TopoObject* object);
-    // What `find` answers, for those who won't add the object: nothing is left in a leaf.
+    // The same for those who won't add the object: nothing is left in a leaf, and an id that is left there from
+    // before doesn't count (for `find` it is the object itself, nearer than a member that isn't just there).
     std::int32_t look(const TopoObject* object) const;
     // The same for members in all leaves around: one near a split is found from its other side too.
     std::int32_t look_around(const TopoObject* object) const;
