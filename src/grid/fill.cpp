@@ -11,6 +11,7 @@
 #include "grid/fill_items.h"
 #include "grid/pages.h"
 #include "grid/texts.h"
+#include "grid/whole.h"
 #include "hostapi/ads.h"
 
 namespace
@@ -164,12 +165,15 @@ int grid_fill_nulls(grid* g, std::int32_t null_count, char mode)
         return RTNORM;
     if (!grid_fill_quiet)
         acutPrintf("\nPass> 1 Null Z values left> %ld", static_cast<long>(null_count));
-    if (grid_fill_plane == 1)
-        grid_mean_slope(g);
     const double diagonal = std::sqrt(g->step_x * g->step_x + g->step_y * g->step_y);
     filling f{g, rules_of(mode, g->step_x, g->step_y, diagonal), {}, {}};
+    const bool whole = !g->in_memory && whole_begin(g);
     f.in_pages = !g->in_memory && pages_begin(g);
+    if (grid_fill_plane == 1)
+        grid_mean_slope(g);
     const int result = run_passes(&f);
+    if (whole)
+        f.failed |= !whole_end(g, true);
     if (f.in_pages)
         f.failed |= !pages_end(g);
     if (!f.failed)
