@@ -26,7 +26,7 @@ int file_seek(host_file* file, long offset, int whence);
 long file_tell(host_file* file);
 
 // Temporary files: in the system's directory for them, private to the user, known by a name without a
-// directory. What comes of one that nobody removes is the system's affair.
+// directory. One that nobody removes goes when the program ends, unless that is killed.
 // A new name of up to 15 characters into `name`, of which `size` must leave room; the file itself comes with
 // the first "w+b". 0, or negative.
 int file_temp_name(char* name, std::size_t size);
