@@ -73,7 +73,7 @@ public:
     // network.
     double edge_position(ShapeEdge* edge, const double* point, std::int32_t dimensions);
     // Puts two edges that meet at the node in the place of one; in its shapes they stand at the end. The id of
-    // the first of them; 0, with nothing changed, where the node is an end of the edge or something is missing.
+    // the first of them; 0, with the edge as it was, where the node is an end of it or something is missing.
     std::int32_t split_edge(std::int32_t edge_id, std::int32_t node_id);
     // Cuts edges where they cross, overlap or touch.
     void cut_crossings();
@@ -90,4 +90,8 @@ public:
     pg_node* face_to_chain(const ShapeObj* face) const;
     // 0 outside, 1 inside, 2 on the boundary. Arcs count as chords.
     int point_in_face(const ShapeObj* face, const double* point) const;
+
+private:
+    bool cut_pair(std::int32_t first, std::int32_t second);
+    void cut_near_node(std::int32_t edge_id);
 };
