@@ -1,6 +1,7 @@
 // hostapi/files.h: files of programs. A file that is being written is a temporary one beside its target;
-// file_close puts it in the target's place. Files that nobody closed are closed, in the order in which they
-// were opened, when the host ends, as a C library would do it: what was written is not lost.
+// file_close puts it in the target's place; only temporary files change in place. Files that nobody closed are
+// closed, in the order in which they were opened, when the host ends, as a C library would do it: what was
+// written is not lost.
 #include "hostapi/files.h"
 
 #include <algorithm>
@@ -20,6 +21,7 @@
 
 #include "host/core/console.h"
 #include "host/core/session.h"
+#include "host/core/temporary_files.h"
 #include "host/files/paths.h"
 #include "host/files/replacement.h"
 
@@ -27,6 +29,7 @@ struct host_file {
     std::FILE* stream = nullptr;
     host::replacement target; // of files being written
     bool writing = false;
+    bool in_place = false; // a temporary file
     bool appending = false;
     bool binary = false;
     bool failed = false;      // a write that did not go through
@@ -182,6 +185,38 @@ host_file* file_open(const char* path, const char* mode)
     return file.release();
 }
 
+int file_temp_name(char* name, std::size_t size)
+{
+    const std::string made = host::new_temporary_name();
+    if (made.empty() || !name || made.size() >= size)
+        return -1;
+    std::memcpy(name, made.c_str(), made.size() + 1);
+    return 0;
+}
+
+host_file* file_open_temp(const char* name, const char* mode)
+{
+    const int descriptor = name && mode ? host::open_temporary(name, mode) : -1;
+    if (descriptor < 0)
+        return nullptr;
+    auto file = std::make_unique<host_file>();
+    file->target.target = host::temporary_path(name);
+    file->binary = file->in_place = true;
+    file->writing = std::strcmp(mode, "rb") != 0;
+    file->stream = fdopen(descriptor, file->writing ? "r+b" : "rb");
+    if (!file->stream) {
+        close(descriptor);
+        return nullptr;
+    }
+    all_open().push_back(file.get());
+    return file.release();
+}
+
+int file_remove_temp(const char* name)
+{
+    return name && host::remove_temporary(name) ? 0 : -1;
+}
+
 int file_close(host_file* file)
 {
     open_list& files = all_open();
@@ -190,8 +225,8 @@ int file_close(host_file* file)
         return EOF; // closed before, or never a file
     files.erase(at);
     const std::unique_ptr<host_file> closing(file);
-    if (!file->writing)
-        return std::fclose(file->stream) == 0 ? 0 : EOF;
+    if (!file->writing || file->in_place)
+        return std::fclose(file->stream) == 0 && !file->failed ? 0 : EOF;
     const bool written = std::fflush(file->stream) == 0 && !file->failed;
     const int descriptor = dup(fileno(file->stream));
     const bool closed = std::fclose(file->stream) == 0;

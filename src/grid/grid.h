@@ -12,9 +12,10 @@
 
 struct host_file;
 
-constexpr char CELL_VALUE = '1';     // states of a cell
-constexpr char CELL_NULL = '0';      //
-constexpr char CELL_ESTIMATED = '5'; // while null cells are filled: has a value, by an estimate of this pass
+// States of a cell. An estimated one has a value too, by an estimate of the pass at hand.
+constexpr char CELL_VALUE = '1';
+constexpr char CELL_NULL = '0';
+constexpr char CELL_ESTIMATED = '5';
 
 // A cell as it stands in memory and in the temporary file; as it is made here, a null cell.
 struct grid_cell {
@@ -41,7 +42,7 @@ struct grid {
     double step_x, step_y;
     std::int32_t columns, rows; // intervals: a row has columns + 1 cells, and there are rows + 1 rows
     std::int32_t in_memory;     // 1: rows in memory, 0: temporary file
-    char temp_path[16];         // the temporary file's name, as host_file calls take it; empty in memory
+    char temp_path[16];         // the temporary file's name, as file_open_temp takes it; empty in memory
     grid_cell* write_buffer;    // room for 5000 cells
     grid_cell* read_buffer;     // room for 10000 cells
     grid_cell** row_table;      // rows + 1
@@ -50,6 +51,8 @@ struct grid {
     std::int32_t write_count, read_count; // cells in each buffer; -1: empty
     host_file* file;                      // open during a transfer only
 
+    std::int32_t file_cells;        // how far the temporary file was written
+    std::int32_t faults;            // transfers that did not bring all cells over
     grid_cell_points** point_table; // by handle less one
     std::int32_t point_count, point_room;
 };

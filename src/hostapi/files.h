@@ -1,7 +1,8 @@
 // files.h: the module's only way to the file system.
 //
 // Paths come as the product's programs write them: '\' or '/', drive letters, any case. A file
-// opened for writing replaces its predecessor when it is closed, whole or not at all.
+// opened for writing replaces its predecessor when it is closed, whole or not at all; only temporary files
+// change in place.
 #pragma once
 
 #include <cstddef>
@@ -23,6 +24,15 @@ std::size_t file_read(void* buffer, std::size_t size, host_file* file);
 std::size_t file_write(const void* buffer, std::size_t size, host_file* file);
 int file_seek(host_file* file, long offset, int whence);
 long file_tell(host_file* file);
+
+// Temporary files: in the system's directory for them, private to the user, known by a name without a
+// directory. What comes of one that nobody removes is the system's affair.
+// A new name of up to 15 characters into `name`, of which `size` must leave room; the file itself comes with
+// the first "w+b". 0, or negative.
+int file_temp_name(char* name, std::size_t size);
+// Modes "rb", "r+b", "w+b"; the last makes a new file only.
+host_file* file_open_temp(const char* name, const char* mode);
+int file_remove_temp(const char* name); // 0 when removed
 
 int file_exists(const char* path);       // 1 for a file or a directory
 int file_is_directory(const char* path); // 1 for a directory

@@ -1,0 +1,28 @@
+// store.h: the two places where cells are kept. grid.h's calls choose by `in_memory`.
+#pragma once
+
+#include "grid/grid.h"
+
+constexpr std::int32_t WRITE_WINDOW = 5000; // cells
+constexpr std::int32_t READ_WINDOW = 10000;
+
+// ---- rows in memory
+// Takes the rows; on failure nothing is held.
+bool memory_make(grid* g);
+void memory_release(grid* g);
+// Null when there is no such cell. A row too high is told by the one that reads.
+inline grid_cell* memory_cell(const grid* g, std::int32_t index)
+{
+    const std::int32_t row = index / (g->columns + 1);
+    return index >= 0 && row <= g->rows ? &g->row_table[row][index % (g->columns + 1)] : nullptr;
+}
+
+// ---- a temporary file, and windows of it
+// Takes a name and the windows; on failure what was had is still the grid's.
+bool temp_make(grid* g);
+void temp_release(grid* g);
+grid_cell temp_read(grid* g, std::int32_t index);
+int temp_write(grid* g, std::int32_t index, const grid_cell& cell);
+int temp_flush(grid* g);
+// Whether the file still has all cells that were brought into it.
+bool temp_is_whole(grid* g);
