@@ -1,12 +1,16 @@
 // kd_node.h: a tree of buckets over numbered points, for the owner of the points: point trees here, indexed
 // sets of objects above. The tree holds the numbers; each bucket (leaf) answers for a box of space.
 //
-// Nothing here calls itself, so the depth of a tree costs no stack: nodes know their parents.
+// Nothing here calls itself, so the depth of a tree costs no stack: nodes know their parents. Nor does it cost
+// much time: points that come sorted make a tree that goes on on one side only, and such a run is searched by
+// halves.
 #pragma once
 
 #include <cstdint>
 
 constexpr std::int32_t KD_MOST_DIMENSIONS = 3;
+
+struct kd_run;
 
 struct kd_node {
     std::uint8_t is_leaf;        // 1 a leaf, 0 an inner node
@@ -17,6 +21,13 @@ struct kd_node {
     std::int16_t item_count;     // used entries
     std::int16_t item_room;      // entries that there is room for
     kd_node* parent;             // null at the root
+
+    // Its part of space: above `above`, up to `up_to` in each dimension.
+    double above[KD_MOST_DIMENSIONS], up_to[KD_MOST_DIMENSIONS];
+    // Inner nodes form runs downwards: the first child that splits goes on with its parent's run.
+    std::uint8_t is_continued; // 1: it has such a child
+    std::int32_t run_length;   // nodes of its run down to this one; 0 of a leaf
+    kd_run* run;               // null while the run is short
 };
 
 // Where the points of a tree lie.

@@ -50,10 +50,10 @@ FaceTracer::FaceTracer(ShapeNet* net, bool all_faces) : net_(net)
 FaceTracer::~FaceTracer()
 {
     acad_free(steps_);
-    acad_free(arrivals_);
-    for (std::int32_t i = 1; i <= net_->edges.count; ++i)
+    for (std::int32_t i = 1; arrivals_ && i <= net_->edges.count; ++i)
         if (ShapeEdge* edge = net_->edge(i))
-            edge->mark = 0;
+            clear_bits(&edge->mark, DEAD_FORWARD | DEAD_BACKWARD);
+    acad_free(arrivals_);
 }
 
 bool FaceTracer::is_dead(const ShapeEdge& edge, bool forward) const

@@ -61,8 +61,9 @@ public:
     // A LINE, 3DFACE or polyline of the drawing; its colour is that of its layer for by layer. Faces are open
     // chains: their closing edge is never made. For programs in a CAD host: a library of its own.
     void add_entity(const ads_name entity);
-    // Each square of the grid with three or four cells that have a value, as the triangles' long side and two
-    // more edges. Colours are the heights of `grid_attr`; `mark` is whether the shapes are visible.
+    // A node for each cell with a value, and a shape for each square between four cells: the open chain through
+    // its corners, without edges where fewer than three have a value. Colours are the heights of `grid_attr`,
+    // `mark` is whether the shapes are visible. A break is told, and ends it with what there is.
     void add_grid(grid* grid_z, grid* grid_attr, std::uint8_t mark);
 
     // ---- cutting

@@ -26,6 +26,11 @@ void test_heap::fail_at(int n)
     until_failure = n;
 }
 
+bool test_heap::failure_waits()
+{
+    return until_failure > 0;
+}
+
 void test_heap::break_at(int n)
 {
     until_break = n;
