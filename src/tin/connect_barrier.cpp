@@ -146,7 +146,8 @@ void swap_beside(const corridor& c, tin_triangle* u, tin_triangle* n, tin_triang
 }
 
 // The quadrilateral at q's end has a re-entrant corner: the triangle across is changed with one of its
-// neighbours.
+// neighbours. The edge between these two may be that of another barrier; it is swapped away all the same, and
+// nothing counts it.
 outcome repair_across(const corridor& c, tin_triangle* u, const seen_from_apex& seen)
 {
     tin_triangle* n = u->side[1];

@@ -112,12 +112,14 @@ int tin_insert_point(tin_network* network, tin_point* point)
     c1->tri = b;
     c2->tri = t;
     tin_link* waiting = std::exchange(t->bucket, nullptr);
-    replace_side(t->side[0], t, a);
-    replace_side(t->side[1], t, b);
-    set_sides(a, t, t->side[0], b);
-    set_sides(b, a, t->side[1], t);
+    // Taken before they are told: barriers on one line can leave a triangle that is its own neighbour.
+    tin_triangle *s0 = t->side[0], *s1 = t->side[1], *s2 = t->side[2];
+    replace_side(s0, t, a);
+    replace_side(s1, t, b);
+    set_sides(a, t, s0, b);
+    set_sides(b, a, s1, t);
     set_corners(t, point, c2, c0);
-    set_sides(t, b, t->side[2], a);
+    set_sides(t, b, s2, a);
     a->next = b;
     b->next = network->triangles;
     network->triangles = a;

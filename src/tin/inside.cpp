@@ -35,7 +35,7 @@ int inside_prepared(tin_network* network, const tri_edges& edges, double x, doub
         const tin_place &top = *edge.top_end, &bottom = *edge.bottom_end;
         if (y < bottom.y)
             continue;
-        if (y >= top.y) {
+        if (!(y < top.y)) { // also where y is no number
             if (top.y != bottom.y || y != top.y)
                 continue;
             network->inside = x >= edge.low_x_end->x && x <= edge.high_x_end->x;
@@ -43,7 +43,7 @@ int inside_prepared(tin_network* network, const tri_edges& edges, double x, doub
         }
         if (x < edge.low_x_end->x)
             continue;
-        if (x > edge.high_x_end->x || (y - bottom.y) / edge.slope + bottom.x <= x)
+        if (x > edge.high_x_end->x || !((y - bottom.y) / edge.slope + bottom.x > x))
             network->inside = !network->inside;
     }
     return network->inside;

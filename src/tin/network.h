@@ -72,7 +72,9 @@ struct tin_network {
     tin_triangle* triangles = nullptr;
     std::int32_t skip_zero = 0;       // 1: points of elevation zero are dropped
     std::int32_t zero_count = 0;      // points so dropped
-    std::int32_t failed_barriers = 0; // segments that could not be forced
+    // Segments that could not be forced. An edge of a barrier that made room for another one's end, and one
+    // whose forcing ended with a message, are not among them.
+    std::int32_t failed_barriers = 0;
     double contour_interval = 1.0;    // elevations on a multiple of it are nudged; 0: none is
     tri_edges edges_a{}, edges_b{};
     tin_point* frame[4] = {}; // upper left, upper right, lower right, lower left

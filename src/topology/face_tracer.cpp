@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "hostapi/ads.h"
-#include "topology/slots.h"
 #include "topology/turn_angle.h"
 
 namespace
@@ -39,21 +37,15 @@ std::int32_t* side_of(ShapeEdge* edge, std::int32_t from)
 
 FaceTracer::FaceTracer(ShapeNet* net, bool all_faces) : net_(net)
 {
-    if (!all_faces)
-        return;
-    const std::size_t places = static_cast<std::size_t>(net->nodes.count) + 1;
-    arrivals_ = static_cast<std::int64_t*>(acad_malloc(places * sizeof(std::int64_t)));
-    if (arrivals_)
-        std::fill_n(arrivals_, places, 0);
+    if (all_faces && !arrivals_.fill_up(net->nodes.count + 1, 0))
+        arrivals_.count = 0;
 }
 
 FaceTracer::~FaceTracer()
 {
-    acad_free(steps_);
-    for (std::int32_t i = 1; arrivals_ && i <= net_->edges.count; ++i)
+    for (std::int32_t i = 1; arrivals_.count > 0 && i <= net_->edges.count; ++i)
         if (ShapeEdge* edge = net_->edge(i))
             clear_bits(&edge->mark, DEAD_FORWARD | DEAD_BACKWARD);
-    acad_free(arrivals_);
 }
 
 bool FaceTracer::is_dead(const ShapeEdge& edge, bool forward) const
@@ -64,15 +56,14 @@ bool FaceTracer::is_dead(const ShapeEdge& edge, bool forward) const
 void FaceTracer::arrive(std::int32_t node)
 {
     ++clock_;
-    if (arrivals_)
-        arrivals_[node] = clock_;
+    if (arrivals_.count > 0)
+        arrivals_.items[node] = clock_;
 }
 
 bool FaceTracer::push(const step& s)
 {
-    if (!make_slots(&steps_, count_, &capacity_, &room_))
+    if (!steps_.add(s))
         return false;
-    steps_[count_++] = s;
     set_bit(&net_->edge(s.edge)->mark, IN_WALK);
     return true;
 }
@@ -106,8 +97,8 @@ FaceTracer::step FaceTracer::outermost(const step& last) const
 // back, and what hangs on it is no part of this face. False where it would be walked the same way once more.
 bool FaceTracer::undo_to(std::int32_t edge_id, const step& again)
 {
-    while (count_ > 0) {
-        const step& last = steps_[--count_];
+    while (steps_.count > 0) {
+        const step& last = steps_.items[--steps_.count];
         ShapeEdge* edge = net_->edge(last.edge);
         *side_of(edge, last.from) = 0;
         clear_bits(&edge->mark, IN_WALK);
@@ -120,9 +111,9 @@ bool FaceTracer::undo_to(std::int32_t edge_id, const step& again)
 // Goes on from the one step that stands until the walk is back at its start.
 FaceTracer::ending FaceTracer::walk(std::int32_t face_id)
 {
-    const std::int32_t start = steps_[0].from;
+    const std::int32_t start = steps_.items[0].from;
     const std::int64_t most = clock_ + 4 * static_cast<std::int64_t>(net_->edges.count);
-    for (step last = steps_[0]; clock_ <= most;) {
+    for (step last = steps_.items[0]; clock_ <= most;) {
         arrive(last.to);
         const step next = outermost(last);
         if (next.edge == 0)
@@ -130,10 +121,10 @@ FaceTracer::ending FaceTracer::walk(std::int32_t face_id)
         ShapeEdge* edge = net_->edge(next.edge);
         std::int32_t* side = side_of(edge, next.from);
         const bool is_back = next.to == start;
-        if (is_back && count_ == 1 && next.edge == steps_[0].edge)
+        if (is_back && steps_.count == 1 && next.edge == steps_.items[0].edge)
             return ending::LOST; // there and back: nothing is inside
         if (!is_back && (edge->mark & IN_WALK)) {
-            if (!undo_to(next.edge, next) || count_ == 0)
+            if (!undo_to(next.edge, next) || steps_.count == 0)
                 return ending::LOST;
         } else {
             if (*side != 0)
@@ -153,9 +144,9 @@ FaceTracer::ending FaceTracer::walk(std::int32_t face_id)
 // again.
 void FaceTracer::note_dead()
 {
-    for (std::int32_t i = 0; arrivals_ && i < count_; ++i) {
-        const step& s = steps_[i];
-        if (arrivals_[s.from] == s.arrival)
+    for (std::int32_t i = 0; arrivals_.count > 0 && i < steps_.count; ++i) {
+        const step& s = steps_.items[i];
+        if (arrivals_.items[s.from] == s.arrival)
             set_bit(&net_->edge(s.edge)->mark, dead_bit(s.from < s.to));
     }
 }
@@ -166,8 +157,8 @@ ShapeObj* FaceTracer::shape_of_walk() const
     if (!shape)
         return nullptr;
     shape->closed = 1;
-    for (std::int32_t i = 0; i < count_; ++i) {
-        shape->link(steps_[i].edge);
+    for (std::int32_t i = 0; i < steps_.count; ++i) {
+        shape->link(steps_.items[i].edge);
         if (shape->edges.count != i + 1) {
             delete shape;
             return nullptr;
@@ -182,20 +173,20 @@ ShapeObj* FaceTracer::trace(std::int32_t edge_id, std::int32_t face_id, bool for
     if (!edge || edge->node1 == edge->node2 || !net_->node(edge->node1) || !net_->node(edge->node2))
         return nullptr;
     const std::int32_t low = std::min(edge->node1, edge->node2), high = std::max(edge->node1, edge->node2);
-    count_ = 0;
+    steps_.count = 0;
     arrive(forward ? low : high);
     if (!push({edge_id, forward ? low : high, forward ? high : low, clock_}))
         return nullptr;
-    *side_of(edge, steps_[0].from) = face_id;
+    *side_of(edge, steps_.items[0].from) = face_id;
     const ending end = walk(face_id);
     ShapeObj* shape = end == ending::CLOSED ? shape_of_walk() : nullptr;
     if (end == ending::NO_WAY)
         note_dead();
-    for (std::int32_t i = 0; i < count_; ++i) {
-        ShapeEdge* walked = net_->edge(steps_[i].edge);
+    for (std::int32_t i = 0; i < steps_.count; ++i) {
+        ShapeEdge* walked = net_->edge(steps_.items[i].edge);
         clear_bits(&walked->mark, IN_WALK);
         if (!shape)
-            *side_of(walked, steps_[i].from) = 0;
+            *side_of(walked, steps_.items[i].from) = 0;
     }
     return shape;
 }

@@ -4,6 +4,7 @@
 // has a side for each direction in which it is walked: the face's id stands on the sides of its walk.
 #pragma once
 
+#include "topology/heap_array.h"
 #include "topology/shape_net.h"
 
 class FaceTracer
@@ -38,8 +39,7 @@ private:
     ShapeObj* shape_of_walk() const;
 
     ShapeNet* net_;
-    step* steps_ = nullptr;
-    std::int32_t count_ = 0, capacity_ = 0, room_ = 0;
-    std::int64_t* arrivals_ = nullptr; // by node id: when the walks came there last; null: not remembered
+    HeapArray<step> steps_;
+    HeapArray<std::int64_t> arrivals_; // by node id: when the walks came there last; empty: not remembered
     std::int64_t clock_ = 0;
 };

@@ -51,19 +51,19 @@ double KdSet::squared_distance(std::int32_t id1, std::int32_t id2) const
     return object ? object->squared_distance(get(id2), dimensions) : NO_VALUE;
 }
 
-// The member of the leaf with the candidate's key, 0 when there is none. Only the nearest is looked at.
-std::int32_t KdSet::same_key_in(const kd_node* leaf, std::int32_t candidate) const
+// The member of the leaf with the object's key, 0 when there is none. Only the nearest is looked at.
+std::int32_t KdSet::same_key_in(const kd_node* leaf, const TopoObject* object) const
 {
     std::int32_t nearest = 0;
     double best = NO_VALUE;
     for (int i = 0; i < leaf->item_count; ++i) {
-        const double distance = squared_distance(candidate, leaf->items[i]);
+        const double distance = object->squared_distance(get(leaf->items[i]), dimensions);
         if (distance < best) {
             best = distance;
             nearest = leaf->items[i];
         }
     }
-    const bool is_same = nearest != 0 && is_same_key(get(candidate), get(nearest), dimensions);
+    const bool is_same = nearest != 0 && is_same_key(object, get(nearest), dimensions);
     return is_same ? nearest : 0;
 }
 
@@ -78,7 +78,7 @@ std::int32_t KdSet::reach(TopoObject* object)
     if (candidate == 0)
         return 0;
     kd_node* leaf = kd_node_leaf(root, position_of(object).at);
-    std::int32_t reached = same_key_in(leaf, candidate);
+    std::int32_t reached = same_key_in(leaf, object);
     const kd_points points{dimensions, leaf_capacity, this, key_value};
     if (reached == 0 && kd_node_enter(leaf, candidate, points))
         reached = candidate;
@@ -92,6 +92,11 @@ std::int32_t KdSet::find(TopoObject* object)
         return 0;
     const std::int32_t reached = reach(object);
     return reached <= count ? reached : 0;
+}
+
+std::int32_t KdSet::look(const TopoObject* object) const
+{
+    return object && root ? same_key_in(kd_node_leaf(root, position_of(object).at), object) : 0;
 }
 
 // The id that a look has left in a leaf is no member's, and `get` passes over it. False without memory.

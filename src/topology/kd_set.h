@@ -27,6 +27,8 @@ public:
     // the next member: its `deleted` is cleared, and the array may grow for it. If it wasn't found the next id
     // stays in the leaf, and so the `add` that follows needs no place of its own in the index.
     std::int32_t find(TopoObject* object);
+    // What `find` answers, for those who won't add the object: nothing is left in a leaf.
+    std::int32_t look(const TopoObject* object) const;
     // A new set with clones of the members nearer to the object than `radius`, less those that are one with
     // another; each clone's `id` is that of its member here. Same dimensions and leaf capacity. The caller's;
     // null when the heap is exhausted.
@@ -36,6 +38,6 @@ public:
 
 private:
     std::int32_t reach(TopoObject* object);
-    std::int32_t same_key_in(const kd_node* leaf, std::int32_t candidate) const;
+    std::int32_t same_key_in(const kd_node* leaf, const TopoObject* object) const;
     bool add_near(KdSet* to, const kd_node* leaf, const TopoObject* object, double radius) const;
 };

@@ -55,6 +55,7 @@ class EdgeObj : public EdgeKey
 {
 public:
     std::int32_t left = 0, right = 0; // the triangle on each side, 0 none
+    std::int64_t walk = 0;            // the last walk round a face that came along
 
     using EdgeKey::EdgeKey;
     void link(std::int32_t triangle) override; // below 1 on the left, otherwise on the right

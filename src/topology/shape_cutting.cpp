@@ -153,9 +153,9 @@ void ShapeNet::cut_crossings()
         const std::int32_t last = edges.count;
         boxes.take_up_to(last);
         bool is_cut = false;
-        if (const id_buffer* near = boxes.near(i)) {
-            for (std::int32_t k = 0; k < near->count && !is_cut; ++k)
-                is_cut = edge(near->items[k]) && cut_pair(i, near->items[k]);
+        if (boxes.look(i)) {
+            for (std::int32_t k = 0; k < boxes.found_count() && !is_cut; ++k)
+                is_cut = edge(boxes.found(k)) && cut_pair(i, boxes.found(k));
             continue;
         }
         for (std::int32_t j = edges.next(i); j != 0 && j <= last && !is_cut; j = edges.next(j))

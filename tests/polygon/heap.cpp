@@ -12,6 +12,7 @@ namespace
 {
 int live = 0;
 int until_failure = 0;
+int until_end = 0; // of the heap
 int until_break = 0;
 std::string printed;
 } // namespace
@@ -29,6 +30,11 @@ void test_heap::fail_at(int n)
 bool test_heap::failure_waits()
 {
     return until_failure > 0;
+}
+
+void test_heap::fail_from(int n)
+{
+    until_end = n;
 }
 
 void test_heap::break_at(int n)
@@ -50,6 +56,10 @@ void* acad_malloc(std::size_t size)
 {
     if (until_failure > 0 && --until_failure == 0)
         return nullptr;
+    if (until_end == 1)
+        return nullptr;
+    if (until_end > 1)
+        --until_end;
     ++live;
     return std::malloc(size);
 }

@@ -10,6 +10,8 @@ int live_blocks();
 void fail_at(int n);
 // Whether that allocation hasn't come yet.
 bool failure_waits();
+// The N-th allocation from now and all behind it fail; 0: none does.
+void fail_from(int n);
 // The N-th poll of the break key from now answers yes, once; 0: none does.
 void break_at(int n);
 } // namespace test_heap

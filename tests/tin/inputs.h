@@ -157,6 +157,36 @@ inline std::vector<ends> short_barriers(const std::vector<spot>& points, double 
     return out;
 }
 
+// A few points with many barriers, of four kinds: on a coarse lattice, at random, in columns that are upright
+// but for rounding, in a narrow strip. Barriers cross, overlap, share ends and run through points.
+inline input breaklines(unsigned seed)
+{
+    std::mt19937 random(seed);
+    input in{"breaklines " + std::to_string(seed), {}};
+    const int count = 4 + static_cast<int>(random() % 25);
+    for (int i = 0; i < count; ++i) {
+        double x, y;
+        switch (seed % 4) {
+        case 0:
+            x = static_cast<double>(random() % 8), y = static_cast<double>(random() % 8);
+            break;
+        case 1:
+            x = uniform(random, 0, 50), y = uniform(random, 0, 50);
+            break;
+        case 2:
+            x = static_cast<double>(random() % 4) * 10 + uniform(random, -1e-9, 1e-9);
+            y = static_cast<double>(random() % 6);
+            break;
+        default:
+            x = uniform(random, 0, 200), y = uniform(random, 0, 2);
+        }
+        in.points.push_back({x, y, static_cast<double>(i) + 0.5});
+    }
+    in.barriers = random_barriers(seed, in.points.size(), static_cast<int>(seed % 13));
+    in.split = seed % 3 == 0;
+    return in;
+}
+
 inline void add_plain_points(std::vector<input>& out)
 {
     for (unsigned seed = 1; seed <= 12; ++seed)

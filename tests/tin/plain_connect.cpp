@@ -59,10 +59,10 @@ found turn_around(network& n, point* from, point* to, point* hub, triangle* star
             t = next;
             next = t->side[k];
         }
+        if (has(t, aim))
+            return found::joined;
     }
     *out = t;
-    if (has(t, aim))
-        return found::joined;
     if (!stopped && !cross(from, to, u, w)) {
         n.said += "\nintersection error " + std::to_string(end_number);
         return found::no;
@@ -144,6 +144,7 @@ void flip(triangle* t, point* hub, const beyond& b, bool first_form)
 void repair(network& n, triangle* u, const beyond& b, triangle* s, int x_index, triangle* third)
 {
     triangle* const n2 = b.t;
+    n.swapped_away += plain::is_barrier(b.r, s == b.sa ? b.e1 : b.e2);
     point* const x = s->corner[x_index];
     point* const y = s->corner[(x_index + 1) % 3];
     triangle* const sx = s->side[x_index];

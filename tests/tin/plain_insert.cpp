@@ -62,6 +62,8 @@ int plain::inside(network& n, const tri_edges& edges, const point& p)
             }
             continue;
         }
+        if (e.bottom_end.y > p.y || !(p.y < e.top_end.y))
+            continue;
         if (p.x < e.low_x_end.x)
             continue;
         if (p.x > e.high_x_end.x) {
@@ -69,7 +71,7 @@ int plain::inside(network& n, const tri_edges& edges, const point& p)
             continue;
         }
         const double crossing = (p.y - e.bottom_end.y) / e.slope + e.bottom_end.x;
-        if (crossing <= p.x)
+        if (!(crossing > p.x))
             n.inside = !n.inside;
     }
     return n.inside;

@@ -82,6 +82,7 @@ struct network {
     // What the steps keep beyond the fields.
     point* barrier_points = nullptr;
     int connected = 0;
+    int swapped_away = 0; // edges of other barriers that made room for a barrier's end
 
     // The world around it.
     std::string said;       // all messages

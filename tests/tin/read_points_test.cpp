@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 #include <random>
+#include <string>
+#include <vector>
 
 #include "host/core/heap.h"
 #include "hostapi/ads.h"
@@ -18,14 +20,22 @@ TEST(TinReading, NetworkStartsWithItsDefaults)
     const tin_network n;
     EXPECT_EQ(n.triangles, nullptr);
     EXPECT_EQ(n.skip_zero, 0);
+    EXPECT_EQ(n.zero_count, 0);
+    EXPECT_EQ(n.failed_barriers, 0);
     EXPECT_EQ(n.contour_interval, 1.0);
-    EXPECT_EQ(n.quiet, 1);
-    EXPECT_EQ(n.split_on_barriers, 0);
-    EXPECT_EQ(n.z_max, -98765432.1);
-    EXPECT_EQ(n.x_min, 98765432.1);
+    for (const tin_point* corner : n.frame)
+        EXPECT_EQ(corner, nullptr);
     EXPECT_EQ(n.points, nullptr);
+    EXPECT_EQ(n.tick, 0);
+    EXPECT_EQ(n.hundreds, 0);
+    EXPECT_EQ(n.point_count, 0);
+    for (const double upper : {n.x_max, n.y_max, n.z_max})
+        EXPECT_EQ(upper, -98765432.1);
+    for (const double lower : {n.x_min, n.y_min, n.z_min})
+        EXPECT_EQ(lower, 98765432.1);
     EXPECT_EQ(n.barriers, nullptr);
-    EXPECT_EQ(n.frame[3], nullptr);
+    EXPECT_EQ(n.split_on_barriers, 0);
+    EXPECT_EQ(n.quiet, 1);
 }
 
 TEST(TinReading, SecondPointNearbyIsTheFirstOneAndLosesItsElevation)
@@ -182,6 +192,113 @@ TEST(TinReading, PlacesThatAreNoNumbersAreHungByTheSameRule)
     EXPECT_EQ(root->greater, right);
     EXPECT_EQ(odd->less, left);
     EXPECT_EQ(s.offer(3, 5), right);
+}
+
+// The tree by the rule alone: nothing in it but the walk.
+class walked_tree
+{
+public:
+    struct node {
+        double x, y;
+        int greater = -1, less = -1;
+    };
+    std::vector<node> nodes;
+
+    // The number of the point that is met on the way down; -1: the new one has been hung.
+    int offer(double x, double y)
+    {
+        int* link = &root;
+        while (*link >= 0) {
+            node& n = nodes[std::size_t(*link)];
+            if (n.x > x - 1e-6 && n.x < x + 1e-6 && n.y > y - 1e-6 && n.y < y + 1e-6)
+                return *link;
+            link = x > n.x ? &n.greater : &n.less;
+        }
+        *link = int(nodes.size());
+        nodes.push_back({x, y});
+        return -1;
+    }
+
+private:
+    int root = -1;
+};
+
+void expect_same_tree(const std::vector<place>& places, const std::string& what)
+{
+    survey s;
+    walked_tree tree;
+    std::vector<const tin_point*> taken;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const int before = s.network.point_count;
+        const int expected = tree.offer(places[i].x, places[i].y);
+        const tin_point* answer = s.offer(places[i].x, places[i].y);
+        ASSERT_EQ(s.network.point_count, before + (expected < 0)) << what << ", point " << i;
+        if (expected < 0)
+            taken.push_back(answer);
+        else
+            ASSERT_EQ(answer, taken[std::size_t(expected)]) << what << ", point " << i;
+    }
+    const auto at = [&](int i) { return i < 0 ? nullptr : taken[std::size_t(i)]; };
+    for (std::size_t i = 0; i < taken.size(); ++i) {
+        ASSERT_EQ(taken[i]->greater, at(tree.nodes[i].greater)) << what << ", point " << i;
+        ASSERT_EQ(taken[i]->less, at(tree.nodes[i].less)) << what << ", point " << i;
+    }
+}
+
+// One coordinate of the kind: where doubles are few, where the box is as wide as they are apart or has no
+// width, and what is no place at all.
+double odd_number(std::mt19937& chance, int kind)
+{
+    const double steps[] = {0, 1e-6, -1e-6, 4e-7, -4e-7, 2e-6, 4e-6, 1.5e-6};
+    const double bases[] = {0, -0.0, 1, 4e-6 * double(chance() % 5), 500000.25, 1e9};
+    const double far[] = {4294967296.0, 8589934592.0, 17179869184.0, 1e10, 1e13, 1e17, 1e300};
+    const double none[] = {std::nan(""), HUGE_VAL, -HUGE_VAL, 5e-324, -5e-324, 1.7e308, 0};
+    const double base = bases[chance() % 6];
+    switch (kind) {
+    case 0: // on the very border of the box, and just beside it
+        return base + steps[chance() % 8];
+    case 1:
+        return std::nextafter(base + steps[chance() % 8], chance() % 2 ? 1e20 : -1e20);
+    case 2: {
+        double x = far[chance() % 7];
+        for (int i = int(chance() % 3); i > 0; --i)
+            x = std::nextafter(x, chance() % 2 ? HUGE_VAL : 0);
+        return chance() % 2 ? x : -x;
+    }
+    default:
+        return chance() % 8 ? base + steps[chance() % 8] : none[chance() % 7];
+    }
+}
+
+TEST(TinReading, TreeIsTheOneThatTheWalkBuilds)
+{
+    std::mt19937 chance(11);
+    for (int round = 0; round < 400; ++round) {
+        std::vector<place> places;
+        for (int i = 0; i < 300; ++i) {
+            const double x = odd_number(chance, round % 4);
+            places.push_back({x, odd_number(chance, int(chance() % 4) ? round % 4 : 0)});
+        }
+        const std::string what = "round " + std::to_string(round);
+        expect_same_tree(places, what);
+        const auto by_x = [](const place& a, const place& b) { return a.x < b.x; };
+        if (round % 4 == 3) // what is no number has no order
+            continue;
+        std::sort(places.begin(), places.end(), by_x);
+        expect_same_tree(places, what + " sorted");
+        std::reverse(places.begin(), places.end());
+        expect_same_tree(places, what + " sorted down");
+        for (place& p : places)
+            p.x = places[0].x;
+        expect_same_tree(places, what + " one x");
+    }
+    for (unsigned seed = 0; seed < 100; ++seed) {
+        std::vector<place> places = random_places(seed, 400, 4e-5, seed % 2 ? 37 : 0);
+        expect_same_tree(places, "crowd " + std::to_string(seed));
+        for (place& p : places)
+            p.x += 1e7 * (seed % 5);
+        expect_same_tree(places, "crowd far out " + std::to_string(seed));
+    }
 }
 
 TEST(TinReading, RefusalsOfTheHeapLeaveTheWalk)

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <tuple>
 #include <utility>
 
@@ -227,6 +228,25 @@ TEST(TinInside, HorizontalEdgeDecidesAlone)
         EXPECT_EQ(up.inside(x, 0), 0) << x;
         EXPECT_EQ(down.inside(x, 0), 0) << x;
     }
+}
+
+TEST(TinInside, PlaceThatIsNoNumberIsNowhere)
+{
+    const double none = std::nan("");
+    prepared_triangle p(at(0, 0), at(10, 0), at(5, 10));
+    for (const double x : {-20.0, 2.0, 5.0, 20.0})
+        EXPECT_EQ(p.inside(x, none), 0) << x;
+    for (const double y : {-1.0, 0.0, 5.0, 10.0, none})
+        EXPECT_EQ(p.inside(none, y), 0) << y;
+}
+
+// Ends so far apart and so nearly level that the slope is zero: a crossing that is no number counts.
+TEST(TinInside, CrossingThatIsNotGreaterCounts)
+{
+    prepared_triangle p(at(-1e300, 0), at(1e300, 1e-300), at(0, 1));
+    EXPECT_EQ(p.network.edges_a.edge[0].slope, 0);
+    EXPECT_EQ(p.inside(0, 0), 0); // the left edge counts as well
+    EXPECT_EQ(p.inside(-1e300, 0), 0);
 }
 
 TEST(TinInside, VerticalEdgeHasTheMarkAsItsSlope)

@@ -1,0 +1,60 @@
+#include "grid/cells_around.h"
+
+#include <algorithm>
+
+namespace
+{
+
+const grid_cell outside[2 * REACH + 1];
+
+void copy_row(grid* g, std::int32_t column, std::int32_t row, int reach, grid_cell* middle)
+{
+    const std::int32_t low = std::max(column - reach, 0), high = std::min(column + reach, g->columns);
+    std::fill(middle - reach, middle + reach + 1, grid_cell());
+    std::int32_t index = grid_index(g, low, row);
+    for (std::int32_t at = low; at <= high;) {
+        const cell_run run = cells_from(g, index);
+        const std::int32_t count = std::min(run.count, high - at + 1);
+        std::copy_n(run.first, count, middle + (at - column));
+        at += count;
+        index += count;
+    }
+}
+
+} // namespace
+
+cell_run cells_from(grid* g, std::int32_t index)
+{
+    if (g->in_memory) {
+        const std::int32_t row = index / (g->columns + 1), column = index % (g->columns + 1);
+        return {g->row_table[row] + column, g->columns + 1 - column};
+    }
+    static grid_cell one;
+    one = grid_read_cell(g, index);
+    return {&one, 1};
+}
+
+bool keep_cell(grid* g, std::int32_t index, const grid_cell& cell)
+{
+    if (!g->in_memory)
+        return grid_write_cell(g, index, cell);
+    g->row_table[index / (g->columns + 1)][index % (g->columns + 1)] = cell;
+    return true;
+}
+
+void look_around(grid* g, std::int32_t column, std::int32_t row, int reach, cells_around* out)
+{
+    const bool fits = column >= reach && g->columns - column >= reach;
+    for (int line = -reach; line <= reach; ++line) {
+        const grid_cell*& to = out->row[REACH + line];
+        grid_cell* const middle = &out->copies[REACH + line][REACH];
+        if (line < -row || line > g->rows - row) {
+            to = outside + REACH;
+        } else if (fits && g->in_memory) {
+            to = g->row_table[row + line] + column;
+        } else {
+            copy_row(g, column, row + line, reach, middle);
+            to = middle;
+        }
+    }
+}

@@ -1,0 +1,93 @@
+#include "topology/idle_walks.h"
+
+#include <cstdlib>
+#include <limits>
+
+#include "polygon/points.h"
+
+namespace
+{
+
+// The place of a step in the table; walked forward is from the lower node.
+std::int32_t place_of(std::int32_t edge, bool forward)
+{
+    return 2 * edge + (forward ? 1 : 0);
+}
+
+bool is_forward(const SurfaceNet& surface, const face_step& step)
+{
+    const EdgeObj* edge = surface.edge(step.edge);
+    return step.from == static_cast<std::int32_t>(edge->get(0));
+}
+
+pg_node corner_at(const SurfaceNet& surface, const face_step& step, pg_node* next)
+{
+    const NodeObj* at = surface.node(step.from);
+    return {at->x, at->y, at->z, 0, 0.0, 0.0, 1, next, nullptr};
+}
+
+} // namespace
+
+// The kernel tells the direction by the first lowest node. Of several any can be the first.
+bool is_never_inner(const SurfaceNet& surface, const face_walk& walk)
+{
+    const std::int32_t count = walk.steps.count;
+    const face_step* steps = walk.steps.items;
+    double lowest = std::numeric_limits<double>::infinity();
+    for (const face_step& step : walk.steps)
+        lowest = surface.node(step.from)->y < lowest ? surface.node(step.from)->y : lowest;
+    for (std::int32_t i = 0; i < count; ++i) {
+        if (surface.node(steps[i].from)->y != lowest)
+            continue;
+        pg_node before = corner_at(surface, steps[(i + count - 1) % count], nullptr);
+        pg_node after = corner_at(surface, steps[(i + 1) % count], &before);
+        const pg_node at = corner_at(surface, steps[i], &after);
+        // Where nodes stand above each other the kernel looks farther along the chain than is known here.
+        if (pg_same_place(before, at) || pg_same_place(after, at) || pg_orientation(&at) == -1)
+            return false;
+    }
+    return true;
+}
+
+bool IdleWalks::knows(std::int32_t edge, bool forward) const
+{
+    const std::int32_t place = place_of(edge, forward);
+    const std::int32_t walk = place < walk_of_.count ? walk_of_.items[place] : 0;
+    return walk > 0 && !is_void_.items[walk - 1];
+}
+
+void IdleWalks::remember(const SurfaceNet& surface, const face_walk& walk)
+{
+    const face_step& first = walk.steps.items[0];
+    if (walk.end == WalkEnd::CLOSED) {
+        // It may have been the first part of a longer one, which only from here closes early.
+        const face_step on = next_step(surface, walk.steps.items[walk.steps.count - 1]);
+        if (on.edge != first.edge || on.from != first.from)
+            return;
+    }
+    if (!walk_of_.fill_up(2 * (surface.edges.count + 1), 0) || !visits_.fill_up(surface.nodes.count + 1, 0) ||
+        !is_void_.add(0))
+        return;
+    for (const face_step& step : walk.steps)
+        ++visits_.items[step.from];
+    if (walk.end == WalkEnd::NO_WAY_ON)
+        ++visits_.items[walk.last_node];
+    for (const face_step& step : walk.steps)
+        walk_of_.items[place_of(step.edge, is_forward(surface, step))] =
+            visits_.items[step.from] == 1 ? is_void_.count : -is_void_.count;
+    for (const face_step& step : walk.steps)
+        visits_.items[step.from] = 0;
+    visits_.items[walk.last_node] = 0;
+}
+
+void IdleWalks::forget_at(const SurfaceNet& surface, std::int32_t node)
+{
+    const NodeObj* at = surface.node(node);
+    for (std::int32_t i = 1; at && i <= at->edges.count; ++i)
+        for (const bool forward : {false, true}) {
+            const std::int32_t place = place_of(at->edges.get(i), forward);
+            const std::int32_t walk = place < walk_of_.count ? std::abs(walk_of_.items[place]) : 0;
+            if (walk != 0)
+                is_void_.items[walk - 1] = 1;
+        }
+}

@@ -1,0 +1,28 @@
+// idle_walks.h: walks round faces that come to nothing, so that none is walked from each of its edges.
+#pragma once
+
+#include "topology/face_walk.h"
+
+// A step leads to the next one whatever came before. A walk that was made once therefore comes out the same
+// from each of its edges, as long as no edge is put in at its nodes and it doesn't come through the first node
+// early; so steps that leave nodes to which the walk comes more than once don't count.
+//
+// Without memory nothing is remembered, and nothing goes wrong.
+class IdleWalks
+{
+public:
+    // Whether a walk from this edge is known to come to nothing.
+    bool knows(std::int32_t edge, bool forward) const;
+    // Remembers a walk that found no way on, or a closed one of which `is_never_inner` says so.
+    void remember(const SurfaceNet& surface, const face_walk& walk);
+    // An edge was put in at the node.
+    void forget_at(const SurfaceNet& surface, std::int32_t node);
+
+private:
+    HeapArray<std::int32_t> walk_of_; // by edge and direction; 0 none, negative: of no use to walks from there
+    HeapArray<std::uint8_t> is_void_; // by walk, from 1
+    HeapArray<std::int32_t> visits_;  // by node; 0 between two calls
+};
+
+// Whether the chain through the walk's nodes is no counter-clockwise one, whichever node it starts at.
+bool is_never_inner(const SurfaceNet& surface, const face_walk& walk);
