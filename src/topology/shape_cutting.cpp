@@ -36,28 +36,29 @@ edge_pieces intern_pieces(ShapeNet* net, ShapeEdge* edge, std::int32_t node_id)
     return {first, net->intern_edge(node_id, node2, bulge2)};
 }
 
-// Gives a shape of an edge its pieces.
+// Puts a piece in a shape; false where there is no such piece. A piece may be an edge that the shape has: it
+// has it once, as the lists of edges that overlap would grow without end.
+bool add_piece(ShapeNet* net, std::int32_t id, std::int32_t shape_id)
+{
+    ShapeEdge* piece = net->edge(id);
+    if (!piece)
+        return false;
+    if (piece->shapes.find(shape_id) != 0)
+        return true;
+    piece->link(shape_id);
+    if (ShapeObj* shape = net->shape(shape_id))
+        shape->link(id);
+    return true;
+}
+
 void add_pieces(ShapeNet* net, std::int32_t shape_id, const edge_pieces& pieces)
 {
-    ShapeEdge* first = net->edge(pieces.first);
-    ShapeEdge* second = net->edge(pieces.second);
-    if (!first)
+    if (!add_piece(net, pieces.first, shape_id))
         acedAlert("Edge1 NULL");
-    else
-        first->link(shape_id);
-    if (!second)
+    if (!add_piece(net, pieces.second, shape_id))
         acedAlert("Edge2 NULL");
-    else
-        second->link(shape_id);
-    ShapeObj* shape = net->shape(shape_id);
-    if (!shape) {
+    if (!net->shape(shape_id))
         acutPrintf("Shape Id %d\n", shape_id);
-        return;
-    }
-    if (first)
-        shape->link(pieces.first);
-    if (second)
-        shape->link(pieces.second);
 }
 
 } // namespace
@@ -102,18 +103,39 @@ struct crossing {
     double along; // the second edge, in the plane
 };
 
+// Whether a node lies at an end of the edge, be it another node: two nodes within the tolerance stay two where
+// a plane of the index parts them, and edges that are cut at one would be cut back at the other, for ever.
+bool lies_at_end(const ShapeNet& net, const ShapeEdge& edge, std::int32_t node_id)
+{
+    const NodeObj* at = net.node(node_id);
+    const edge_ends ends = ends_of(edge);
+    return !at || !ends || at->matches(ends.first) || at->matches(ends.second);
+}
+
+edge_pieces cut_at(ShapeNet* net, std::int32_t id, std::int32_t node_id)
+{
+    const ShapeEdge* edge = net->edge(id);
+    return edge && !lies_at_end(*net, *edge, node_id) ? split_edge_at(net, id, node_id) : edge_pieces{};
+}
+
+// Edges from a place to the same place, upright ones among them, have no crossings in the plane.
+bool has_extent(const ShapeEdge& edge)
+{
+    const edge_ends ends = ends_of(edge);
+    return ends && (std::fabs(ends.first->x - ends.second->x) > LENGTH_TOL ||
+                    std::fabs(ends.first->y - ends.second->y) > LENGTH_TOL);
+}
+
 // Cuts an edge at two nodes, the nearer one first. An arc's positions run counter-clockwise: on one that runs
 // the other way the farther node lies on the first piece. A node at an end of the edge needs no cut, and the
 // angle of an arc's start may come out as a whole turn.
 void cut_twice(ShapeNet* net, std::int32_t id, std::int32_t nearer, std::int32_t farther)
 {
     const ShapeEdge& edge = *net->edge(id);
-    const bool is_clockwise = edge.bulge < 0, is_done = ends_at(edge, farther);
-    const edge_pieces pieces = split_edge_at(net, id, nearer);
-    if (pieces.first == 0)
-        split_edge_at(net, id, farther);
-    else if (!is_done)
-        split_edge_at(net, is_clockwise ? pieces.first : pieces.second, farther);
+    const bool is_clockwise = edge.bulge < 0, is_done = lies_at_end(*net, edge, farther);
+    const edge_pieces pieces = cut_at(net, id, nearer);
+    if (!is_done)
+        cut_at(net, pieces.first == 0 ? id : is_clockwise ? pieces.first : pieces.second, farther);
 }
 
 } // namespace
@@ -122,20 +144,20 @@ void cut_twice(ShapeNet* net, std::int32_t id, std::int32_t nearer, std::int32_t
 bool ShapeNet::cut_pair(std::int32_t first_id, std::int32_t second_id)
 {
     ShapeEdge* second = edge(second_id);
+    if (!has_extent(*edge(first_id)) || !has_extent(*second))
+        return false;
     crossing found[2];
     const int count = edge_crossings(edge(first_id), second, found[0].at, found[1].at);
     for (crossing* c = found; c != found + count; ++c) {
         c->node = intern_node(c->at[0], c->at[1], c->at[2]);
-        if (c->node == 0)
-            return false;
         const double in_plane[3] = {c->at[0], c->at[1], 0.0};
         c->along = edge_position(second, in_plane, 2);
     }
     if (count == 0)
         return false;
     if (count == 1) {
-        split_edge(second_id, found[0].node);
-        return split_edge(first_id, found[0].node) != 0;
+        cut_at(this, second_id, found[0].node);
+        return cut_at(this, first_id, found[0].node).first != 0;
     }
     if (found[1].along < found[0].along)
         std::swap(found[0], found[1]);
@@ -143,7 +165,7 @@ bool ShapeNet::cut_pair(std::int32_t first_id, std::int32_t second_id)
     if (!edge(first_id)) // it was a piece of the other, and has been cut with that
         return true;
     // Where the farther one is an end of it the nearer one still cuts; otherwise its pieces meet that again.
-    return split_edge(first_id, found[1].node) != 0 || split_edge(first_id, found[0].node) != 0;
+    return cut_at(this, first_id, found[1].node).first != 0 || cut_at(this, first_id, found[0].node).first != 0;
 }
 
 void ShapeNet::cut_crossings()
