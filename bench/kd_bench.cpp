@@ -128,10 +128,31 @@ void intern_nodes(benchmark::State& state)
     report(state, points.x.size());
 }
 
+// Edges as a line brings them, each beyond the last: a tree as deep as it has leaves.
+void intern_edges(benchmark::State& state)
+{
+    const auto count = static_cast<std::int32_t>(state.range(0));
+    for (auto _ : state) {
+        KdSet* set = new KdSet(3, LEAF);
+        for (std::int32_t i = 1; i <= count; ++i) {
+            TopoObject* edge = new EdgeKey(i, i + 1, 0);
+            if (set->find(edge))
+                delete edge;
+            else
+                set->add(edge);
+        }
+        state.PauseTiming();
+        delete set;
+        state.ResumeTiming();
+    }
+    report(state, static_cast<std::size_t>(count));
+}
+
 BENCHMARK(build_ours)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(look_ours)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(radius_ours)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(intern_nodes)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(intern_edges)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 
 #ifdef ZENT_NANOFLANN
 struct peer_points {

@@ -1,29 +1,19 @@
 #include "spatial/kd_node.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <limits>
 
 #include "hostapi/ads.h"
+#include "spatial/kd_trail.h"
 
 namespace
 {
 
-constexpr int FIRST_ROOM = 4;
-constexpr std::int32_t SHORT_RUN = 16; // is walked node by node
-constexpr double INF = std::numeric_limits<double>::infinity();
+constexpr int FIRST_ROOM = 16; // a leaf of no more items gets all its room at once
 constexpr int MOST_ITEMS = std::numeric_limits<std::int16_t>::max();
-
-} // namespace
-
-// The nodes of a long run, from the top; each lies within the one before.
-struct kd_run {
-    kd_node** nodes;
-    std::int32_t count, room;
-};
-
-namespace
-{
+constexpr int LONG_WALK = 32; // steps from which a trail is laid; trees of scattered points are less deep
 
 struct split_plane {
     std::int8_t dimension;
@@ -47,8 +37,8 @@ bool make_room(kd_node* leaf, int capacity)
         return true;
     if (leaf->item_room == MOST_ITEMS)
         return false;
-    int room = std::max(FIRST_ROOM, 2 * leaf->item_room);
-    room = std::min(room, leaf->item_count < capacity ? capacity : MOST_ITEMS);
+    const int most = leaf->item_count < capacity ? capacity : MOST_ITEMS;
+    const int room = std::min(std::max(FIRST_ROOM, 2 * leaf->item_room), most);
     std::int32_t* items = new_items(room);
     if (!items)
         return false;
@@ -91,70 +81,86 @@ bool is_above(const split_plane& plane, std::int32_t item, const kd_points& poin
     return points.coordinate(points.store, item, plane.dimension) > plane.value;
 }
 
-int count_above(const split_plane& plane, const kd_node* leaf, const kd_points& points)
+int count_above(const split_plane& plane, const kd_node* leaf, std::int32_t item, const kd_points& points)
 {
-    int count = 0;
+    int count = is_above(plane, item, points);
     for (int i = 0; i < leaf->item_count; ++i)
         count += is_above(plane, leaf->items[i], points);
     return count;
 }
 
-bool add_to_run(kd_run* run, kd_node* node)
+// What is no number goes low everywhere, like what is infinitely low.
+double place(const kd_points& points, std::int32_t item, std::int8_t dimension)
 {
-    if (run->count == run->room) {
-        const std::int32_t room = std::max(2 * SHORT_RUN, 2 * run->room);
-        auto** nodes = static_cast<kd_node**>(acad_malloc(static_cast<std::size_t>(room) * sizeof(kd_node*)));
-        if (!nodes)
+    const double at = points.coordinate(points.store, item, dimension);
+    return at != at ? -std::numeric_limits<double>::infinity() : at;
+}
+
+bool is_one_place(std::int32_t a, std::int32_t b, const kd_points& points)
+{
+    for (std::int8_t d = 0; d < std::min(points.dimensions, KD_MOST_DIMENSIONS); ++d)
+        if (place(points, a, d) != place(points, b, d))
             return false;
-        if (run->count > 0)
-            std::memcpy(nodes, run->nodes, static_cast<std::size_t>(run->count) * sizeof(kd_node*));
-        acad_free(run->nodes);
-        run->nodes = nodes;
-        run->room = room;
-    }
-    run->nodes[run->count++] = node;
-    node->run = run;
     return true;
 }
 
-void free_run(kd_run* run)
-{
-    acad_free(run->nodes);
-    acad_free(run);
-}
+// The ends of what is to be parted, and what of it is finite.
+struct spread {
+    double least = std::numeric_limits<double>::infinity(), most = -least;
+    double least_finite = least, most_finite = most;
+};
 
-// Writes down a run that has become long, from the top to `last`.
-void note_run(kd_node* last)
+spread spread_of(const kd_node* leaf, std::int32_t item, const kd_points& points, std::int8_t dimension)
 {
-    auto* run = static_cast<kd_run*>(acad_malloc(sizeof(kd_run)));
-    if (!run)
-        return;
-    *run = {nullptr, 0, 0};
-    kd_node* nodes[SHORT_RUN];
-    kd_node* node = last;
-    for (std::int32_t i = SHORT_RUN; i-- > 0; node = node->parent)
-        nodes[i] = node;
-    for (kd_node* member : nodes)
-        if (!add_to_run(run, member)) { // the first one finds no memory, or none does
-            free_run(run);
-            return;
+    spread all;
+    for (int i = 0; i <= leaf->item_count; ++i) {
+        const double at = place(points, i < leaf->item_count ? leaf->items[i] : item, dimension);
+        all.least = std::min(all.least, at);
+        all.most = std::max(all.most, at);
+        if (std::isfinite(at)) {
+            all.least_finite = std::min(all.least_finite, at);
+            all.most_finite = std::max(all.most_finite, at);
         }
+    }
+    return all;
 }
 
-// A leaf that has split goes on with its parent's run if it is the first to do so. Without memory a run just
-// ends there, and another begins.
-void join_run(kd_node* node)
+// In the middle of what is finite, where that is below the greatest.
+double plane_value(const spread& all)
 {
-    kd_node* parent = node->parent;
-    node->run_length = 1;
-    if (!parent || parent->is_continued)
-        return;
-    if (parent->run && !add_to_run(parent->run, node))
-        return;
-    parent->is_continued = 1;
-    node->run_length = parent->run_length + 1;
-    if (node->run_length == SHORT_RUN)
-        note_run(node);
+    const double middle = all.least_finite / 2 + all.most_finite / 2;
+    return middle >= all.least && middle < all.most ? middle : all.least;
+}
+
+// The plane of a leaf that its mean doesn't part; the new item counts too. Nothing is above it when all are at
+// one place.
+split_plane other_plane_of(const kd_node* leaf, std::int32_t item, const kd_points& points)
+{
+    split_plane plane{0, std::numeric_limits<double>::infinity()};
+    double best = 0.0;
+    for (std::int8_t d = 0; d < std::min(points.dimensions, KD_MOST_DIMENSIONS); ++d) {
+        const spread all = spread_of(leaf, item, points, d);
+        if (all.most - all.least > best) {
+            best = all.most - all.least;
+            plane = {d, plane_value(all)};
+        }
+    }
+    return plane;
+}
+
+// The items above `plane`, with the new one; 0 when no plane parts them.
+int find_plane(const kd_node* leaf, std::int32_t item, const kd_points& points, split_plane* plane)
+{
+    // A leaf that is too full already holds one place only.
+    if (leaf->item_count > leaf_capacity(points) && is_one_place(leaf->items[0], item, points))
+        return 0;
+    *plane = plane_of(leaf, points);
+    int count = count_above(*plane, leaf, item, points);
+    if (count > 0 && count <= leaf->item_count)
+        return count;
+    *plane = other_plane_of(leaf, item, points);
+    count = count_above(*plane, leaf, item, points);
+    return count <= leaf->item_count ? count : 0;
 }
 
 // Both children stand in their final state before the leaf changes. The low one takes over the leaf's array:
@@ -163,7 +169,7 @@ bool split(kd_node* leaf, std::int32_t item, const split_plane& plane, int high_
 {
     kd_node* low = kd_node_new(leaf);
     kd_node* high = kd_node_new(leaf);
-    const int high_room = std::max(FIRST_ROOM, high_count);
+    const int high_room = std::max(std::min(FIRST_ROOM, leaf_capacity(points)), high_count);
     std::int32_t* high_items = new_items(high_room);
     if (!low || !high || !high_items) {
         acad_free(low);
@@ -186,12 +192,8 @@ bool split(kd_node* leaf, std::int32_t item, const split_plane& plane, int high_
     leaf->split_value = plane.value;
     leaf->low = low;
     leaf->high = high;
-    leaf->items = nullptr;
+    leaf->trail = nullptr;
     leaf->item_count = leaf->item_room = 0;
-    // The plane may lie outside: a number that a look has left in the leaf can stand for any place.
-    low->up_to[plane.dimension] = std::min(low->up_to[plane.dimension], plane.value);
-    high->above[plane.dimension] = std::max(high->above[plane.dimension], plane.value);
-    join_run(leaf);
     return true;
 }
 
@@ -206,55 +208,42 @@ bool high_meets(const kd_node* node, const double* position, double radius)
     return !(node->split_value > position[node->split_dimension] + radius);
 }
 
-// Whether the cube lies within a node's part of space, so that no other part of the tree meets it. False where
-// there are no numbers, and for a radius below 0, of which there is no cube.
-bool holds_cube(const kd_node* node, const double* position, double radius)
+// The next node to go on with once all below `node`, which lies below `top`, has been seen.
+const kd_node* climb(const kd_node* top, const kd_node* node, const double* position, double radius)
 {
-    if (!(radius >= 0.0))
-        return false;
-    for (int d = 0; d < KD_MOST_DIMENSIONS; ++d)
-        if (!(position[d] - radius > node->above[d] && node->up_to[d] > position[d] + radius))
-            return false;
-    return true;
-}
-
-// The same for a position.
-bool holds_position(const kd_node* node, const double* position)
-{
-    for (int d = 0; d < KD_MOST_DIMENSIONS; ++d)
-        if (!(node->above[d] < position[d] && position[d] <= node->up_to[d]))
-            return false;
-    return true;
-}
-
-// The last node of the run from `top` for which `holds` is true; `top` where there is no other.
-template <class Test>
-kd_node* last_in_run(const kd_node* top, Test holds)
-{
-    const kd_run& run = *top->run;
-    std::int32_t low = 0, high = run.count;
-    while (high - low > 1) {
-        const std::int32_t middle = low + (high - low) / 2;
-        (holds(run.nodes[middle]) ? low : high) = middle;
-    }
-    return run.nodes[low];
-}
-
-bool is_long_run_top(const kd_node* node)
-{
-    return node->run && node->run->nodes[0] == node;
-}
-
-// The next node to go on with once all below `node` has been seen.
-const kd_node* climb(const kd_node* node, const double* position, double radius)
-{
-    for (const kd_node* parent = node->parent; parent; node = parent, parent = node->parent) {
-        if (holds_cube(node, position, radius))
-            return nullptr;
-        if (node == parent->low && high_meets(parent, position, radius))
-            return parent->high;
-    }
+    for (; node != top; node = node->parent)
+        if (node == node->parent->low && high_meets(node->parent, position, radius))
+            return node->parent->high;
     return nullptr;
+}
+
+// The first leaf to look at, from `node` on.
+const kd_node* first_below(const kd_node* top, const kd_node* node, const double* position, double radius)
+{
+    while (node && !node->is_leaf)
+        if (low_meets(node, position, radius))
+            node = node->low;
+        else if (high_meets(node, position, radius))
+            node = node->high;
+        else
+            node = climb(top, node, position, radius);
+    return node;
+}
+
+kd_node* step_down(const kd_node* node, const double* position)
+{
+    return node->split_value < position[node->split_dimension] ? node->high : node->low;
+}
+
+// The walk from `from` on has been long. `from` is the root, or where the walk left another trail.
+void lay_trail(kd_node* from, kd_trail* left, const double* position)
+{
+    if (!left)
+        kd_trail_lay(from, position);
+    else if (kd_trail_last(left) == from)
+        kd_trail_extend(left, position);
+    else
+        kd_trail_lay(step_down(from, position), position);
 }
 
 } // namespace
@@ -262,13 +251,8 @@ const kd_node* climb(const kd_node* node, const double* position, double radius)
 kd_node* kd_node_new(kd_node* parent)
 {
     kd_node* node = static_cast<kd_node*>(acad_malloc(sizeof(kd_node)));
-    if (!node)
-        return nullptr;
-    *node = {1, 0, 0.0, nullptr, nullptr, nullptr, 0, 0, parent, {}, {}, 0, 0, nullptr};
-    for (int d = 0; d < KD_MOST_DIMENSIONS; ++d) {
-        node->above[d] = parent ? parent->above[d] : -INF;
-        node->up_to[d] = parent ? parent->up_to[d] : INF;
-    }
+    if (node)
+        *node = {1, 0, 0.0, nullptr, nullptr, {nullptr}, 0, 0, parent};
     return node;
 }
 
@@ -283,9 +267,10 @@ void kd_node_free(kd_node* root)
             continue;
         }
         kd_node* parent = node->parent;
-        acad_free(node->items);
-        if (is_long_run_top(node)) // the others of its run have gone
-            free_run(node->run);
+        if (node->is_leaf)
+            acad_free(node->items);
+        else
+            kd_trail_free(node->trail);
         acad_free(node);
         node = parent;
     }
@@ -293,11 +278,20 @@ void kd_node_free(kd_node* root)
 
 kd_node* kd_node_leaf(kd_node* root, const double* position)
 {
-    kd_node* node = root;
+    kd_node *node = root, *from = root;
+    kd_trail* left = nullptr;
+    int steps = 0;
     while (!node->is_leaf) {
-        if (is_long_run_top(node))
-            node = last_in_run(node, [&](const kd_node* n) { return holds_position(n, position); });
-        node = node->split_value < position[node->split_dimension] ? node->high : node->low;
+        if (node->trail) {
+            left = node->trail;
+            from = node = kd_trail_follow(left, position);
+            steps = 0;
+            if (node->is_leaf)
+                return node;
+        }
+        node = step_down(node, position);
+        if (++steps == LONG_WALK)
+            lay_trail(from, left, position);
     }
     return node;
 }
@@ -306,9 +300,8 @@ bool kd_node_enter(kd_node* leaf, std::int32_t item, const kd_points& points)
 {
     const int capacity = leaf_capacity(points);
     if (leaf->item_count >= capacity) {
-        const split_plane plane = plane_of(leaf, points);
-        const int high_count = count_above(plane, leaf, points) + is_above(plane, item, points);
-        if (high_count > 0 && high_count <= leaf->item_count)
+        split_plane plane{};
+        if (const int high_count = find_plane(leaf, item, points, &plane))
             return split(leaf, item, plane, high_count, points);
     }
     if (!make_room(leaf, capacity))
@@ -317,23 +310,29 @@ bool kd_node_enter(kd_node* leaf, std::int32_t item, const kd_points& points)
     return true;
 }
 
-const kd_node* kd_node_first_near(const kd_node* root, const double* position, double radius)
+const kd_node* kd_node_around(const kd_node* root, const double* position, double radius)
 {
     const kd_node* node = root;
-    while (node && !node->is_leaf) {
-        if (is_long_run_top(node))
-            node = last_in_run(node, [&](const kd_node* n) { return holds_cube(n, position, radius); });
-        if (low_meets(node, position, radius))
-            node = node->low;
-        else if (high_meets(node, position, radius))
-            node = node->high;
-        else
-            node = climb(node, position, radius);
+    while (radius >= 0 && !node->is_leaf) {
+        if (node->trail) {
+            node = kd_trail_around(node->trail, position, radius);
+            if (node->is_leaf)
+                return node;
+        }
+        const bool low = low_meets(node, position, radius), high = high_meets(node, position, radius);
+        if (low == high)
+            return node;
+        node = low ? node->low : node->high;
     }
     return node;
 }
 
-const kd_node* kd_node_next_near(const kd_node* leaf, const double* position, double radius)
+const kd_node* kd_node_first_near(const kd_node* top, const double* position, double radius)
 {
-    return kd_node_first_near(climb(leaf, position, radius), position, radius);
+    return first_below(top, top, position, radius);
+}
+
+const kd_node* kd_node_next_near(const kd_node* top, const kd_node* leaf, const double* position, double radius)
+{
+    return first_below(top, climb(top, leaf, position, radius), position, radius);
 }

@@ -83,6 +83,8 @@ bool grow(kd_tree* tree)
 std::int32_t same_place_in(const kd_node* leaf, const kd_tree* tree)
 {
     const kd_point& candidate = tree->points[tree->point_count];
+    if (distance_squared(candidate, candidate, tree->dimensions) != 0.0)
+        return -1; // no distance to it is a number below the mark
     std::int32_t nearest = -1;
     double best = KD_NO_VALUE;
     for (int i = 0; i < leaf->item_count; ++i) {
@@ -117,15 +119,26 @@ void release(kd_tree* tree)
     acad_free(tree);
 }
 
-// Adds the points of a leaf within a distance of the candidate; false when the heap is exhausted.
+// Adds the points of a leaf within a distance of the candidate; false when the heap is exhausted. They are
+// picked in one go and added afterwards, which lets the machine fetch far-off points side by side.
 bool add_near(kd_tree* to, const kd_tree* from, const kd_node* leaf, double radius)
 {
-    const kd_point& candidate = from->points[from->point_count];
-    for (int i = 0; i < leaf->item_count; ++i) {
-        const kd_point& p = from->points[leaf->items[i]];
-        if (distance_squared(candidate, p, from->dimensions) < radius * radius &&
-            !kd_add(to, p.x, p.y, p.z, p.data, nullptr))
-            return false;
+    constexpr int GROUP = 16;
+    const kd_point candidate = from->points[from->point_count];
+    for (int first = 0; first < leaf->item_count; first += GROUP) {
+        const int end = std::min<int>(first + GROUP, leaf->item_count);
+        std::int32_t near[GROUP];
+        int count = 0;
+        for (int i = first; i < end; ++i) {
+            near[count] = leaf->items[i];
+            count +=
+                distance_squared(candidate, from->points[leaf->items[i]], from->dimensions) < radius * radius;
+        }
+        for (int i = 0; i < count; ++i) {
+            const kd_point& p = from->points[near[i]];
+            if (!kd_add(to, p.x, p.y, p.z, p.data, nullptr))
+                return false;
+        }
     }
     return true;
 }
@@ -189,8 +202,9 @@ kd_tree* kd_radius(kd_tree* tree, double x, double y, double z, double radius)
         return nullptr;
     const double position[KD_MOST_DIMENSIONS] = {x, y, z};
     tree->points[tree->point_count] = {x, y, z, FOUND};
-    for (const kd_node* leaf = kd_node_first_near(tree->root, position, radius); leaf;
-         leaf = kd_node_next_near(leaf, position, radius))
+    const kd_node* top = kd_node_around(tree->root, position, radius);
+    for (const kd_node* leaf = kd_node_first_near(top, position, radius); leaf;
+         leaf = kd_node_next_near(top, leaf, position, radius))
         if (!add_near(near, tree, leaf, radius)) {
             kd_free_list(&near);
             return nullptr;

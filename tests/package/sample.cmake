@@ -1,4 +1,4 @@
-# Installs zentgeo into a directory of its own, builds the sample against it and compares what it prints.
+# Installs zentgeo into a directory of its own, builds the samples against it and compares what they print.
 set(place ${BUILD}/tests/package/sample)
 file(REMOVE_RECURSE ${place})
 file(COPY ${SAMPLE}/ DESTINATION ${place}/source)
@@ -18,11 +18,13 @@ run(${CMAKE_COMMAND} --install ${BUILD} --component zentgeo --prefix ${place}/in
 run(${CMAKE_COMMAND} -S ${place}/source -B ${place}/build -G ${GENERATOR} -DCMAKE_CXX_COMPILER=${COMPILER}
   -DCMAKE_PREFIX_PATH=${place}/installed -DCMAKE_CXX_FLAGS=${flags})
 run(${CMAKE_COMMAND} --build ${place}/build)
-execute_process(COMMAND ${place}/build/street OUTPUT_FILE ${place}/printed.txt RESULT_VARIABLE status)
-if(NOT status EQUAL 0)
-  message(FATAL_ERROR "the sample ended with ${status}")
-endif()
-execute_process(COMMAND diff -u ${EXPECTED} ${place}/printed.txt RESULT_VARIABLE differs)
-if(NOT differs EQUAL 0)
-  message(FATAL_ERROR "the sample prints something else")
-endif()
+foreach(sample raster street terrain)
+  execute_process(COMMAND ${place}/build/${sample} WORKING_DIRECTORY ${place} OUTPUT_FILE ${place}/${sample}.txt RESULT_VARIABLE status)
+  if(NOT status EQUAL 0)
+    message(FATAL_ERROR "${sample} ended with ${status}")
+  endif()
+  execute_process(COMMAND diff -u ${EXPECTED}/${sample}.txt ${place}/${sample}.txt RESULT_VARIABLE differs)
+  if(NOT differs EQUAL 0)
+    message(FATAL_ERROR "${sample} prints something else")
+  endif()
+endforeach()

@@ -8,8 +8,8 @@ namespace test_heap
 int live_blocks();
 // The N-th allocation from now fails (1: the next one); 0: none does.
 void fail_at(int n);
-// Whether that allocation hasn't come yet.
-bool failure_waits();
+// Whether that allocation has come.
+bool has_failed();
 // The N-th allocation from now and all behind it fail; 0: none does.
 void fail_from(int n);
 // The N-th poll of the break key from now answers yes, once; 0: none does.

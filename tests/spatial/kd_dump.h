@@ -10,7 +10,7 @@
 inline std::string dump_plane(int dimension, double value)
 {
     char text[60];
-    std::snprintf(text, sizeof text, "(%d %a ", dimension, value);
+    std::snprintf(text, sizeof text, "(%d %a ", dimension, value + 0.0); // no zero below zero
     return text;
 }
 

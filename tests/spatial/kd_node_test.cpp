@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <random>
 #include <vector>
 
 #include "spatial/kd_node.h"
 #include "tests/polygon/heap.h"
+#include "tests/spatial/inputs.h"
 #include "tests/spatial/kd_dump.h"
 
 namespace
@@ -49,6 +51,37 @@ int depth(const kd_node* node)
         ++most;
     }
     return most;
+}
+
+bool has_trail(const kd_node* root)
+{
+    return !root->is_leaf && root->trail;
+}
+
+kd_node* plain_walk(kd_node* node, const double* position)
+{
+    while (!node->is_leaf)
+        node = node->split_value < position[node->split_dimension] ? node->high : node->low;
+    return node;
+}
+
+const kd_node* plain_around(const kd_node* node, const double* position, double radius)
+{
+    while (!node->is_leaf) {
+        const double at = position[node->split_dimension];
+        const bool low = !(at - radius > node->split_value), high = !(node->split_value > at + radius);
+        if (low == high)
+            return node;
+        node = low ? node->low : node->high;
+    }
+    return node;
+}
+
+// Moves a position to the plane of the last node that it passes, or `aside` from there.
+void put_on_a_plane(kd_node* root, double* position, double aside)
+{
+    const kd_node* last = plain_walk(root, position)->parent;
+    position[last->split_dimension] = last->split_value + aside;
 }
 
 TEST_F(KdNode, FullLeafSplitsAtTheMeanOfTheGreatestRange)
@@ -123,16 +156,73 @@ TEST_F(KdNode, EqualItemsPartAtZeroWhereThatPartsThem)
     EXPECT_EQ(dump(s.root), "(0 0x0p+0 [0 1 2 ][3 ])");
 }
 
-TEST_F(KdNode, LeafThatNoPlanePartsHoldsMoreThanItsCapacity)
+TEST_F(KdNode, OnePlaceStaysInOneLeafBeyondItsCapacity)
 {
     spots s;
     for (int i = 0; i < 5; ++i)
         EXPECT_TRUE(s.enter(7, 7));
     EXPECT_EQ(dump(s.root), "[0 1 2 3 4 ]");
-    s.enter(9); // the plane comes from the items before it
-    EXPECT_EQ(dump(s.root), "[0 1 2 3 4 5 ]");
-    s.enter(9);
-    EXPECT_EQ(dump(s.root), "(1 0x1.7555555555555p+2 [5 6 ][0 1 2 3 4 ])");
+    s.enter(9, 7); // halfway, the new one counts
+    EXPECT_EQ(dump(s.root), "(0 0x1p+3 [0 1 2 3 4 ][5 ])");
+}
+
+TEST_F(KdNode, MeanThatPartsNothingIsReplacedByThePlaneHalfway)
+{
+    spots s;
+    s.capacity = 2;
+    const double large = 1e16; // where every second number is one
+    s.enter(large, 0);
+    s.enter(large, -1);
+    s.enter(large, -0.5);
+    EXPECT_EQ(dump(s.root), "(1 -0x1p-1 [1 2 ][0 ])");
+    spots narrow;
+    narrow.capacity = 2;
+    narrow.enter(large + 2, 0);
+    narrow.enter(large + 4, 0);
+    ASSERT_EQ(((large + 2) + (large + 4)) / 2, large + 4);
+    narrow.enter(large + 2, 1);
+    EXPECT_EQ(narrow.root->split_value, large + 2);
+    EXPECT_EQ(dump(narrow.root->low) + dump(narrow.root->high), "[0 2 ][1 ]");
+}
+
+TEST_F(KdNode, WhatIsNoNumberLiesLowAndDoesntHinderSplits)
+{
+    spots s;
+    s.dimensions = 1;
+    s.enter(NAN);
+    s.enter(0);
+    s.enter(4);
+    s.enter(8);
+    EXPECT_EQ(dump(s.root), "(0 0x1p+2 [0 1 2 ][3 ])");
+    s.enter(NAN);
+    EXPECT_EQ(dump(s.root), "(0 0x1p+2 (0 0x1p+1 [0 1 4 ][2 ])[3 ])");
+    spots two;
+    two.capacity = 1;
+    two.enter(-5);
+    two.enter(NAN);
+    EXPECT_EQ(dump(two.root), "(0 -inf [1 ][0 ])");
+}
+
+TEST_F(KdNode, InfinitePlacesDontHinderSplits)
+{
+    spots s;
+    s.dimensions = 1;
+    s.enter(INFINITY);
+    s.enter(0);
+    s.enter(4);
+    s.enter(8);
+    EXPECT_EQ(dump(s.root), "(0 0x1p+2 [1 2 ][0 3 ])");
+    spots ends;
+    ends.capacity = 1;
+    ends.enter(-5);
+    ends.enter(-INFINITY);
+    EXPECT_EQ(dump(ends.root), "(0 -inf [1 ][0 ])");
+    spots beyond; // whose sum is infinite
+    beyond.capacity = 2;
+    beyond.enter(1e308);
+    beyond.enter(1.5e308);
+    beyond.enter(1.25e308);
+    EXPECT_EQ(dump(beyond.root->low) + dump(beyond.root->high), "[0 2 ][1 ]");
 }
 
 TEST_F(KdNode, LeafStopsWhereItsCountStops)
@@ -158,6 +248,8 @@ TEST_F(KdNode, CapacityBelowOneIsOne)
     EXPECT_EQ(dump(s.root), "[0 ]");
     s.enter(1);
     EXPECT_EQ(dump(s.root), "(0 0x0p+0 [0 ][1 ])");
+    s.enter(3); // 0 parts these no more
+    EXPECT_EQ(dump(s.root), "(0 0x0p+0 [0 ](0 0x1p+1 [1 ][2 ]))");
 }
 
 // Each split cuts off the greatest only. 1,000 levels and more, without a deep stack.
@@ -172,9 +264,103 @@ TEST_F(KdNode, DeepTreesAreReleasedAndWalked)
     const double middle[3] = {0, 0, 0};
     std::size_t seen = 0;
     for (const kd_node* leaf = kd_node_first_near(s.root, middle, INFINITY); leaf;
-         leaf = kd_node_next_near(leaf, middle, INFINITY))
+         leaf = kd_node_next_near(s.root, leaf, middle, INFINITY))
         seen += static_cast<std::size_t>(leaf->item_count);
     EXPECT_EQ(seen, s.all.size());
+}
+
+// Walks with and without shortcuts, which are laid by earlier walks.
+TEST_F(KdNode, WalksThroughDeepTreesEndWherePlainOnesDo)
+{
+    std::mt19937 random(3);
+    const double strange[] = {NAN, INFINITY, -INFINITY, -0.0, 1e308};
+    for (int order = 1; order < static_cast<int>(place_order::ORDERS); ++order) {
+        spots s;
+        s.dimensions = 3;
+        s.capacity = 2;
+        for (const place& p : random_places(place_kind::DIAGONAL, place_order(order), 4000, random))
+            s.enter(p.x, p.y, p.z);
+        ASSERT_TRUE(has_trail(s.root));
+        for (int i = 0; i < 4000; ++i) {
+            const place p = random_place(place_kind::DIAGONAL, random);
+            double at[3] = {p.x, p.y, p.z};
+            if (random() % 8 == 0)
+                at[random() % 3] = strange[random() % 5];
+            if (random() % 2 == 0)
+                put_on_a_plane(s.root, at, 0);
+            ASSERT_EQ(kd_node_leaf(s.root, at), plain_walk(s.root, at));
+        }
+    }
+}
+
+TEST_F(KdNode, CubesInDeepTreesLieWherePlainWalksFindThem)
+{
+    std::mt19937 random(4);
+    for (int order = 1; order < static_cast<int>(place_order::ORDERS); ++order) {
+        spots s;
+        s.capacity = 2;
+        for (const place& p : random_places(place_kind::DIAGONAL, place_order(order), 4000, random))
+            s.enter(p.x, p.y);
+        ASSERT_TRUE(has_trail(s.root));
+        for (int i = 0; i < 4000; ++i) {
+            const place p = random_place(place_kind::DIAGONAL, random);
+            double at[3] = {p.x, p.y, 0};
+            const double radius = 0.0625 * static_cast<int>(random() % 5);
+            if (random() % 2 == 0)
+                put_on_a_plane(s.root, at, random() % 2 ? radius : -radius);
+            ASSERT_EQ(kd_node_around(s.root, at, radius), plain_around(s.root, at, radius));
+        }
+    }
+}
+
+TEST_F(KdNode, WalksGoOnWithoutMemoryForShortcuts)
+{
+    for (int n = 1; n <= 3; ++n) {
+        spots s;
+        s.dimensions = 1;
+        s.capacity = 1;
+        int refused = 0;
+        for (int i = 0; i < 300; ++i) {
+            const double at[3] = {i + 0.5, 0, 0};
+            test_heap::fail_at(n);
+            ASSERT_EQ(kd_node_leaf(s.root, at), plain_walk(s.root, at));
+            test_heap::fail_at(0);
+            refused += !s.enter(i);
+        }
+        EXPECT_EQ(refused, 0);
+    }
+}
+
+// Branch after branch, each as deep as the way to it.
+TEST_F(KdNode, ShortcutsLeadIntoBranches)
+{
+    spots s;
+    s.capacity = 2;
+    for (int y = 0; y < 40; ++y)
+        for (int x = 0; x < 400; ++x)
+            s.enter(x, 1000 * y);
+    for (int i = 0; i < 16000; ++i) {
+        const double at[3] = {i % 400 + 0.25, 1000.0 * (i / 400), 0};
+        ASSERT_EQ(kd_node_leaf(s.root, at), plain_walk(s.root, at));
+    }
+}
+
+TEST_F(KdNode, CubeIsLookedForInTheLeastPartThatHoldsIt)
+{
+    spots s;
+    s.dimensions = 1;
+    s.capacity = 2;
+    for (int x = 0; x < 1000; ++x)
+        s.enter(x);
+    const double at[3] = {900.25, 0, 0};
+    EXPECT_TRUE(kd_node_around(s.root, at, 0)->is_leaf);
+    const kd_node* top = kd_node_around(s.root, at, 3);
+    EXPECT_FALSE(top->is_leaf);
+    EXPECT_GT(top->split_value, 890);
+    for (const double radius : {-1.0, double(NAN), double(INFINITY)})
+        EXPECT_EQ(kd_node_around(s.root, at, radius), s.root);
+    const double none[3] = {NAN, 0, 0};
+    EXPECT_EQ(kd_node_around(s.root, none, 1), s.root);
 }
 
 TEST_F(KdNode, LeavesNearAPositionComeLowOnesFirst)
@@ -187,7 +373,8 @@ TEST_F(KdNode, LeavesNearAPositionComeLowOnesFirst)
     const double at[3] = {7, 0, 0};
     double last = -1;
     int leaves = 0;
-    for (const kd_node* leaf = kd_node_first_near(s.root, at, 3); leaf; leaf = kd_node_next_near(leaf, at, 3)) {
+    for (const kd_node* leaf = kd_node_first_near(s.root, at, 3); leaf;
+         leaf = kd_node_next_near(s.root, leaf, at, 3)) {
         EXPECT_GT(s.all[leaf->items[0]].at[0], last);
         last = s.all[leaf->items[leaf->item_count - 1]].at[0];
         ++leaves;
@@ -216,12 +403,14 @@ TEST_F(KdNode, FailedGrowthLeavesTheLeafAsItWas)
 {
     spots s;
     s.capacity = 20;
-    for (int i = 0; i < 4; ++i)
+    for (int i = 0; i < 16; ++i)
         s.enter(i);
+    const std::string before = dump(s.root);
     test_heap::fail_at(1);
-    EXPECT_FALSE(s.enter(4));
+    EXPECT_FALSE(s.enter(16));
     test_heap::fail_at(0);
-    EXPECT_EQ(dump(s.root), "[0 1 2 3 ]");
+    EXPECT_EQ(dump(s.root), before);
+    EXPECT_EQ(s.root->item_count, 16);
 }
 
 } // namespace

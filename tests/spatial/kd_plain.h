@@ -1,10 +1,11 @@
-// kd_plain.h: the point tree once more, word for word and slow: recursive, with vectors. The judge of the
-// other.
+// kd_plain.h: the point tree once more, word for word and slow: recursive, with vectors, every walk from the
+// root. The judge of the other.
 #pragma once
 
 #include <cmath>
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <vector>
 
 struct plain_point {
@@ -56,6 +57,44 @@ struct plain_tree {
         return true;
     }
 
+    double place_of(int item, int dimension) const
+    {
+        const double at = points[item].at[dimension];
+        return std::isnan(at) ? -INFINITY : at;
+    }
+
+    bool is_one_place(int a, int b) const
+    {
+        for (int d = 0; d < dimensions; ++d)
+            if (place_of(a, d) != place_of(b, d))
+                return false;
+        return true;
+    }
+
+    // Halfway between the finite ones, if that leaves something above; otherwise just above the least.
+    void part_somehow(const plain_node& leaf, int item, int& dimension, double& value) const
+    {
+        double best = 0;
+        for (int d = 0; d < dimensions; ++d) {
+            std::multiset<double> all{place_of(item, d)}, finite;
+            for (int i : leaf.items)
+                all.insert(place_of(i, d));
+            for (double at : all)
+                if (std::isfinite(at))
+                    finite.insert(at);
+            if (!(*all.rbegin() - *all.begin() > best))
+                continue;
+            best = *all.rbegin() - *all.begin();
+            dimension = d;
+            value = *all.begin();
+            if (finite.empty())
+                continue;
+            const double middle = *finite.begin() / 2 + *finite.rbegin() / 2;
+            if (middle >= *all.begin() && middle < *all.rbegin())
+                value = middle;
+        }
+    }
+
     void add_to_leaf(plain_node& leaf, int item)
     {
         const std::size_t most = static_cast<std::size_t>(leaf_capacity);
@@ -80,7 +119,10 @@ struct plain_tree {
                 value = sum / static_cast<double>(leaf.items.size());
             }
         }
-        if (parts_nothing(leaf, item, dimension, value)) {
+        const bool holds_one_place = leaf.items.size() > most && is_one_place(leaf.items[0], item);
+        if (!holds_one_place && parts_nothing(leaf, item, dimension, value))
+            part_somehow(leaf, item, dimension, value);
+        if (holds_one_place || parts_nothing(leaf, item, dimension, value)) {
             leaf.items.push_back(item);
             return;
         }

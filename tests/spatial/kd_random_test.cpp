@@ -48,20 +48,23 @@ void ask_radius(pair_of_trees& both, const place& p, double radius)
     kd_free_list(&near);
 }
 
-void run(place_kind kind, unsigned seed, int operations)
+void run(place_kind kind, place_order order, unsigned seed, int operations)
 {
     std::mt19937 random(seed);
     const auto whole = [&](int a, int b) { return std::uniform_int_distribution<int>(a, b)(random); };
     const int capacities[] = {1, 2, 3, 5, 10, 40};
+    const double radii[] = {-0.5, 0, 0.5, 1, 2, 5, 15, 1e308, INFINITY, NAN};
     const int dimensions = whole(1, 3), capacity = capacities[whole(0, 5)];
     pair_of_trees both{kd_create(5, dimensions, capacity), plain_tree(dimensions, capacity)};
+    const std::vector<place> places = random_places(kind, order, operations, random);
     for (int i = 1; i <= operations; ++i) {
-        const place p = random_place(kind, random);
-        const int choice = whole(0, 9);
-        if (choice == 0)
-            ask_radius(both, p, whole(-1, 30) * 0.5);
+        const int choice = whole(0, 19);
+        if (choice < 2)
+            ask_radius(both, places[whole(0, operations - 1)], radii[whole(0, 9)]);
+        else if (choice < 5)
+            add_or_look(both, places[whole(0, operations - 1)], 0);
         else
-            add_or_look(both, p, choice < 3 ? 0 : i);
+            add_or_look(both, places[i - 1], i);
         if (testing::Test::HasFatalFailure())
             break;
     }
@@ -70,21 +73,26 @@ void run(place_kind kind, unsigned seed, int operations)
     EXPECT_EQ(test_heap::live_blocks(), 0);
 }
 
-TEST(KdRandom, TreesAndAnswersAreThoseOfThePlainTree)
+// Every kind of place in every order.
+void run_all(unsigned seeds, int operations)
 {
     for (int kind = 0; kind < static_cast<int>(place_kind::KINDS); ++kind)
-        for (unsigned seed = 1; seed <= 500; ++seed) {
-            run(static_cast<place_kind>(kind), seed, 120);
-            ASSERT_FALSE(HasFailure()) << "kind " << kind << " seed " << seed;
-        }
+        for (int order = 0; order < static_cast<int>(place_order::ORDERS); ++order)
+            for (unsigned seed = 1; seed <= seeds; ++seed) {
+                run(static_cast<place_kind>(kind), static_cast<place_order>(order), seed, operations);
+                ASSERT_FALSE(testing::Test::HasFailure())
+                    << "kind " << kind << " order " << order << " seed " << seed;
+            }
+}
+
+TEST(KdRandom, TreesAndAnswersAreThoseOfThePlainTree)
+{
+    run_all(150, 150);
 }
 
 TEST(KdRandom, LargeTreesAreThoseOfThePlainTree)
 {
-    for (int kind = 0; kind < static_cast<int>(place_kind::KINDS); ++kind) {
-        run(static_cast<place_kind>(kind), 77, kind == static_cast<int>(place_kind::STRANGE) ? 1500 : 6000);
-        ASSERT_FALSE(HasFailure()) << "kind " << kind;
-    }
+    run_all(2, 1500);
 }
 
 } // namespace

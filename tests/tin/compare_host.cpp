@@ -14,6 +14,9 @@ namespace
 {
 std::set<void*> blocks;
 int until_break = 0;
+int until_end = -1;
+bool only_one = false;
+int asked_for = 0;
 std::string text;
 } // namespace
 
@@ -25,6 +28,18 @@ void compare_host::break_at(int n)
 std::string compare_host::take_text()
 {
     return std::exchange(text, {});
+}
+
+void compare_host::heap_ends_after(int more, bool again)
+{
+    until_end = more;
+    only_one = again;
+    asked_for = 0;
+}
+
+int compare_host::blocks_asked_for()
+{
+    return asked_for;
 }
 
 int compare_host::live_blocks()
@@ -41,6 +56,8 @@ void compare_host::give_all_back()
 
 void* acad_malloc(std::size_t size)
 {
+    if (++asked_for > until_end && until_end >= 0 && (!only_one || asked_for == until_end + 1))
+        return nullptr;
     return *blocks.insert(std::malloc(size)).first;
 }
 

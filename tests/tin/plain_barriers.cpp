@@ -90,7 +90,8 @@ bool lies_on(const point* r, const barrier* b, const point* top, const point* bo
     if (r == b->from || r == b->to || r->y < bottom->y || r->y > top->y)
         return false;
     if (top->x == bottom->x)
-        return r->x == top->x;
+        return r->x == top->x && r->y > bottom->y &&
+               r->y < top->y; // one on an end would be met again and again
     const double m = (top->y - bottom->y) / (top->x - bottom->x);
     const double c_high = top->y - m * top->x + 1e-6, c_low = c_high - 2e-6;
     const double c = r->y - m * r->x;

@@ -97,6 +97,8 @@ TEST(TinReading, ElevationsOnContoursAreNudged)
         {3.0 - 2e-6, 1.0, 3.0 - 2e-6},
         {3.0 + 2e-6, 1.0, 3.0 + 2e-6},
         {0.0, 1.0, 1e-7},
+        {1e-6, 1.0, 1e-6},
+        {0.999999, 1.0, 0.999999},
         {-0.5, 0.0, -0.5},
     };
     for (const auto& c : cases) {
@@ -119,6 +121,9 @@ TEST(TinReading, ZeroFilterCountsAndGivesThePointBack)
     EXPECT_EQ(s.network.zero_count, 5);
     EXPECT_NE(s.offer(1, 1, 1.1e-6), nullptr);
     EXPECT_EQ(s.network.point_count, 1);
+    s.network.skip_zero = 2; // only 1 drops them
+    EXPECT_NE(s.offer(2, 2, 0), nullptr);
+    EXPECT_EQ(s.network.zero_count, 5);
 }
 
 TEST(TinReading, ProgressIsToldEveryHundredPointsBehindTheRoot)
@@ -250,9 +255,9 @@ void expect_same_tree(const std::vector<place>& places, const std::string& what)
 double odd_number(std::mt19937& chance, int kind)
 {
     const double steps[] = {0, 1e-6, -1e-6, 4e-7, -4e-7, 2e-6, 4e-6, 1.5e-6};
-    const double bases[] = {0, -0.0, 1, 4e-6 * double(chance() % 5), 500000.25, 1e9};
+    const double bases[] = {0, 2, 1, 4e-6 * double(chance() % 5), 500000.25, 1e9};
     const double far[] = {4294967296.0, 8589934592.0, 17179869184.0, 1e10, 1e13, 1e17, 1e300};
-    const double none[] = {std::nan(""), HUGE_VAL, -HUGE_VAL, 5e-324, -5e-324, 1.7e308, 0};
+    const double none[] = {std::nan(""), HUGE_VAL, -HUGE_VAL, 5e-324, -5e-324, 1.7e308, -0.0};
     const double base = bases[chance() % 6];
     switch (kind) {
     case 0: // on the very border of the box, and just beside it

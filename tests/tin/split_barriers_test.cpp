@@ -143,4 +143,17 @@ TEST(TinSplit, RunSplitsOnlyWhenAsked)
     }
 }
 
+// A place far out takes the digits from all others, which then are one place.
+TEST(TinSplit, PointsThatFallTogetherEnd)
+{
+    survey s;
+    s.network.split_on_barriers = 1;
+    s.offer_all({{1, 1}, {2, 2}, {3, 3}, {4, 5}, {5, 4}, {-1e300, -1e300}, {2.5, 9}});
+    s.barrier(0, 1);
+    s.barrier(2, 5);
+    s.run();
+    EXPECT_EQ(s.network.point_count, 7);
+    EXPECT_NE(s.network.triangles, nullptr);
+}
+
 } // namespace

@@ -55,6 +55,21 @@ TEST(TinSwapTest, NoSwapOfAReentrantQuadrilateral)
     EXPECT_EQ(quad(at(0, 0), at(120, -10), at(100, 0), at(90, 12)).test(), 0);
 }
 
+TEST(TinSwapTest, NoSwapWhereTheDiagonalsPassEachOther)
+{
+    const tin_point a = at(0, 0), b = at(50, -20), c = at(100, 0);
+    EXPECT_EQ(quad(a, b, c, at(50, 5)).test(), 1);
+    EXPECT_EQ(quad(a, b, c, at(50, -5)).test(), 0); // inside the circle as well
+}
+
+// The sums differ by the limit, and by a little less: the circle decides, and the slope.
+TEST(TinSwapTest, SumsAreEqualBelowTheLimit)
+{
+    const tin_point b = at(1024, 0), c = at(1024, 1024), d = at(0, 1024);
+    EXPECT_EQ(quad(at(-0.9e-6, 0), b, c, d).test(), 0); // by the slope
+    EXPECT_EQ(quad(at(-1.1e-6, 0), b, c, d).test(), 1); // nearly on one circle: the shorter diagonal
+}
+
 TEST(TinSwapTest, EqualSumsGoBySlopes)
 {
     // Unit square: of the two diagonals the one of the greater slope stays.
@@ -108,6 +123,20 @@ TEST(TinCocircular, FlatTrianglesGoFirst)
     // a or c all but on the other one: it stays although the other one is shorter.
     EXPECT_EQ(quad(at(-50, 0), at(0, -10), at(0.1, 0), at(0, 10)).cocircular(), 0);
     EXPECT_EQ(quad(at(-0.1, 0), at(0, -10), at(50, 0), at(0, 10)).cocircular(), 0);
+}
+
+TEST(TinCocircular, FlatMeansACosineAboveTheLimit)
+{
+    for (const auto& [cosine, expected] : {std::pair{0.99899997, 1}, {0.99899993, 0}}) {
+        const double sine = std::sqrt(1 - cosine * cosine);
+        const tin_point a = at(10, 0), c = at(0, 0), on = at(5 * cosine, -5 * sine), away = at(5, 50);
+        EXPECT_EQ(quad(a, on, c, away).cocircular(), expected); // b, seen from c
+        EXPECT_EQ(quad(a, away, c, on).cocircular(), expected); // d, seen from c
+        // The other diagonal's ends: the longer one stays only where they are flat.
+        const tin_point b = at(0, 0), d = at(10, 0);
+        EXPECT_EQ(quad(away, b, on, d).cocircular(), 1 - expected); // c, seen from b
+        EXPECT_EQ(quad(on, b, away, d).cocircular(), 1 - expected); // a, seen from b
+    }
 }
 
 // A quadrilateral whose own swap loses (100 - 136), and a neighbour beyond b-c whose swap then gains 50.
@@ -202,6 +231,10 @@ TEST(TinInside, EdgesAreReadyWithTheirEnds)
     EXPECT_EQ(edge[2].bottom_end->y, 0);
     EXPECT_EQ(edge[2].low_x_end->x, 0);
     EXPECT_EQ(edge[2].high_x_end->x, 4);
+    EXPECT_EQ(edge[0].top_end->x, 0); // of two ends at one height the first is the top
+    EXPECT_EQ(edge[0].bottom_end->x, 4);
+    EXPECT_EQ(edge[1].high_x_end->y, 0); // and of two at one x the first is the right one
+    EXPECT_EQ(edge[1].low_x_end->y, 8);
 }
 
 TEST(TinInside, PointsInsideOutsideAndOnEdges)

@@ -85,7 +85,7 @@ void expect_same_near(const KdSet& set, plain_set& plain, const place& p, double
     delete middle;
 }
 
-void run(place_kind kind, unsigned seed, int operations)
+void run(place_kind kind, place_order order, unsigned seed, int operations)
 {
     std::mt19937 random(seed);
     const auto whole = [&](int a, int b) { return std::uniform_int_distribution<int>(a, b)(random); };
@@ -93,9 +93,10 @@ void run(place_kind kind, unsigned seed, int operations)
     const int dimensions = whole(1, 3), capacity = capacities[whole(0, 3)];
     KdSet set(dimensions, capacity);
     plain_set plain(dimensions, capacity);
+    const std::vector<place> places = random_places(kind, order, operations, random);
     for (int i = 0; i < operations && !testing::Test::HasFatalFailure(); ++i) {
-        const place p = random_place(kind, random);
         const int choice = whole(0, 19);
+        const place p = places[choice == 0 || choice == 4 ? whole(0, operations - 1) : i];
         if (choice == 0) {
             expect_same_near(set, plain, p, whole(-1, 20) * 0.5);
         } else if (choice < 3 && plain.count > 0) {
@@ -121,10 +122,11 @@ void run(place_kind kind, unsigned seed, int operations)
 TEST_F(KdSetRandom, TreesAndIdsAreThoseOfThePlainSet)
 {
     for (int kind = 0; kind < static_cast<int>(place_kind::KINDS); ++kind)
-        for (unsigned seed = 1; seed <= 300; ++seed) {
-            run(static_cast<place_kind>(kind), seed, 150);
-            ASSERT_FALSE(HasFailure()) << "kind " << kind << " seed " << seed;
-        }
+        for (int order = 0; order < static_cast<int>(place_order::ORDERS); ++order)
+            for (unsigned seed = 1; seed <= 80; ++seed) {
+                run(static_cast<place_kind>(kind), static_cast<place_order>(order), seed, 200);
+                ASSERT_FALSE(HasFailure()) << "kind " << kind << " order " << order << " seed " << seed;
+            }
 }
 
 } // namespace

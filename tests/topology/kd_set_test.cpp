@@ -186,6 +186,34 @@ TEST_F(KdSetTest, SquaredDistanceIsThatOfTwoMembers)
     EXPECT_EQ(set->squared_distance(2, 1), NO_VALUE);
 }
 
+TEST_F(KdSetTest, LookFindsMembersAndLeavesNothingBehind)
+{
+    const NodeObj there(1, 2, 3), near(1 + 1e-7, 2, 3), elsewhere(9, 9, 9), none(NAN, 2, 3);
+    EXPECT_EQ(set->look(&there), 0);
+    EXPECT_EQ(dump(set->root), "[]");
+    EXPECT_EQ(set->capacity, 0);
+    intern(new NodeObj(1, 2, 3));
+    EXPECT_EQ(set->look(&there), 1);
+    EXPECT_EQ(set->look(&near), 1);
+    EXPECT_EQ(set->look(&elsewhere), 0);
+    EXPECT_EQ(set->look(&none), 0);
+    EXPECT_EQ(set->look(nullptr), 0);
+    EXPECT_EQ(dump(set->root), "[1 ]");
+    set->remove(1);
+    EXPECT_EQ(set->look(&there), 0);
+}
+
+// The id that is left compares as the object that is looked for, nearer than any member.
+TEST_F(KdSetTest, IdLeftInALeafHidesMembersThatAreNearOnly)
+{
+    intern(new NodeObj(1, 0, 0));
+    const NodeObj near(1 + 1e-7, 0, 0);
+    EXPECT_EQ(look(5), 0);
+    EXPECT_EQ(look(1 + 1e-7), 0);
+    EXPECT_EQ(look(1), 1);
+    EXPECT_EQ(set->look(&near), 1);
+}
+
 TEST_F(KdSetTest, EdgesAreOneFromEitherEnd)
 {
     EXPECT_EQ(intern(new ShapeEdge(3, 8, 0.5)), 1);
@@ -318,6 +346,38 @@ TEST_F(KdSetTest, InterningGrowsWithTheNumberOfObjects)
                 NodeObj* node = new NodeObj(i % 317, i / 317, 0);
                 if (many.find(node) == 0)
                     many.add(node);
+            }
+        },
+        60000));
+}
+
+// Edges along a line are numbered one beyond the other. Their tree is as deep as it has leaves.
+TEST_F(KdSetTest, InterningEdgesInOrderGrowsWithTheirNumber)
+{
+    EXPECT_TRUE(grows_in_proportion(
+        [](int size) {
+            KdSet many(3, 10);
+            for (int i = 1; i <= size; ++i) {
+                TopoObject* edge = new EdgeKey(i, i + 1, 0);
+                EXPECT_EQ(many.find(edge), 0);
+                many.add(edge);
+            }
+            EdgeKey first(1, 2, 0), last(size + 1, size, 0);
+            EXPECT_EQ(many.find(&first), 1);
+            EXPECT_EQ(many.find(&last), size);
+        },
+        200000));
+}
+
+TEST_F(KdSetTest, NodesThatAreNoneDontHinderOthers)
+{
+    EXPECT_TRUE(grows_in_proportion(
+        [](int size) {
+            KdSet many(3, 10);
+            for (int i = 0; i < size; ++i) {
+                TopoObject* node = new NodeObj(i % 317, i / 317, i % 50 ? 0 : NAN);
+                EXPECT_EQ(many.find(node), 0);
+                many.add(node);
             }
         },
         60000));

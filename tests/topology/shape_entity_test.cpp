@@ -89,11 +89,12 @@ TEST_F(ShapeEntity, FaceBackAtItsFirstCornerHasThree)
     EXPECT_EQ(edges(), "1-2 2-3");
 }
 
-TEST_F(ShapeEntity, FaceWithoutAFourthCornerHasThree)
+// The host takes the third corner for a fourth one that isn't given.
+TEST_F(ShapeEntity, FaceWithItsThirdCornerTwiceHasAnEdgeWithoutExtent)
 {
     add("0 3DFACE;8 0;10 0,0,0;11 4,0,0;12 4,4,0");
-    EXPECT_EQ(net.shape(1)->kind, ShapeKind::OPEN_FACE);
-    EXPECT_EQ(edges(), "1-2 2-3");
+    EXPECT_EQ(net.shape(1)->kind, ShapeKind::CLOSED_FACE);
+    EXPECT_EQ(edges(), "1-2 2-3 3-3");
 }
 
 TEST_F(ShapeEntity, OtherObjectsMakeNoShape)
