@@ -299,22 +299,4 @@ TEST_F(ShapeRandom, OverlayOfOneLongChainGrowsWithIt)
         16000));
 }
 
-TEST_F(ShapeRandom, OutlineWithASpurIsNotWalkedFromEachOfItsEdges)
-{
-    EXPECT_TRUE(grows_in_proportion(
-        [](int count) {
-            ShapeNet net(3);
-            path ring;
-            for (int i = 0; i < count; ++i)
-                ring.push_back({1000 * std::cos(i * 2 * std::numbers::pi / count),
-                                1000 * std::sin(i * 2 * std::numbers::pi / count)});
-            add_path(&net, ring, true);
-            add_segment(&net, 1000, 0, 1010, 0);
-            add_segment(&net, 1000, 0, 990, 0);
-            pg_ring* rings = net.trace_faces();
-            pg_free_rings(&rings); // those walked from the tips of the spurs
-        },
-        64000));
-}
-
 } // namespace
