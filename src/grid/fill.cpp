@@ -2,6 +2,7 @@
 // and lists them; the next confirms them, in the reverse order, and goes on with their neighbours.
 #include "grid/fill.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -39,7 +40,7 @@ grid_cell cell_of(filling* f, const spot& at)
 {
     if (f->g->in_memory)
         return f->g->row_table[at.row][at.column];
-    return f->in_pages ? *pages_run(f->g, at.index).first : grid_read_cell(f->g, at.index);
+    return f->in_pages ? *pages_run(f->g, at.index).first : *cells_from(f->g, at.index).first;
 }
 
 void set_cell(filling* f, const spot& at, const grid_cell& cell)
@@ -115,11 +116,22 @@ long first_pass(filling* f)
     return null_cells;
 }
 
+// In a large grid each of its rows is somewhere else: they are called for while the item before is at work.
+void call_for(const filling* f, const grid_fill_item* item)
+{
+    if (!item || !f->g->in_memory)
+        return;
+    const spot at = spot_of(f->g, item->index);
+    for (std::int32_t row = std::max(at.row - REACH, 0); row <= std::min(at.row + REACH, f->g->rows); ++row)
+        __builtin_prefetch(f->g->row_table[row] + at.column);
+}
+
 // Confirms the cells of the last pass. Answers how many they are.
 long next_pass(filling* f, bool go_on)
 {
     long confirmed = 0;
     for (grid_fill_item* item = f->items.take(); item;) {
+        call_for(f, item->next);
         const spot at = spot_of(f->g, item->index);
         confirm(f, at, *item);
         ++confirmed;

@@ -14,6 +14,8 @@ extern "C" {
 host_file* file_open(const char* path, const char* mode);
 // 0 when all that was written is safe on disk.
 int file_close(host_file* file);
+// Closes a file without its predecessor's being replaced.
+void file_give_up(host_file* file);
 // As fgets, at most size - 1 characters; every kind of line end is handed on as one line feed.
 char* file_gets(char* buffer, int size, host_file* file);
 // Text with line feeds; the host writes the line ends that the user wants. Negative on failure.

@@ -179,9 +179,11 @@ TEST_F(GridText, CellsThatCantBeReadWhileSavingAreTold)
     g = grid_create(0, 0, 1, 1, 600, 600);
     for (int i = 0; i < grid_cell_count(g); ++i)
         grid_write_cell(g, i, {1, CELL_VALUE});
+    disk().files["out"] = "previous";
     disk().read_limit = 1600;
     EXPECT_EQ(grid_save(g, "out"), 0);
     EXPECT_EQ(printed_text(), "\nError: grid cells can't be read from the temporary file");
+    EXPECT_EQ(disk().files["out"], "previous");
 }
 
 // ---- reading
