@@ -40,7 +40,7 @@ grid_cell cell_of(filling* f, const spot& at)
 {
     if (f->g->in_memory)
         return f->g->row_table[at.row][at.column];
-    return f->in_pages ? *pages_run(f->g, at.index).first : grid_read_cell(f->g, at.index);
+    return f->in_pages ? *pages_run(f->g, at.index).first : *cells_from(f->g, at.index).first;
 }
 
 void set_cell(filling* f, const spot& at, const grid_cell& cell)

@@ -5,10 +5,6 @@
 namespace
 {
 
-struct cell {
-    double x0, x1, y0, y1;
-};
-
 void widen(point_tree* tree, double x, double y)
 {
     tree->x0 = std::min(tree->x0, x);
@@ -28,7 +24,7 @@ std::uint32_t countable(const tin_point* points)
 }
 
 void halve(point_tree* tree, std::uint32_t node, std::uint32_t level_first, std::uint32_t level_size,
-           const cell& c)
+           const tree_cell& c)
 {
     if (node >= tree->leaves)
         return;
@@ -43,7 +39,7 @@ void halve(point_tree* tree, std::uint32_t node, std::uint32_t level_first, std:
     else
         std::nth_element(first, middle, last, [](const tree_spot& p, const tree_spot& q) { return p.y < q.y; });
     n.at = n.by_x ? middle->x : middle->y;
-    cell low = c, high = c;
+    tree_cell low = c, high = c;
     (n.by_x ? low.x1 : low.y1) = n.at;
     (n.by_x ? high.x0 : high.y0) = n.at;
     halve(tree, 2 * node, 2 * level_first, 2 * level_size, low);
@@ -65,7 +61,7 @@ bool is_beside(const triangle_query& q, int edge, double x, double y)
     return turn(q.corner[edge], q.corner[(edge + 1) % 3], x, y) < -q.reach * q.length[edge];
 }
 
-bool is_apart(const triangle_query& q, const cell& c)
+bool is_apart(const triangle_query& q, const tree_cell& c)
 {
     double x0 = q.corner[0].x, x1 = x0, y0 = q.corner[0].y, y1 = y0;
     for (const tin_place& p : q.corner) {
@@ -81,14 +77,14 @@ bool is_apart(const triangle_query& q, const cell& c)
     return false;
 }
 
-void visit_near(const triangle_query& q, std::uint32_t node, const cell& c)
+void visit_near(const triangle_query& q, std::uint32_t node, const tree_cell& c)
 {
     if (is_apart(q, c))
         return;
     const point_tree& tree = q.tree;
     if (node < tree.leaves) {
         const tree_node& n = tree.nodes[node];
-        cell low = c, high = c;
+        tree_cell low = c, high = c;
         (n.by_x ? low.x1 : low.y1) = n.at;
         (n.by_x ? high.x0 : high.y0) = n.at;
         visit_near(q, 2 * node, low);

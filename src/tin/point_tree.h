@@ -21,6 +21,11 @@ struct tree_node {
     std::uint8_t free, waiting; // in leaves a bit for each point; else 0 when there is none below
 };
 
+// The ground of a node, its sides included.
+struct tree_cell {
+    double x0, x1, y0, y1;
+};
+
 struct point_tree {
     tree_spot* spots; // by leaf
     tree_node* nodes;

@@ -6,6 +6,7 @@
 #include "tin/waiting.h"
 
 #include <bit>
+#include <limits>
 #include <utility>
 
 #include "hostapi/ads.h"
@@ -22,6 +23,9 @@ struct tin_waiting {
     waiting_link* spare;
     tin_triangle* last; // the one of the last point taken
     tin_place last_place;
+    std::uint32_t leaf;           // node of the last point taken
+    int depth;                    // of that node
+    tree_cell cells[32];          // of that node and those above it, by depth
     bool folded;                  // there was a clockwise triangle
     bool torn;                    // sides may name wrong neighbours
     const tin_point* not_in_fold; // a point of which it is known that no such one lies over it
@@ -35,7 +39,7 @@ constexpr double THIN = REACH / 64; // height of a triangle that may be clockwis
 constexpr double SLIMMEST = 1e-7;   // shape of the box of all points
 constexpr std::uint64_t WORK_FOR_ORDER = 4;
 constexpr double LITTLE = 4; // points in a triangle, by its area
-constexpr int MANY_LEAVES = 12;
+constexpr int MANY_LEAVES = 100;
 
 tree_node& leaf_node(const tin_waiting* w, std::uint32_t place)
 {
@@ -96,6 +100,35 @@ void bind(tin_waiting* w, std::uint32_t place, tin_triangle* triangle, bool for_
     tin_put_in_bucket(link, triangle);
 }
 
+// The lowest of the nodes of the last point taken that has all points near a box. What is asked for is mostly
+// about that point.
+std::uint32_t start_node(const tin_waiting* w, const tin_place& low, const tin_place& high)
+{
+    std::uint32_t node = w->leaf;
+    for (int depth = w->depth; depth > 0; --depth, node /= 2) {
+        const tree_cell& c = w->cells[depth];
+        if (low.x - w->reach > c.x0 && high.x + w->reach < c.x1 && low.y - w->reach > c.y0 &&
+            high.y + w->reach < c.y1)
+            break;
+    }
+    return node;
+}
+
+void set_start(tin_waiting* w, std::uint32_t place)
+{
+    w->leaf = w->tree->leaves + leaf_of(*w->tree, place);
+    w->depth = std::bit_width(w->leaf) - 1;
+    constexpr double far = std::numeric_limits<double>::infinity();
+    w->cells[0] = {-far, far, -far, far};
+    for (int depth = 0; depth < w->depth; ++depth) {
+        const tree_node& n = w->tree->nodes[w->leaf >> (w->depth - depth)];
+        const bool upper = w->leaf >> (w->depth - depth - 1) & 1;
+        tree_cell& c = w->cells[depth + 1];
+        c = w->cells[depth];
+        (n.by_x ? upper ? c.x0 : c.x1 : upper ? c.y0 : c.y1) = n.at;
+    }
+}
+
 int frame_index(const tin_network* network, const tin_point* point)
 {
     for (int i = 0; i < 4; ++i)
@@ -107,6 +140,7 @@ int frame_index(const tin_network* network, const tin_point* point)
 // An edge from a to b, made where two triangles were or, if both are the same, inside one.
 struct edge_query {
     tin_place a, b;
+    double limit;              // length times reach
     const swap_corners* where; // null: there was nothing
     tin_triangle* into;
 };
@@ -121,7 +155,8 @@ bool is_well_inside(const tin_waiting* w, const tin_point* const (&corner)[3], c
 void bind_if_near(tin_waiting* w, const edge_query& q, std::uint32_t place)
 {
     const tree_spot& spot = w->tree->spots[place];
-    if (is_near_segment(q.a, q.b, w->reach, spot.x, spot.y) &&
+    if (std::fabs(turn(q.a, q.b, spot.x, spot.y)) <= q.limit &&
+        is_near_segment(q.a, q.b, w->reach, spot.x, spot.y) &&
         (!q.where || is_well_inside(w, q.where->corner[0], spot) ||
          is_well_inside(w, q.where->corner[1], spot)))
         bind(w, place, q.into, false);
@@ -150,7 +185,8 @@ void bind_near(tin_network* network, const tin_point* from, const tin_point* to,
         std::swap(from, to);
     else
         corner = frame_index(network, to);
-    const edge_query q{place_of(from), place_of(to), where, into};
+    const tin_place a = place_of(from), b = place_of(to);
+    const edge_query q{a, b, 1.001 * w->reach * std::hypot(b.x - a.x, b.y - a.y), where, into};
     corner_order* order = corner >= 0 && frame_index(network, from) < 0 ? &w->orders[corner] : nullptr;
     if (order && !order->entries && !order->given_up && order->work > WORK_FOR_ORDER * tree.count)
         corner_order_make(order, tree);
@@ -160,7 +196,8 @@ void bind_near(tin_network* network, const tin_point* from, const tin_point* to,
     }
     std::uint64_t work = 0;
     near_segment(
-        tree, 1, q.a, q.b, w->reach,
+        tree, start_node(w, {std::min(a.x, b.x), std::min(a.y, b.y)}, {std::max(a.x, b.x), std::max(a.y, b.y)}),
+        a, b, w->reach,
         [&](std::uint32_t node) {
             ++work;
             return tree.nodes[node].free != 0;
@@ -193,7 +230,7 @@ tin_content look_into(const tin_waiting* w, const tin_triangle* t)
     const tin_place high{std::max({a.x, b.x, c.x}), std::max({a.y, b.y, c.y})};
     int work = 0;
     const bool empty = near_box(
-        tree, 1, low, high,
+        tree, start_node(w, low, high), low, high,
         [&](std::uint32_t node) {
             work += node >= tree.leaves;
             return tree.nodes[node].free != 0;
@@ -416,6 +453,7 @@ bool waiting_begin(tin_network* network)
     w->thin = THIN * std::max(width, height);
     w->area = width * height;
     w->left = tree->count;
+    w->leaf = 1;
     for (int i = 0; i < 4; ++i)
         corner_order_begin(&w->orders[i], network->frame[i], width, height);
     mark_all_free(w);
@@ -446,6 +484,7 @@ void waiting_take(tin_network* network, tin_point* point)
         link->for_good = true; // if it is inserted elsewhere the link stays
         place = link->place;
     }
+    set_start(w, place);
     leaf_node(w, place).waiting &= static_cast<std::uint8_t>(~leaf_bit(w, place));
     note_triangle(w, place, point->tri);
     content_of(point->tri) = tin_content::unknown;
