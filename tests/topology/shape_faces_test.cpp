@@ -110,14 +110,28 @@ struct net_maker {
         std::vector<std::pair<place, place>> all;
         std::vector<place> rim;
         const int n = whole(5, 40);
+        const double first = whole(0, 2) ? real(-3, 3) : 0.0;
         for (int i = 0; i < n; ++i) {
             const double steps[] = {0, 1e-16, 1e-15, 4e-14, 1e-9, 1e-3};
-            const double angle = whole(-8, 8) * std::numbers::pi / 8 + steps[whole(0, 5)] * whole(-3, 3);
+            const double angle =
+                first + whole(-8, 8) * std::numbers::pi / 8 + steps[whole(0, 5)] * whole(-3, 3);
             const double r = whole(1, 4);
             rim.push_back({r * std::cos(angle), whole(0, 5) ? r * std::sin(angle) : 0.0});
             all.push_back({{0, 0}, rim.back()});
             if (i > 0 && whole(0, 2))
                 all.push_back({rim[static_cast<std::size_t>(whole(0, i - 1))], rim.back()});
+        }
+        edges(all);
+    }
+
+    // Spokes in line, so that directions are the same or differ in their last bits, with a rim each.
+    void spokes_in_line()
+    {
+        std::vector<std::pair<place, place>> all;
+        for (int i = 0; i < 12; ++i) {
+            const double x = real(-1, 1), y = real(-1, 1), far = real(1, 3);
+            const place near_end{x, y}, far_end{x * far, y * far}, side{x - 0.2 * y, y + 0.2 * x};
+            all.insert(all.end(), {{{0, 0}, near_end}, {{0, 0}, far_end}, {near_end, side}, {side, far_end}});
         }
         edges(all);
     }
@@ -229,13 +243,13 @@ TEST_P(ShapeFaces, WithoutMemoryForAllTheyAreTracedOneByOne)
 
 std::string name_of(const testing::TestParamInfo<maker_step>& kind)
 {
-    const char* names[] = {"Trees", "Tangles", "Hubs", "Squares", "Flowers"};
+    const char* names[] = {"Trees", "Tangles", "Hubs", "SpokesInLine", "Squares", "Flowers"};
     return names[kind.index];
 }
 
 INSTANTIATE_TEST_SUITE_P(Nets, ShapeFaces,
                          testing::Values(&net_maker::trees, &net_maker::tangle, &net_maker::hub,
-                                         &net_maker::squares, &net_maker::flower),
+                                         &net_maker::spokes_in_line, &net_maker::squares, &net_maker::flower),
                          name_of);
 
 // An edge that a node lists though it ends elsewhere: the faces are traced one by one.
@@ -329,10 +343,12 @@ TEST_F(Collection, HubIsTurnedAtInProportion)
     EXPECT_TRUE(grows_in_proportion(
         [](int count) {
             ShapeNet net(3);
-            for (int i = 0; i < count; ++i) {
-                const place a = on_circle(1000, i, count), b = on_circle(1000, i + 1, count);
-                add_path(&net, {{0, 0}, {a.x, a.y}, {b.x, b.y}});
-            }
+            path ring;
+            for (int i = 0; i < count; ++i)
+                ring.push_back({on_circle(1000, i, count).x, on_circle(1000, i, count).y});
+            add_path(&net, ring, true);
+            for (const vertex& v : ring)
+                add_segment(&net, v.x, v.y, 0, 0);
             trace(&net);
         },
         32000));
