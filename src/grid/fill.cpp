@@ -179,13 +179,12 @@ int grid_fill_nulls(grid* g, std::int32_t null_count, char mode)
         acutPrintf("\nPass> 1 Null Z values left> %ld", static_cast<long>(null_count));
     const double diagonal = std::sqrt(g->step_x * g->step_x + g->step_y * g->step_y);
     filling f{g, rules_of(mode, g->step_x, g->step_y, diagonal), {}, {}};
-    const bool whole = !g->in_memory && whole_begin(g);
+    const whole_way whole = g->in_memory ? whole_way::none : whole_begin(g);
     f.in_pages = !g->in_memory && pages_begin(g);
     if (grid_fill_plane == 1)
         grid_mean_slope(g);
     const int result = run_passes(&f);
-    if (whole)
-        f.failed |= !whole_end(g, true);
+    f.failed |= !whole_end(g, whole);
     if (f.in_pages)
         f.failed |= !pages_end(g);
     if (!f.failed)
