@@ -20,8 +20,8 @@
 #include <unistd.h>
 
 #include "host/core/console.h"
-#include "host/core/session.h"
 #include "host/core/mapped_files.h"
+#include "host/core/session.h"
 #include "host/core/temporary_files.h"
 #include "host/files/paths.h"
 #include "host/files/replacement.h"

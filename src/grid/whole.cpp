@@ -1,5 +1,5 @@
-// The file is mapped where the host can do that: its cells then lie in memory once, and nothing moves. Else they
-// are read into memory and written back.
+// The file is mapped where the host can do that: its cells then lie in memory once, and nothing moves. Else
+// they are read into memory and written back.
 #include "grid/whole.h"
 
 #include "grid/pages.h"
