@@ -179,6 +179,23 @@ int temp_flush(grid* g)
     return done;
 }
 
+bool temp_complete(grid* g)
+{
+    if (!temp_flush(g))
+        return false;
+    const std::int32_t end = g->file_cells, count = end > 0 ? grid_cell_count(g) : 0;
+    std::fill_n(g->write_buffer, WRITE_WINDOW, grid_cell());
+    for (std::int32_t first = end; first < count;) {
+        const std::int32_t more = std::min(WRITE_WINDOW, count - first);
+        if (temp_write_cells(g, first, g->write_buffer, more) <= 0) {
+            g->file_cells = end; // nothing is lost: what can't be read there is null
+            return false;
+        }
+        first += more;
+    }
+    return true;
+}
+
 bool temp_is_whole(grid* g)
 {
     if (g->file_cells == 0)
