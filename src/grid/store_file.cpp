@@ -132,6 +132,7 @@ int temp_write(grid* g, std::int32_t index, const grid_cell& cell)
 
 std::int32_t temp_read_cells(grid* g, std::int32_t first, grid_cell* out, std::int32_t room)
 {
+    room = std::clamp(grid_cell_count(g) - first, 0, room); // whatever somebody made of the file
     const std::int32_t expected = std::clamp(g->file_cells - first, 0, room);
     g->file = file_open_temp(g->temp_path, "rb");
     if (!g->file) {
