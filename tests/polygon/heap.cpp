@@ -86,6 +86,12 @@ int acutPrintf(const char* format, ...)
     return RTNORM;
 }
 
+int acedAlert(const char* text)
+{
+    printed += std::string("[alert] ") + text + "\n";
+    return RTNORM;
+}
+
 void acutPolar(const ads_point from, ads_real angle, ads_real distance, ads_point out)
 {
     const double x = from[0] + distance * std::cos(angle), y = from[1] + distance * std::sin(angle);

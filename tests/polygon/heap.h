@@ -16,5 +16,5 @@ void fail_from(int n);
 void break_at(int n);
 } // namespace test_heap
 
-// What was printed since this was last asked.
+// What was printed since this was last asked; alerts as "[alert] text\n".
 std::string printed_text();
