@@ -234,14 +234,14 @@ double net::half_bulge(const edge& e, int from, int to) const
     double turn = pg_angle(r.center, e.bulge > 0 ? b : a) - pg_angle(r.center, e.bulge > 0 ? a : b);
     if (turn < 0)
         turn += 2 * PI;
-    const double root = std::sqrt(std::max(0.0, r.radius * r.radius - d * d / 4));
-    const double clockwise = ((turn > PI ? -root : root) - r.radius) * 2 / d;
-    return e.bulge > 0 ? -clockwise : clockwise;
+    const double half = d / 2, root = half < r.radius ? std::sqrt((r.radius - half) * (r.radius + half)) : 0;
+    const double size = turn > PI ? (r.radius + root) / half : half / (r.radius + root);
+    return e.bulge > 0 ? size : -size;
 }
 
 int net::split_edge(int edge_id, int node_id)
 {
-    if (is_end(edge_id, node_id))
+    if (is_end(edge_id, node_id) || edge_at(edge_id).deleted)
         return 0;
     const edge old = edge_at(edge_id);
     const int first = intern_edge(old.node1, node_id, half_bulge(old, old.node1, node_id));
@@ -255,9 +255,34 @@ int net::split_edge(int edge_id, int node_id)
     return first;
 }
 
+// Two nodes may lie within the tolerance of each other where the set that finds them has parted them.
+bool net::lies_at_end(const edge& e, int node_id) const
+{
+    const node& p = node_at(node_id);
+    for (const int end : {e.node1, e.node2}) {
+        const node& q = node_at(end);
+        if (std::fabs(p.x - q.x) < 1e-6 && std::fabs(p.y - q.y) < 1e-6 && std::fabs(p.z - q.z) < 1e-6)
+            return true;
+    }
+    return false;
+}
+
+int net::cut_at(int edge_id, int node_id)
+{
+    return lies_at_end(edge_at(edge_id), node_id) ? 0 : split_edge(edge_id, node_id);
+}
+
+bool net::is_a_place(const edge& e) const
+{
+    const node &a = node_at(e.node1), &b = node_at(e.node2);
+    return std::fabs(a.x - b.x) <= 1e-6 && std::fabs(a.y - b.y) <= 1e-6;
+}
+
 // Cuts j where i meets it, and then i at one place. Whether i was cut.
 bool net::cut_pair(int i, int j)
 {
+    if (is_a_place(edge_at(i)) || is_a_place(edge_at(j)))
+        return false;
     const std::vector<vertex> points = edge_crossings(i, j);
     if (points.empty())
         return false;
@@ -266,23 +291,23 @@ bool net::cut_pair(int i, int j)
         cuts.push_back({0, intern_node(p.x, p.y, p.z)});
     if (points.size() == 2) {
         for (std::size_t k = 0; k < 2; ++k)
-            cuts[k].first = edge_position(j, points[k]);
+            cuts[k].first = edge_position(j, {points[k].x, points[k].y, 0, 0});
         if (cuts[1].first < cuts[0].first)
             std::swap(cuts[0], cuts[1]);
     }
     const edge old = edge_at(j);
-    const int half = split_edge(j, cuts.front().second);
-    if (cuts.size() == 2 && old.node1 != cuts[1].second && old.node2 != cuts[1].second) {
+    const int half = cut_at(j, cuts.front().second);
+    if (cuts.size() == 2 && !lies_at_end(old, cuts[1].second)) {
         int piece = j; // the one that holds the farther place: positions on clockwise arcs count from node2
         if (half != 0)
             piece = old.bulge < 0
                         ? half
                         : intern_edge(cuts[0].second, old.node2, half_bulge(old, cuts[0].second, old.node2));
-        split_edge(piece, cuts[1].second);
+        cut_at(piece, cuts[1].second);
     }
-    if (split_edge(i, cuts.back().second) != 0)
+    if (edge_at(i).deleted || cut_at(i, cuts.back().second) != 0)
         return true;
-    return cuts.size() == 2 && split_edge(i, cuts.front().second) != 0;
+    return cuts.size() == 2 && cut_at(i, cuts.front().second) != 0;
 }
 
 void net::cut_crossings()
@@ -319,8 +344,9 @@ int net::near_node(const edge& e) const
         const double t =
             (ab[0] * ap[0] + ab[1] * ap[1] + ab[2] * ap[2]) / (ab[0] * ab[0] + ab[1] * ab[1] + ab[2] * ab[2]);
         const node foot = {a.x + t * ab[0], a.y + t * ab[1], a.z + t * ab[2], {}};
-        const double sum = std::sqrt(squared_distance(p, a)) + std::sqrt(squared_distance(p, b));
-        if (squared_distance(p, foot) < tolerance * tolerance && std::fabs(sum - length) < 1e-6)
+        const double from_a = std::sqrt(squared_distance(p, a)), from_b = std::sqrt(squared_distance(p, b));
+        if (squared_distance(p, foot) < tolerance * tolerance && std::fabs(from_a + from_b - length) < 1e-6 &&
+            from_a < length && from_b < length) // pieces no shorter than the edge would be cut for ever
             return id;
     }
     return 0;
@@ -365,7 +391,7 @@ int net::outermost_edge(int before, int at, int walked, int* far) const
     int chosen = 0;
     double greatest = 0;
     for (const int id : node_at(at).edges) {
-        if (id == 0 || id == walked || edge_at(id).deleted)
+        if (id == 0 || id == walked || edge_at(id).deleted || edge_at(id).node1 == edge_at(id).node2)
             continue;
         const int other = edge_at(id).node1 == at ? edge_at(id).node2 : edge_at(id).node1;
         if (const double turn = turn_angle(before, at, other); turn > greatest) {
@@ -389,10 +415,13 @@ std::vector<int> net::trace_face(int edge_id, int face_id, bool forward)
     const int first = forward ? low(start) : high(start);
     int previous = first, current = forward ? high(start) : low(start);
     step now{edge_id, forward};
+    if (start.node1 == start.node2)
+        return {};
     side(edge_id, forward) = face_id;
-    bool is_face = false;
+    bool is_face = false, is_counted = true;
     for (;;) {
-        walk.push_back(now);
+        if (is_counted)
+            walk.push_back(now);
         int far = 0;
         const int chosen = outermost_edge(previous, current, now.edge, &far);
         if (chosen == 0)
@@ -405,35 +434,36 @@ std::vector<int> net::trace_face(int edge_id, int face_id, bool forward)
                 side(chosen, next.forward) = face_id;
             break;
         }
-        // An edge that is walked back takes what lies between out again; one walked twice the same way would
-        // go on for ever.
+        // An edge that is walked back is taken out again with all that came after it; one walked twice the
+        // same way would go on for ever.
         const auto seen =
             std::find_if(walk.begin(), walk.end(), [&](const step& s) { return s.edge == chosen; });
         if (!walked.insert({next.edge, next.forward}).second)
             break;
         if (seen != walk.end()) {
-            for (auto undone = seen + 1; undone != walk.end(); ++undone)
+            for (auto undone = seen; undone != walk.end(); ++undone)
                 side(undone->edge, undone->forward) = 0;
-            walk.erase(seen + 1, walk.end());
+            walk.erase(seen, walk.end());
+            is_counted = false;
         } else {
             if (side(chosen, next.forward) != 0)
                 break;
             side(chosen, next.forward) = face_id;
+            is_counted = true;
         }
         previous = current;
         current = far;
         now = next;
     }
-    if (!is_face) {
+    if (!is_face)
         for (const step& s : walk)
             for (const bool way : {false, true})
                 if (side(s.edge, way) == face_id)
                     side(s.edge, way) = 0;
-        return {};
-    }
     std::vector<int> face;
     for (const step& s : walk)
-        face.push_back(s.edge);
+        if (is_face)
+            face.push_back(s.edge);
     return face;
 }
 
@@ -470,12 +500,13 @@ std::vector<ring> net::trace_faces()
     std::vector<ring> rings;
     int face_id = 1;
     for (int i = 1; i <= edge_count(); ++i)
-        for (const bool forward : {false, true}) {
+        for (const bool forward : {true, false}) {
             if (edge_at(i).deleted || side(i, forward) != 0)
                 continue;
-            const std::vector<int> face = trace_face(i, face_id++, forward);
+            const std::vector<int> face = trace_face(i, face_id, forward);
             if (face.empty())
                 continue;
+            ++face_id;
             const std::vector<vertex> vertices = face_to_chain(face);
             pg_node* chain = nullptr;
             for (auto v = vertices.rbegin(); v != vertices.rend(); ++v) {

@@ -109,6 +109,9 @@ private:
     void remove_edge(int edge_id);
     bool is_end(int edge_id, int node_id) const;
     double half_bulge(const edge& e, int from, int to) const;
+    bool lies_at_end(const edge& e, int node_id) const;
+    bool is_a_place(const edge& e) const;
+    int cut_at(int edge_id, int node_id);
     bool cut_pair(int i, int j);
     int& side(int edge_id, bool forward);
     int outermost_edge(int before, int at, int walked, int* far) const;
