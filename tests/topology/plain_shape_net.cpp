@@ -248,6 +248,9 @@ int net::split_edge(int edge_id, int node_id)
     const int second = intern_edge(node_id, old.node2, half_bulge(old, node_id, old.node2));
     for (const int shape_id : old.shapes)
         for (const int half : {first, second}) {
+            const std::vector<int>& had = edge_at(half).shapes;
+            if (std::find(had.begin(), had.end(), shape_id) != had.end())
+                continue;
             edge_at(half).shapes.push_back(shape_id);
             shape_at(shape_id).edges.push_back(half);
         }
@@ -427,6 +430,8 @@ std::vector<int> net::trace_face(int edge_id, int face_id, bool forward)
         if (chosen == 0)
             break;
         const step next{chosen, current == low(edge_at(chosen))};
+        if (far == first && walk.size() == 1 && walk[0].edge == chosen)
+            break; // all that came between was taken out
         if (far == first) {
             walk.push_back(next);
             is_face = side(chosen, next.forward) == 0;
