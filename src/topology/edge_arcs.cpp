@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "common/tolerances.h"
 #include "polygon/arcs.h"
 #include "polygon/points.h"
 
@@ -26,6 +27,13 @@ edge_ends ends_of(const EdgeKey& edge)
             static_cast<const NodeObj*>(nodes.get(edge.node2))};
 }
 
+bool is_curved(const EdgeKey& edge)
+{
+    const edge_ends ends = ends_of(edge);
+    return ends &&
+           std::fabs(edge.bulge) * pg_dist(place(*ends.first).at, place(*ends.second).at) / 2.0 > LENGTH_TOL;
+}
+
 bool make_arc_ready(ShapeEdge* edge)
 {
     const edge_ends ends = ends_of(*edge);
@@ -47,9 +55,9 @@ pg_segment segment_of(const ShapeEdge& edge)
     pg_segment segment{};
     std::copy_n(p.at, 3, segment.p);
     std::copy_n(q.at, 3, segment.q);
-    segment.bulge = edge.bulge;
-    if (!is_arc(edge))
+    if (!is_curved(edge))
         return segment;
+    segment.bulge = edge.bulge;
     std::copy_n(edge.center, 3, segment.centre);
     segment.start = edge.start_angle;
     segment.end = edge.end_angle;

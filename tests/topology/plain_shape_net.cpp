@@ -18,7 +18,7 @@ namespace
 {
 
 constexpr double PI = 3.141592653589793;
-constexpr int MOST_EDGES = 100000;
+constexpr int MOST_EDGES = 3000;
 
 } // namespace
 
@@ -163,6 +163,13 @@ arc net::arc_of(const edge& e) const
     return made;
 }
 
+// Arcs that stay within the tolerance of their chord meet others as that does.
+bool net::is_curved(const edge& e) const
+{
+    const double dx = node_at(e.node2).x - node_at(e.node1).x, dy = node_at(e.node2).y - node_at(e.node1).y;
+    return std::fabs(e.bulge) * std::sqrt(dx * dx + dy * dy) / 2 > 1e-6;
+}
+
 std::vector<vertex> net::edge_crossings(int first, int second) const
 {
     const edge &e = edge_at(first), &o = edge_at(second);
@@ -172,17 +179,17 @@ std::vector<vertex> net::edge_crossings(int first, int second) const
     const double c[3] = {o1.x, o1.y, o1.z}, d[3] = {o2.x, o2.y, o2.z};
     double p[3] = {}, q[3] = {};
     int count = 0;
-    if (e.bulge == 0 && o.bulge == 0) {
+    if (!is_curved(e) && !is_curved(o)) {
         for (const int k : {1, 0}) {
             const double least = std::min(a[k], b[k]), most = std::max(a[k], b[k]);
             if ((c[k] < least && d[k] < least) || (c[k] > most && d[k] > most))
                 return {};
         }
         count = pg_seg_intersect(a, b, c, d, p, q);
-    } else if (e.bulge == 0) {
+    } else if (!is_curved(e)) {
         const arc r = arc_of(o);
         count = pg_line_arc_intersect(a, b, r.center, r.radius, r.start, r.end, p, q);
-    } else if (o.bulge == 0) {
+    } else if (!is_curved(o)) {
         const arc r = arc_of(e);
         count = pg_line_arc_intersect(c, d, r.center, r.radius, r.start, r.end, p, q);
     } else {
@@ -360,7 +367,7 @@ void net::cut_at_near_nodes()
 {
     for (int i = 1; i <= edge_count(); ++i) {
         const edge e = edge_at(i);
-        if (e.deleted || e.bulge != 0)
+        if (e.deleted || is_curved(e))
             continue;
         if (const int id = near_node(e); id != 0)
             split_edge(i, id);

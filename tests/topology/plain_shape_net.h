@@ -107,6 +107,7 @@ private:
     KdSet edge_set_;
 
     void remove_edge(int edge_id);
+    bool is_curved(const edge& e) const;
     bool is_end(int edge_id, int node_id) const;
     double half_bulge(const edge& e, int from, int to) const;
     bool lies_at_end(const edge& e, int node_id) const;
