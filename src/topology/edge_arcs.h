@@ -9,9 +9,9 @@ inline bool is_arc(const EdgeKey& edge)
     return edge.bulge != 0.0;
 }
 
-// Whether an arc strays from its chord by more than two places of one node may lie apart. Flatter ones meet others
-// as their chords do: their centre lies so far away that places worked out from it would be off by more than that,
-// and pieces cut there would cross again and again.
+// Whether an arc strays from its chord by more than two places of one node may lie apart. Flatter ones meet
+// others as their chords do: their centre lies so far away that places worked out from it would be off by more
+// than that, and pieces cut there would cross again and again.
 bool is_curved(const EdgeKey& edge);
 
 // The ends of an edge, null where the edge has no network or its network no such node.

@@ -170,6 +170,26 @@ bool net::is_curved(const edge& e) const
     return std::fabs(e.bulge) * std::sqrt(dx * dx + dy * dy) / 2 > 1e-6;
 }
 
+// Of an edge above or below a place on it, by the way from its first node.
+double net::height_on(const edge& e, const double* at) const
+{
+    const node &a = node_at(e.node1), &b = node_at(e.node2);
+    if (a.z == b.z)
+        return a.z;
+    const double from[3] = {a.x, a.y, 0}, to[3] = {b.x, b.y, 0};
+    double share = pg_dist(from, at) / pg_dist(from, to);
+    if (is_curved(e)) {
+        const arc r = arc_of(e);
+        const double all = r.end < r.start ? r.end - r.start + 2 * PI : r.end - r.start;
+        double turn = pg_angle(r.center, at) - r.start;
+        turn = turn < 0 ? turn + 2 * PI : turn;
+        if (turn > all)
+            turn = turn - all < 2 * PI - turn ? all : 0; // beside one of its ends
+        share = e.bulge < 0 ? 1 - turn / all : turn / all;
+    }
+    return a.z + std::min(share, 1.0) * (b.z - a.z);
+}
+
 std::vector<vertex> net::edge_crossings(int first, int second) const
 {
     const edge &e = edge_at(first), &o = edge_at(second);
@@ -196,6 +216,10 @@ std::vector<vertex> net::edge_crossings(int first, int second) const
         const arc r = arc_of(e), t = arc_of(o);
         count =
             pg_arc_arc_intersect(r.center, r.radius, r.start, r.end, t.center, t.radius, t.start, t.end, p, q);
+    }
+    if (is_curved(e) || is_curved(o)) {
+        p[2] = height_on(e, p);
+        q[2] = height_on(e, q);
     }
     std::vector<vertex> points;
     if (count > 0)
@@ -236,7 +260,7 @@ double net::half_bulge(const edge& e, int from, int to) const
     const arc r = arc_of(e);
     const double a[3] = {node_at(from).x, node_at(from).y, 0}, b[3] = {node_at(to).x, node_at(to).y, 0};
     const double d = pg_dist(a, b);
-    if (d == 0)
+    if (d < 1e-6)
         return 0;
     double turn = pg_angle(r.center, e.bulge > 0 ? b : a) - pg_angle(r.center, e.bulge > 0 ? a : b);
     if (turn < 0)

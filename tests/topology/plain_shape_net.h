@@ -108,6 +108,7 @@ private:
 
     void remove_edge(int edge_id);
     bool is_curved(const edge& e) const;
+    double height_on(const edge& e, const double* at) const;
     bool is_end(int edge_id, int node_id) const;
     double half_bulge(const edge& e, int from, int to) const;
     bool lies_at_end(const edge& e, int node_id) const;
