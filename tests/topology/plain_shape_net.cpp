@@ -18,7 +18,7 @@ namespace
 {
 
 constexpr double PI = 3.141592653589793;
-constexpr int MOST_EDGES = 3000;
+constexpr int MOST_EDGES = 10000;
 
 } // namespace
 
