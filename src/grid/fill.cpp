@@ -11,6 +11,7 @@
 #include "grid/estimate.h"
 #include "grid/fill_items.h"
 #include "grid/pages.h"
+#include "grid/store.h"
 #include "grid/texts.h"
 #include "grid/whole.h"
 #include "hostapi/ads.h"
@@ -177,6 +178,10 @@ int grid_fill_nulls(grid* g, std::int32_t null_count, char mode)
         return RTNORM;
     if (!grid_fill_quiet)
         acutPrintf("\nPass> 1 Null Z values left> %ld", static_cast<long>(null_count));
+    if (!g->in_memory && !temp_complete(g)) {
+        acutPrintf(CELLS_NOT_KEPT);
+        return RTERROR;
+    }
     const double diagonal = std::sqrt(g->step_x * g->step_x + g->step_y * g->step_y);
     filling f{g, rules_of(mode, g->step_x, g->step_y, diagonal), {}, {}};
     const bool whole = !g->in_memory && whole_begin(g);

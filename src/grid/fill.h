@@ -28,9 +28,8 @@ void grid_cell_normal(grid* g, std::int32_t index);
 void grid_mean_slope(grid* g);
 
 // Gives a null cell an estimate and the state CELL_ESTIMATED, if enough is known around it; else it stays null.
-//   mode    'A' mean of the cells around, 'P' along the slope around, any other the same with less weight on
-//   the
-//           slope ("C")
+//   mode    'A' mean of the cells around, 'P' along the slope around, any other ("C") the same with less weight
+//           on the slope
 //   steps   distances to the next cell in x, in y and across; they are also the weights, inversely
 void grid_estimate_cell(grid* g, std::int32_t index, char mode, double step_x, double step_y,
                         double step_diagonal);

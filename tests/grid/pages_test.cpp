@@ -138,8 +138,8 @@ TEST_F(GridPages, WithoutMemoryForPagesTheWindowsDo)
     }
 }
 
-// Cells behind the last one that was written read as null; the windows know that, the file doesn't.
-TEST_F(GridPages, GridsWrittenInPartAreFilledThroughTheWindows)
+// Cells behind the last one that was written are null.
+TEST_F(GridPages, GridsWrittenInPartAreFilledToo)
 {
     for (const int written : {300, 1500, 2490}) {
         plain::raster r = random_grids::ground(9, 60, 40, 0.1);
@@ -153,6 +153,47 @@ TEST_F(GridPages, GridsWrittenInPartAreFilledThroughTheWindows)
         EXPECT_EQ(random_grids::first_difference(g.get(), r), -1) << written;
         EXPECT_EQ(r.cells.back().state, '1');
     }
+}
+
+TEST_F(GridPages, LargeGridsWrittenInPartAreFilledWithFewTransfers)
+{
+    for (const int written : {1000, 200000, 621 * 601 - 3}) {
+        plain::raster r = random_grids::ground(9, 620, 600, 0.1);
+        for (std::size_t i = written; i < r.cells.size(); ++i)
+            r.cells[i] = {};
+        const held_grid g(grid_create(r.x0, r.y0, r.step_x, r.step_y, r.columns, r.rows));
+        for (int i = 0; i < written; ++i)
+            grid_write_cell(g.get(), i, {r.cells[i].z, r.cells[i].state});
+        ASSERT_EQ(plain::fill_nulls(r, 9, 'A'), plain::done);
+        const int opened = memory_files::disk().opened;
+        EXPECT_EQ(grid_fill_nulls(g.get(), 9, 'A'), RTNORM);
+        EXPECT_LT(memory_files::disk().opened - opened, 300);
+        EXPECT_EQ(random_grids::first_difference(g.get(), r), -1) << written;
+    }
+}
+
+TEST_F(GridPages, ALargeGridWithoutAnyValueIsNotBroughtIntoAFile)
+{
+    const held_grid g(grid_create(0, 0, 1, 1, 600, 600));
+    EXPECT_EQ(grid_fill_nulls(g.get(), 9, 'C'), RTNORM);
+    EXPECT_EQ(memory_files::disk().opened, 0);
+    EXPECT_EQ(grid_read_cell(g.get(), 1000).state, CELL_NULL);
+}
+
+TEST_F(GridPages, AFullDiskBeforeAFillIsToldAndNothingIsLost)
+{
+    const held_grid g(grid_create(0, 0, 1, 1, 600, 600));
+    for (std::int32_t i = 0; i < 3000; ++i)
+        grid_write_cell(g.get(), i, {5.0, CELL_VALUE});
+    grid_flush(g.get());
+    memory_files::disk().room = 30000;
+    EXPECT_EQ(grid_fill_nulls(g.get(), 9, 'A'), RTERROR);
+    EXPECT_NE(printed_text().find("\nError: grid cells can't be kept"), std::string::npos);
+    memory_files::disk().room = memory_files::NO_LIMIT;
+    EXPECT_EQ(grid_read_cell(g.get(), 2999).z, 5);
+    EXPECT_EQ(grid_read_cell(g.get(), 3000).state, CELL_NULL);
+    EXPECT_EQ(grid_save(g.get(), "out"), 1);
+    memory_files::disk().files.erase("out");
 }
 
 TEST_F(GridPages, InterpolationSeesWhatWasWrittenLast)
@@ -185,6 +226,19 @@ TEST_F(GridPages, InterpolationSeesWhatWasWrittenLast)
                                             plain::interpolate_cubic(r, point[0], point[1])));
     }
     EXPECT_EQ(random_grids::first_difference(g.get(), r), -1);
+}
+
+TEST_F(GridPages, WhatWasReadOfAFileThatIsGoneIsForgotten)
+{
+    const plain::raster r = random_grids::ground(11, 620, 600, 0);
+    const held_grid g = in_file(r);
+    grid_flush(g.get());
+    const double point[3] = {r.x0 + 1, r.y0 + 1, 0};
+    EXPECT_NE(grid_interpolate(point, g.get()), NO_ELEVATION);
+    memory_files::disk().files.clear();
+    grid_write_cell(g.get(), grid_cell_count(g.get()) - 1, {1.0, CELL_VALUE});
+    EXPECT_EQ(grid_flush(g.get()), 0);
+    EXPECT_EQ(grid_interpolate(point, g.get()), NO_ELEVATION);
 }
 
 TEST_F(GridPages, CellsNeverWrittenReadAsTheStoreGivesThem)
