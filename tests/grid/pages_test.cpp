@@ -231,6 +231,19 @@ TEST_F(GridPages, InterpolationSeesWhatWasWrittenLast)
     EXPECT_EQ(random_grids::first_difference(g.get(), r), -1);
 }
 
+TEST_F(GridPages, WhatWasReadOfAFileThatIsGoneIsForgotten)
+{
+    const plain::raster r = random_grids::ground(11, 620, 600, 0);
+    const held_grid g = in_file(r);
+    grid_flush(g.get());
+    const double point[3] = {r.x0 + 1, r.y0 + 1, 0};
+    EXPECT_NE(grid_interpolate(point, g.get()), NO_ELEVATION);
+    memory_files::disk().files.clear();
+    grid_write_cell(g.get(), grid_cell_count(g.get()) - 1, {1.0, CELL_VALUE});
+    EXPECT_EQ(grid_flush(g.get()), 0);
+    EXPECT_EQ(grid_interpolate(point, g.get()), NO_ELEVATION);
+}
+
 TEST_F(GridPages, CellsNeverWrittenReadAsTheStoreGivesThem)
 {
     const held_grid g(grid_create(0, 0, 1, 1, 700, 600));
