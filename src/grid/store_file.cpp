@@ -175,7 +175,10 @@ int temp_flush(grid* g)
     const int done = temp_write_cells(g, g->write_start, g->write_buffer, g->write_count);
     if (done < 0)
         return 0;
-    pages_forget(g, g->write_start, g->write_count);
+    if (done)
+        pages_forget(g, g->write_start, g->write_count);
+    else
+        pages_forget(g, 0, grid_cell_count(g)); // the file may be a new one
     g->write_count = -1;
     return done;
 }

@@ -68,7 +68,8 @@ public:
     void add_grid(grid* grid_z, grid* grid_attr, std::uint8_t mark);
 
     // ---- cutting
-    // How many points, 0 to 2, two edges have in common in the plane; writes that many (x, y, z).
+    // How many points, 0 to 2, two edges have in common in the plane; writes that many (x, y, z), at the height
+    // of the first edge.
     int edge_crossings(ShapeEdge* edge, ShapeEdge* other, double* first, double* second);
     // How far a place lies along an edge: from its first node on a straight one, on an arc counter-clockwise
     // from the arc's start. With 2 dimensions the first node counts as at height 0. NO_VALUE for an edge of no
