@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "grid/pages.h"
+
 namespace
 {
 
@@ -29,22 +31,24 @@ cell_run cells_from(grid* g, std::int32_t index)
         const std::int32_t row = index / (g->columns + 1), column = index % (g->columns + 1);
         return {g->row_table[row] + column, g->columns + 1 - column};
     }
-    static grid_cell one;
-    one = grid_read_cell(g, index);
-    return {&one, 1};
-}
-
-bool keep_cell(grid* g, std::int32_t index, const grid_cell& cell)
-{
-    if (!g->in_memory)
-        return grid_write_cell(g, index, cell);
-    g->row_table[index / (g->columns + 1)][index % (g->columns + 1)] = cell;
-    return true;
+    if (!pages_ready(g)) {
+        static grid_cell one;
+        one = grid_read_cell(g, index);
+        return {&one, 1};
+    }
+    if (g->write_count > 0 && index >= g->write_start && index - g->write_start < g->write_count)
+        return {g->write_buffer + (index - g->write_start), g->write_start + g->write_count - index};
+    cell_run run = pages_run(g, index);
+    if (g->write_count > 0 && g->write_start > index)
+        run.count = std::min(run.count, g->write_start - index);
+    return run;
 }
 
 void look_around(grid* g, std::int32_t column, std::int32_t row, int reach, cells_around* out)
 {
     const bool fits = column >= reach && g->columns - column >= reach;
+    const bool pages = !g->in_memory && pages_ready(g);
+    const bool only_pages = pages && g->write_count <= 0;
     for (int line = -reach; line <= reach; ++line) {
         const grid_cell*& to = out->row[REACH + line];
         grid_cell* const middle = &out->copies[REACH + line][REACH];
@@ -53,6 +57,14 @@ void look_around(grid* g, std::int32_t column, std::int32_t row, int reach, cell
         } else if (fits && g->in_memory) {
             to = g->row_table[row + line] + column;
         } else {
+            const std::int32_t first = grid_index(g, column - reach, row + line);
+            cell_run run{nullptr, 0};
+            if (fits && pages)
+                run = only_pages ? pages_run(g, first) : cells_from(g, first);
+            if (run.count > 2 * reach) {
+                to = run.first + reach;
+                continue;
+            }
             copy_row(g, column, row + line, reach, middle);
             to = middle;
         }

@@ -21,7 +21,5 @@ struct cells_around {
 
 // Of an index that has a cell.
 cell_run cells_from(grid* g, std::int32_t index);
-// False when it could not be kept.
-bool keep_cell(grid* g, std::int32_t index, const grid_cell& cell);
 // Up to `reach` columns and rows around; the rest isn't touched.
 void look_around(grid* g, std::int32_t column, std::int32_t row, int reach, cells_around* out);

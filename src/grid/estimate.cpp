@@ -14,6 +14,10 @@ double grid_slope_count = 0;
 namespace
 {
 
+// Two sums at a time. Each lane rounds as a number of its own would.
+using pair = double __attribute__((vector_size(16)));
+using pair_mask = std::int64_t __attribute__((vector_size(16)));
+
 // Coordinates of the columns and rows around; what can't be told is NO_VALUE, as in grid_cell_x.
 struct places {
     double x[2 * REACH + 1], y[2 * REACH + 1];
@@ -27,22 +31,28 @@ void find_places(const grid* g, std::int32_t column, std::int32_t row, places* o
     }
 }
 
-struct corner {
-    double x, y, z;
+struct pair_sums {
+    pair xy, z_count;
 };
 
-inline void add_triangle(const corner& p, const corner& q, const corner& r, normal_sums* sums)
+// One triangle, of edges a and b from its first corner: the normal is a x b. Added is it only where `counts`,
+// by a mask: where values are missing here and there, a branch would be guessed wrongly too often.
+[[gnu::always_inline]] inline void add_triangle(double ax, double ay, double az, double bx, double by,
+                                                double bz, bool counts, pair_sums* sums)
 {
-    const double ax = q.x - p.x, ay = q.y - p.y, az = q.z - p.z;
-    const double bx = r.x - p.x, by = r.y - p.y, bz = r.z - p.z;
-    sums->x += ay * bz - az * by;
-    sums->y += az * bx - ax * bz;
-    sums->z += ax * by - ay * bx;
-    sums->count += 1;
+    constexpr pair_mask NOTHING_OR_ALL[2] = {{0, 0}, {-1, -1}};
+    constexpr pair_mask SIGN_OR_NOTHING[2] = {{INT64_MIN, INT64_MIN}, {0, 0}};
+    const pair_mask mask = NOTHING_OR_ALL[counts], neutral = SIGN_OR_NOTHING[counts]; // -0: changes no sum
+    const pair xy = pair{ay, -ax} * pair{bz, bz} - pair{az, az} * pair{by, -bx};
+    const pair z_count = {ax * by - ay * bx, 1};
+    sums->xy += reinterpret_cast<pair>((reinterpret_cast<pair_mask>(xy) & mask) | neutral);
+    sums->z_count += reinterpret_cast<pair>((reinterpret_cast<pair_mask>(z_count) & mask) | neutral);
 }
 
-// Of the cell at (column, line) from the middle.
-inline void add_cell(const cells_around& around, const places& at, int column, int line, normal_sums* sums)
+// Of the cell at (column, line) from the middle: left, cell, down; left, up, cell; up, right, cell; cell,
+// right, down.
+[[gnu::always_inline]] inline void add_cell(const cells_around& around, const places& at, int column, int line,
+                                            pair_sums* sums)
 {
     const grid_cell& cell = around.at(column, line);
     if (cell.state != CELL_VALUE)
@@ -52,16 +62,14 @@ inline void add_cell(const cells_around& around, const places& at, int column, i
     const bool has_right = right.state == CELL_VALUE, has_left = left.state == CELL_VALUE;
     const bool has_up = up.state == CELL_VALUE, has_down = down.state == CELL_VALUE;
     const double *x = at.x + REACH + column, *y = at.y + REACH + line;
-    const corner c{x[0], y[0], cell.z}, r{x[1], y[0], right.z}, l{x[-1], y[0], left.z};
-    const corner u{x[0], y[1], up.z}, d{x[0], y[-1], down.z};
-    if (has_left && has_down)
-        add_triangle(l, c, d, sums);
-    if (has_left && has_up)
-        add_triangle(l, u, c, sums);
-    if (has_up && has_right)
-        add_triangle(u, r, c, sums);
-    if (has_right && has_down)
-        add_triangle(c, r, d, sums);
+    const double none_x = x[0] - x[0], none_y = y[0] - y[0]; // 0, or no number
+    const double from_left = x[0] - x[-1], to_right = x[1] - x[0], to_up = y[1] - y[0], to_down = y[-1] - y[0];
+    add_triangle(from_left, none_y, cell.z - left.z, from_left, to_down, down.z - left.z, has_left & has_down,
+                 sums);
+    add_triangle(from_left, to_up, up.z - left.z, from_left, none_y, cell.z - left.z, has_left & has_up, sums);
+    add_triangle(to_right, -to_up, right.z - up.z, none_x, -to_up, cell.z - up.z, has_up & has_right, sums);
+    add_triangle(to_right, none_y, right.z - cell.z, none_x, to_down, down.z - cell.z, has_right & has_down,
+                 sums);
 }
 
 // Each triangle asks for six coordinates, and each that can't be told is told.
@@ -83,15 +91,17 @@ void slope_around(const grid* g, std::int32_t column, std::int32_t row, const ce
 {
     places at;
     find_places(g, column, row, &at);
-    normal_sums sums;
-    for (const auto& cell : SLOPE_CELLS)
-        add_cell(around, at, cell[0], cell[1], &sums);
-    complain(g, sums.count);
-    grid_slope_count = sums.count;
-    if (sums.count > 0) {
-        grid_slope[2] = -(sums.z / sums.count);
-        grid_slope[0] = (sums.x / sums.count) / grid_slope[2];
-        grid_slope[1] = (sums.y / sums.count) / grid_slope[2];
+    pair_sums sums = {};
+#pragma GCC unroll 16
+    for (int k = 0; k < 16; ++k)
+        add_cell(around, at, SLOPE_CELLS[k][0], SLOPE_CELLS[k][1], &sums);
+    const double count = sums.z_count[1];
+    complain(g, count);
+    grid_slope_count = count;
+    if (count > 0) {
+        grid_slope[2] = -(sums.z_count[0] / count);
+        grid_slope[0] = (sums.xy[0] / count) / grid_slope[2];
+        grid_slope[1] = (sums.xy[1] / count) / grid_slope[2];
     } else {
         grid_slope[0] = grid_slope[1] = grid_slope[2] = 0;
     }
@@ -146,21 +156,21 @@ bool estimate_on_plane(const cells_around& around, const estimate_rules& rules, 
     return mean.finish(z);
 }
 
-// A direction of sight and, for the forms along the slope, the sign of the rise in x and in y.
-struct direction {
-    signed char column, line;
-    signed char curved_x, planar_x, y; // x differs between the forms
+// The directions of sight in the order of their sums: right, left, down, up, then the diagonals.
+constexpr signed char DIRECTIONS[8][2] = {{1, 0}, {-1, 0}, {0, -1}, {0, 1}, {1, 1}, {-1, 1}, {1, -1}, {-1, -1}};
+
+// What is added to the first cell in each direction to follow the slope to the middle.
+struct rises {
+    double x[8], y[8];
 };
 
-// The planar form goes up the slope to the west on both diagonals as it does to the east: its grids are known
-// with that.
-constexpr direction DIRECTIONS[8] = {{1, 0, -1, -1, 0},  {-1, 0, 1, 1, 0},   {0, -1, 0, 0, 1},
-                                     {0, 1, 0, 0, -1},   {1, 1, -1, -1, -1}, {-1, 1, 1, -1, -1},
-                                     {1, -1, -1, -1, 1}, {-1, -1, 1, -1, 1}};
-
-double with_sign(double z, double rise, int sign)
+rises rises_of(const estimate_rules& rules)
 {
-    return sign > 0 ? z + rise : sign < 0 ? z - rise : z;
+    const double part = rules.mode == 'P' ? 0.9 : 0.6;
+    const double x = rules.step_x * grid_slope[0] * part, y = rules.step_y * grid_slope[1] * part;
+    // The planar form takes the western diagonals for eastern ones in x: its grids are known with that.
+    const double west = rules.mode == 'P' ? -x : x;
+    return {{-x, x, 0, 0, -x, west, -x, west}, {0, 0, y, -y, -y, -y, y, y}};
 }
 
 } // namespace
@@ -170,9 +180,10 @@ void add_normals(const grid* g, std::int32_t column, std::int32_t row, const cel
 {
     places at;
     find_places(g, column, row, &at);
-    const double before = sums->count;
-    add_cell(around, at, 0, 0, sums);
-    complain(g, sums->count - before);
+    pair_sums pairs = {{sums->x, sums->y}, {sums->z, sums->count}};
+    add_cell(around, at, 0, 0, &pairs);
+    complain(g, pairs.z_count[1] - sums->count);
+    *sums = {pairs.xy[0], pairs.xy[1], pairs.z_count[0], pairs.z_count[1]};
 }
 
 bool estimate(const grid* g, std::int32_t column, std::int32_t row, const cells_around& around,
@@ -180,7 +191,7 @@ bool estimate(const grid* g, std::int32_t column, std::int32_t row, const cells_
 {
     if (grid_fill_plane == 1)
         return estimate_on_plane(around, rules, z);
-    const bool average = rules.mode == 'A', planar = rules.mode == 'P';
+    const bool average = rules.mode == 'A';
     grid_slope_count = 0;
     if (!average) {
         if (needs_slope(around))
@@ -188,22 +199,19 @@ bool estimate(const grid* g, std::int32_t column, std::int32_t row, const cells_
         if (!(grid_slope_count > 0))
             return false;
     }
-    const double part = planar ? 0.9 : 0.6;
-    const double rise_x = rules.step_x * grid_slope[0] * part, rise_y = rules.step_y * grid_slope[1] * part;
+    const rises rise = rises_of(rules);
     weighted_mean mean;
     bool go = false;
-    for (const direction& d : DIRECTIONS) {
-        const grid_cell &first = around.at(d.column, d.line), &second = around.at(2 * d.column, 2 * d.line);
+#pragma GCC unroll 8
+    for (int k = 0; k < 8; ++k) {
+        const int to_x = DIRECTIONS[k][0], to_y = DIRECTIONS[k][1];
+        const grid_cell &first = around.at(to_x, to_y), &second = around.at(2 * to_x, 2 * to_y);
         if (!both_known(first, second))
             continue;
-        const double distance = d.line == 0 ? rules.step_x : d.column == 0 ? rules.step_y : rules.step_diagonal;
-        if (average)
-            mean.take((2 * first.z + second.z) / 3, distance);
-        else
-            mean.take(with_sign(with_sign(first.z, rise_x, planar ? d.planar_x : d.curved_x), rise_y, d.y),
-                      distance);
+        const double distance = to_y == 0 ? rules.step_x : to_x == 0 ? rules.step_y : rules.step_diagonal;
+        mean.take(average ? (2 * first.z + second.z) / 3 : first.z + rise.x[k] + rise.y[k], distance);
         // A cell estimated in this pass may add to an estimate but not justify it, nor may a diagonal.
-        if ((d.column == 0 || d.line == 0) && first.state != CELL_ESTIMATED)
+        if ((to_x == 0 || to_y == 0) && first.state != CELL_ESTIMATED)
             go = true;
     }
     return go && mean.finish(z);

@@ -9,6 +9,8 @@
 #include "grid/cells_around.h"
 #include "grid/estimate.h"
 #include "grid/fill_items.h"
+#include "grid/pages.h"
+#include "grid/texts.h"
 #include "hostapi/ads.h"
 
 namespace
@@ -19,59 +21,77 @@ struct filling {
     estimate_rules rules;
     fill_items items; // of the next pass
     cells_around around;
-    bool failed = false; // a cell could not be kept
+    bool in_pages = false; // else a file's cells go through its windows
+    bool failed = false;   // a cell could not be kept
 };
 
-std::int32_t column_of(const grid* g, std::int32_t index)
+struct spot {
+    std::int32_t index, column, row;
+};
+
+spot spot_of(const grid* g, std::int32_t index)
 {
-    return index % (g->columns + 1);
+    return {index, index % (g->columns + 1), index / (g->columns + 1)};
 }
 
-std::int32_t row_of(const grid* g, std::int32_t index)
+grid_cell cell_of(filling* f, const spot& at)
 {
-    return index / (g->columns + 1);
+    if (f->g->in_memory)
+        return f->g->row_table[at.row][at.column];
+    return f->in_pages ? *pages_run(f->g, at.index).first : grid_read_cell(f->g, at.index);
 }
 
-grid_cell cell_of(grid* g, std::int32_t index)
+void set_cell(filling* f, const spot& at, const grid_cell& cell)
 {
-    return *cells_from(g, index).first;
-}
-
-void set_cell(filling* f, std::int32_t index, const grid_cell& cell)
-{
-    if (!keep_cell(f->g, index, cell))
-        f->failed = true;
+    if (f->g->in_memory)
+        f->g->row_table[at.row][at.column] = cell;
+    else if (f->in_pages)
+        pages_set(f->g, at.index, cell);
+    else
+        f->failed |= !grid_write_cell(f->g, at.index, cell);
 }
 
 // Estimates a null cell and lists it.
-void reach_cell(filling* f, std::int32_t index)
+void reach_cell(filling* f, const spot& at)
 {
-    const std::int32_t column = column_of(f->g, index), row = row_of(f->g, index);
-    look_around(f->g, column, row, REACH, &f->around);
+    look_around(f->g, at.column, at.row, REACH, &f->around);
     double z;
-    if (!estimate(f->g, column, row, f->around, f->rules, &z))
+    if (!estimate(f->g, at.column, at.row, f->around, f->rules, &z))
         return;
     grid_cell cell = f->around.at(0, 0);
-    if (!f->items.add(z, cell.mark, index))
+    if (!f->items.add(z, cell.mark, at.index))
         return; // no memory: it stays null
     cell.z = z;
     cell.state = CELL_ESTIMATED;
-    set_cell(f, index, cell);
+    set_cell(f, at, cell);
 }
 
-void reach_if_null(filling* f, std::int32_t index)
+void reach_if_null(filling* f, const spot& at)
 {
-    if (index >= 0 && cell_of(f->g, index).state == CELL_NULL)
-        reach_cell(f, index);
+    if (cell_of(f, at).state == CELL_NULL)
+        reach_cell(f, at);
 }
 
-void confirm(filling* f, const grid_fill_item& item)
+void reach_neighbours(filling* f, const spot& at)
 {
-    grid_cell cell = cell_of(f->g, item.index);
+    const std::int32_t width = f->g->columns + 1;
+    if (at.column < f->g->columns)
+        reach_if_null(f, {at.index + 1, at.column + 1, at.row});
+    if (at.column > 0)
+        reach_if_null(f, {at.index - 1, at.column - 1, at.row});
+    if (at.row < f->g->rows)
+        reach_if_null(f, {at.index + width, at.column, at.row + 1});
+    if (at.row > 0)
+        reach_if_null(f, {at.index - width, at.column, at.row - 1});
+}
+
+void confirm(filling* f, const spot& at, const grid_fill_item& item)
+{
+    grid_cell cell = cell_of(f, at);
     cell.z = item.z;
     cell.mark = item.mark;
     cell.state = CELL_VALUE;
-    set_cell(f, item.index, cell);
+    set_cell(f, at, cell);
 }
 
 // Answers how many cells were null.
@@ -87,7 +107,7 @@ long first_pass(filling* f)
         index += k;
         if (k < run.count) {
             ++null_cells;
-            reach_cell(f, index);
+            reach_cell(f, spot_of(f->g, index));
             ++index;
         }
     }
@@ -99,23 +119,25 @@ long next_pass(filling* f, bool go_on)
 {
     long confirmed = 0;
     for (grid_fill_item* item = f->items.take(); item;) {
-        confirm(f, *item);
+        const spot at = spot_of(f->g, item->index);
+        confirm(f, at, *item);
         ++confirmed;
-        if (go_on) {
-            reach_if_null(f, grid_right(f->g, item->index));
-            reach_if_null(f, grid_left(f->g, item->index));
-            reach_if_null(f, grid_up(f->g, item->index));
-            reach_if_null(f, grid_down(f->g, item->index));
-        }
+        if (go_on)
+            reach_neighbours(f, at);
         f->items.release(std::exchange(item, item->next));
     }
     return confirmed;
 }
 
+bool has_failed(const filling* f)
+{
+    return f->failed || (f->in_pages && pages_failed(f->g));
+}
+
 int run_passes(filling* f)
 {
     long pass = 1, left = first_pass(f), previous = 0;
-    while (left >= 1 && !f->items.empty()) {
+    while (left >= 1 && !f->items.empty() && !has_failed(f)) {
         ++pass;
         if (left == previous)
             break;
@@ -146,7 +168,14 @@ int grid_fill_nulls(grid* g, std::int32_t null_count, char mode)
         grid_mean_slope(g);
     const double diagonal = std::sqrt(g->step_x * g->step_x + g->step_y * g->step_y);
     filling f{g, rules_of(mode, g->step_x, g->step_y, diagonal), {}, {}};
-    return run_passes(&f);
+    f.in_pages = !g->in_memory && pages_begin(g);
+    const int result = run_passes(&f);
+    if (f.in_pages)
+        f.failed |= !pages_end(g);
+    if (!f.failed)
+        return result;
+    acutPrintf(CELLS_NOT_KEPT);
+    return RTERROR;
 }
 
 void grid_estimate_cell(grid* g, std::int32_t index, char mode, double step_x, double step_y,
@@ -154,11 +183,11 @@ void grid_estimate_cell(grid* g, std::int32_t index, char mode, double step_x, d
 {
     if (!g || index < 0 || index >= grid_cell_count(g))
         return;
-    const std::int32_t column = column_of(g, index), row = row_of(g, index);
+    const spot at = spot_of(g, index);
     cells_around around;
-    look_around(g, column, row, REACH, &around);
+    look_around(g, at.column, at.row, REACH, &around);
     grid_cell cell = around.at(0, 0);
-    if (!estimate(g, column, row, around, rules_of(mode, step_x, step_y, step_diagonal), &cell.z))
+    if (!estimate(g, at.column, at.row, around, rules_of(mode, step_x, step_y, step_diagonal), &cell.z))
         return;
     cell.state = CELL_ESTIMATED;
     grid_write_cell(g, index, cell);
@@ -168,10 +197,11 @@ void grid_cell_normal(grid* g, std::int32_t index)
 {
     if (!g || index < 0 || index >= grid_cell_count(g))
         return;
+    const spot at = spot_of(g, index);
     cells_around around;
-    look_around(g, column_of(g, index), row_of(g, index), 1, &around);
+    look_around(g, at.column, at.row, 1, &around);
     normal_sums sums{grid_slope[0], grid_slope[1], grid_slope[2], grid_slope_count};
-    add_normals(g, column_of(g, index), row_of(g, index), around, &sums);
+    add_normals(g, at.column, at.row, around, &sums);
     grid_slope[0] = sums.x;
     grid_slope[1] = sums.y;
     grid_slope[2] = sums.z;

@@ -11,6 +11,7 @@
 #include "common/tolerances.h"
 
 struct host_file;
+struct grid_pages;
 
 // States of a cell. An estimated one has a value too, by an estimate of the pass at hand.
 constexpr char CELL_VALUE = '1';
@@ -53,6 +54,7 @@ struct grid {
 
     std::int32_t file_cells;        // how far the temporary file was written
     std::int32_t faults;            // transfers that did not bring all cells over
+    grid_pages* pages;              // of the temporary file, for work across its rows; made when first used
     grid_cell_points** point_table; // by handle less one
     std::int32_t point_count, point_room;
 };

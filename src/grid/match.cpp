@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "grid/collected_points.h"
-#include "grid/grid.h"
+#include "grid/store.h"
 #include "grid/texts.h"
 #include "hostapi/ads.h"
 
@@ -38,6 +38,13 @@ bool fill(grid* g, const grid* source, F made)
         }
     }
     return true;
+}
+
+// As grid_read_cell, for a walk that writes every cell: what was never written needn't be looked for behind the
+// end of the temporary file, over and over.
+grid_cell read_before_writing(grid* g, std::int32_t index)
+{
+    return g->in_memory || temp_knows(g, index) ? grid_read_cell(g, index) : grid_cell();
 }
 
 } // namespace
@@ -82,7 +89,7 @@ int grid_take_values(grid* source, grid* target)
     }
     return fill(target, source, [&](std::int32_t i) {
         const grid_cell from = grid_read_cell(source, i);
-        grid_cell to = grid_read_cell(target, i);
+        grid_cell to = read_before_writing(target, i);
         to.z = from.z;
         to.state = from.state;
         return to;

@@ -17,7 +17,7 @@ inline char* put_number_line(char (&out)[NUMBER_TEXT_SIZE], double value, int pl
 }
 
 // As atof, but fast on lines that begin with a digit. Not so: hexadecimal numbers and what is too great or too
-// small for a double.
+// small for a double. The line has a terminator somewhere before `end`.
 inline double line_number(const char* line, const char* end)
 {
     const char* const first = line + (*line == '-');

@@ -22,7 +22,13 @@ inline grid_cell* memory_cell(const grid* g, std::int32_t index)
 bool temp_make(grid* g);
 void temp_release(grid* g);
 grid_cell temp_read(grid* g, std::int32_t index);
+// Whether the cell lies in a window or before the file's end; where not, reading it gives a null cell.
+bool temp_knows(const grid* g, std::int32_t index);
 int temp_write(grid* g, std::int32_t index, const grid_cell& cell);
 int temp_flush(grid* g);
+// One transfer. The number of cells read, or 1 when all were written and 0 when not; -1 when the file can't be
+// opened.
+std::int32_t temp_read_cells(grid* g, std::int32_t first, grid_cell* out, std::int32_t room);
+int temp_write_cells(grid* g, std::int32_t first, const grid_cell* cells, std::int32_t count);
 // Whether the file still has all cells that were brought into it.
 bool temp_is_whole(grid* g);

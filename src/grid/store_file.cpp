@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "grid/pages.h"
 #include "hostapi/ads.h"
 #include "hostapi/files.h"
 
@@ -35,23 +36,6 @@ int close_file(grid* g)
     return result;
 }
 
-// The number of cells read from `first` on, or -1 when the file can't be opened.
-std::int32_t read_cells(grid* g, std::int32_t first, grid_cell* out, std::int32_t room)
-{
-    const std::int32_t expected = std::clamp(g->file_cells - first, 0, room);
-    g->file = file_open_temp(g->temp_path, "rb");
-    if (!g->file) {
-        g->faults += g->file_cells > 0;
-        return -1;
-    }
-    std::size_t got = 0;
-    if (seek_to(g, first))
-        got = file_read(out, static_cast<std::size_t>(room) * sizeof(grid_cell), g->file) / sizeof(grid_cell);
-    close_file(g);
-    g->faults += static_cast<std::int32_t>(got) < expected;
-    return static_cast<std::int32_t>(got);
-}
-
 void lay_writes_over_read_window(grid* g)
 {
     if (g->write_count <= 0 || g->read_count <= 0)
@@ -73,7 +57,7 @@ void open_write_window(grid* g, std::int32_t index)
         g->write_count = WRITE_WINDOW;
         return;
     }
-    g->write_count = std::max(read_cells(g, g->write_start, g->write_buffer, WRITE_WINDOW), 0);
+    g->write_count = std::max(temp_read_cells(g, g->write_start, g->write_buffer, WRITE_WINDOW), 0);
 }
 
 // Sets a cell of the write window; cells between its end and this one become null.
@@ -100,6 +84,7 @@ bool temp_make(grid* g)
 
 void temp_release(grid* g)
 {
+    pages_release(g);
     if (g->temp_path[0])
         file_remove_temp(g->temp_path);
     acad_free(g->write_buffer);
@@ -113,13 +98,19 @@ grid_cell temp_read(grid* g, std::int32_t index)
     if (holds(g->write_start, g->write_count, index))
         return g->write_buffer[index - g->write_start];
     const std::int32_t start = std::max(index - READ_BEHIND, 0);
-    const std::int32_t count = read_cells(g, start, g->read_buffer, READ_WINDOW);
+    const std::int32_t count = temp_read_cells(g, start, g->read_buffer, READ_WINDOW);
     if (count < 0)
         return {};
     g->read_start = start;
     g->read_count = count;
     lay_writes_over_read_window(g);
     return holds(start, count, index) ? g->read_buffer[index - start] : grid_cell();
+}
+
+bool temp_knows(const grid* g, std::int32_t index)
+{
+    return index < g->file_cells || holds(g->read_start, g->read_count, index) ||
+           holds(g->write_start, g->write_count, index);
 }
 
 int temp_write(grid* g, std::int32_t index, const grid_cell& cell)
@@ -139,27 +130,52 @@ int temp_write(grid* g, std::int32_t index, const grid_cell& cell)
     return g->faults == faults;
 }
 
-int temp_flush(grid* g)
+std::int32_t temp_read_cells(grid* g, std::int32_t first, grid_cell* out, std::int32_t room)
 {
-    if (g->write_count <= 0)
-        return 1;
+    const std::int32_t expected = std::clamp(g->file_cells - first, 0, room);
+    g->file = file_open_temp(g->temp_path, "rb");
+    if (!g->file) {
+        g->faults += g->file_cells > 0;
+        return -1;
+    }
+    std::size_t got = 0;
+    if (seek_to(g, first))
+        got = file_read(out, static_cast<std::size_t>(room) * sizeof(grid_cell), g->file) / sizeof(grid_cell);
+    close_file(g);
+    g->faults += static_cast<std::int32_t>(got) < expected;
+    return static_cast<std::int32_t>(got);
+}
+
+int temp_write_cells(grid* g, std::int32_t first, const grid_cell* cells, std::int32_t count)
+{
     g->file = file_open_temp(g->temp_path, "r+b");
     const bool is_new = !g->file;
     if (is_new)
         g->file = file_open_temp(g->temp_path, "w+b");
     if (!g->file) {
         ++g->faults;
-        return 0;
+        return -1;
     }
     bool done = !is_new || g->file_cells == 0; // else it is gone, with all that was in it
     if (is_new)
         g->file_cells = 0;
-    const std::size_t size = static_cast<std::size_t>(g->write_count) * sizeof(grid_cell);
-    done = seek_to(g, g->write_start) && file_write(g->write_buffer, size, g->file) == size && done;
+    const std::size_t size = static_cast<std::size_t>(count) * sizeof(grid_cell);
+    done = seek_to(g, first) && file_write(cells, size, g->file) == size && done;
     done = close_file(g) == 0 && done;
-    g->file_cells = std::max(g->file_cells, g->write_start + g->write_count);
-    g->write_count = -1;
+    g->file_cells = std::max(g->file_cells, first + count);
     g->faults += !done;
+    return done;
+}
+
+int temp_flush(grid* g)
+{
+    if (g->write_count <= 0)
+        return 1;
+    const int done = temp_write_cells(g, g->write_start, g->write_buffer, g->write_count);
+    if (done < 0)
+        return 0;
+    pages_forget(g, g->write_start, g->write_count);
+    g->write_count = -1;
     return done;
 }
 

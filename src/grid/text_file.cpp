@@ -50,11 +50,11 @@ bool is_step(double step)
 }
 
 // A value, or what stands for none.
-grid_cell cell_of(const char* line)
+grid_cell cell_of(const char (&line)[CELL_LINE_SIZE])
 {
     if (line[0] == 'N')
         return {};
-    const double z = line_number(line, line + std::strlen(line));
+    const double z = line_number(line, line + sizeof line);
     return {z, z == NO_ELEVATION ? CELL_NULL : CELL_VALUE};
 }
 

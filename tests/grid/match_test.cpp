@@ -116,6 +116,27 @@ TEST_P(GridPairs, TakenValuesLeaveMarkAndPointsOfTheTarget)
     grid_free(&target);
 }
 
+TEST_P(GridPairs, AGridThatWasNeverWrittenTakesValuesWithFewTransfers)
+{
+    grid* target = grid_create(10, 20, 2, 3, GetParam(), 600);
+    if (in_file()) {
+        const grid_cell marked{1, CELL_VALUE, '1'};
+        grid_write_cell(target, 70000, marked); // in the file in part
+        grid_flush(target);
+    }
+    const int opened = disk().opened;
+    ASSERT_EQ(grid_take_values(source, target), 1);
+    EXPECT_LT(disk().opened - opened, 600);
+    for (int i = 0; i < grid_cell_count(source); ++i) {
+        const grid_cell from = grid_read_cell(source, i), to = grid_read_cell(target, i);
+        ASSERT_TRUE(from.z == to.z && from.state == to.state) << i;
+        if (i >= 70000) {
+            ASSERT_EQ(to.mark, i == 70000 ? '1' : '0') << i;
+        }
+    }
+    grid_free(&target);
+}
+
 TEST_P(GridPairs, NothingComesOfAnExhaustedHeap)
 {
     const double point[] = {11, 21, 2};

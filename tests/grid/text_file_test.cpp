@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <limits>
+#include <random>
 #include <string>
 
 #include "grid/grid.h"
@@ -401,6 +402,44 @@ TEST_F(GridText, CellsAreReadFromWhereAFileStands)
     EXPECT_EQ(disk().open_files, 0);
     EXPECT_EQ(grid_null_count, 0);
     EXPECT_EQ(grid_read_cells(nullptr, 1, 1, 5, 6, 7, 8), nullptr);
+}
+
+TEST_F(GridText, DamagedFilesMakeAGridOrAMessage)
+{
+    std::mt19937 random(5);
+    const auto below = [&](std::size_t n) {
+        return std::uniform_int_distribution<std::size_t>(0, n - 1)(random);
+    };
+    const std::string letters("0123456789.-+eN\r\n \0xinf\xff", 27);
+    int grids = 0;
+    for (int i = 0; i < 20000; ++i) {
+        std::string text = HEADER + "1\nN\n3\n4\n5\n6\n";
+        for (std::size_t left = 1 + below(4); left > 0; --left) {
+            const std::size_t at = below(text.size());
+            switch (below(3)) {
+            case 0:
+                text.erase(at, 1 + below(8));
+                break;
+            case 1:
+                text.insert(at, 1 + below(3), letters[below(letters.size())]);
+                break;
+            default:
+                text[at] = letters[below(letters.size())];
+            }
+        }
+        disk().room = 100000; // no larger a temporary file
+        if (load(text)) {
+            ++grids;
+            EXPECT_GE(g->columns, 1);
+            EXPECT_GE(g->rows, 1);
+            EXPECT_TRUE(std::isfinite(g->step_x) && g->step_x != 0);
+            EXPECT_LE(grid_null_count, grid_cell_count(g));
+        } else {
+            EXPECT_NE(printed_text().find("\nError: "), std::string::npos) << text;
+        }
+    }
+    EXPECT_GT(grids, 10000);
+    EXPECT_LT(grids, 19900);
 }
 
 TEST_F(GridText, WhatIsSavedIsLoadedAgain)

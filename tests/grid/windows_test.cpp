@@ -57,8 +57,12 @@ TEST_F(GridFile, ComesIntoBeingAtTheFirstFlushAndGoesWithTheGrid)
     EXPECT_EQ(grid_flush(g), 1);
     EXPECT_EQ(disk().files.count(g->temp_path), 1u);
     EXPECT_EQ(log(), "w+b 0 16>16;");
+    EXPECT_EQ(g->write_count, -1);
+    put(0, 2);
+    log();
     grid_free(&g);
     EXPECT_EQ(g, nullptr);
+    EXPECT_EQ(log(), "r+b 0 16>16;");
     EXPECT_TRUE(disk().files.empty());
 }
 
