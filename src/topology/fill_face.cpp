@@ -32,7 +32,7 @@ struct filling {
 std::int32_t node_at(const SurfaceNet& surface, double x, double y, double z)
 {
     const NodeObj wanted(x, y, z);
-    return surface.nodes.look(&wanted);
+    return surface.nodes.look_around(&wanted);
 }
 
 void widen_extents(tin_network* network, const tin_point& p)

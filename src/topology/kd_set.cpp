@@ -51,22 +51,23 @@ double KdSet::squared_distance(std::int32_t id1, std::int32_t id2) const
     return object ? object->squared_distance(get(id2), dimensions) : NO_VALUE;
 }
 
+void KdSet::take_nearer(const kd_node* leaf, const TopoObject* object, near_member* nearest) const
+{
+    for (int i = 0; i < leaf->item_count; ++i) {
+        const double distance = object->squared_distance(get(leaf->items[i]), dimensions);
+        if (distance < nearest->distance_sq)
+            *nearest = {leaf->items[i], distance};
+    }
+}
+
 // The member of the leaf with the object's key, 0 when there is none. Only the nearest is looked at.
 std::int32_t KdSet::same_key_in(const kd_node* leaf, const TopoObject* object) const
 {
     if (object->squared_distance(object, dimensions) != 0.0)
         return 0; // a value is infinite or no number, and no distance to it is below the mark
-    std::int32_t nearest = 0;
-    double best = NO_VALUE;
-    for (int i = 0; i < leaf->item_count; ++i) {
-        const double distance = object->squared_distance(get(leaf->items[i]), dimensions);
-        if (distance < best) {
-            best = distance;
-            nearest = leaf->items[i];
-        }
-    }
-    const bool is_same = nearest != 0 && is_same_key(object, get(nearest), dimensions);
-    return is_same ? nearest : 0;
+    near_member nearest{0, NO_VALUE};
+    take_nearer(leaf, object, &nearest);
+    return nearest.id != 0 && is_same_key(object, get(nearest.id), dimensions) ? nearest.id : 0;
 }
 
 // The id that the object reaches: a member's, or count + 1, which then stands in a leaf; 0 without memory.
@@ -99,6 +100,18 @@ std::int32_t KdSet::find(TopoObject* object)
 std::int32_t KdSet::look(const TopoObject* object) const
 {
     return object && root ? same_key_in(kd_node_leaf(root, position_of(object).at), object) : 0;
+}
+
+std::int32_t KdSet::look_around(const TopoObject* object) const
+{
+    if (!object || !root)
+        return 0;
+    const key_position position = position_of(object);
+    near_member nearest{0, NO_VALUE};
+    for (const kd_node* leaf = kd_node_first_near(root, position.at, LENGTH_TOL); leaf;
+         leaf = kd_node_next_near(leaf, position.at, LENGTH_TOL))
+        take_nearer(leaf, object, &nearest);
+    return nearest.id != 0 && is_same_key(object, get(nearest.id), dimensions) ? nearest.id : 0;
 }
 
 // The id that a look has left in a leaf is no member's, and `get` passes over it. False without memory.

@@ -30,6 +30,8 @@ public:
     // The same for those who won't add the object: nothing is left in a leaf, and an id that is left there from
     // before doesn't count (for `find` it is the object itself, nearer than a member that isn't just there).
     std::int32_t look(const TopoObject* object) const;
+    // The same for members in all leaves around: one near a split is found from its other side too.
+    std::int32_t look_around(const TopoObject* object) const;
     // A new set with clones of the members nearer to the object than `radius`, less those that are one with
     // another; each clone's `id` is that of its member here. Same dimensions and leaf capacity. The caller's;
     // null when the heap is exhausted.
@@ -38,6 +40,11 @@ public:
     double squared_distance(std::int32_t id1, std::int32_t id2) const;
 
 private:
+    struct near_member {
+        std::int32_t id;
+        double distance_sq;
+    };
+    void take_nearer(const kd_node* leaf, const TopoObject* object, near_member* nearest) const;
     std::int32_t reach(TopoObject* object);
     std::int32_t same_key_in(const kd_node* leaf, const TopoObject* object) const;
     bool add_near(KdSet* to, const kd_node* leaf, const TopoObject* object, double radius) const;

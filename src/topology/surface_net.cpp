@@ -114,11 +114,16 @@ int SurfaceNet::find_edge(const EdgeKey* edge_key) const
 
 std::int32_t SurfaceNet::intern_node(const double* point)
 {
+    // Crossings come out some last digits off places that are there, and where nodes lie in rows these are the
+    // very places of the splits: looked at from one side alone, an edge would end beside its node.
     NodeObj wanted(point[0], point[1], point[2]);
-    if (const std::int32_t id = nodes.find(&wanted); id != 0)
+    std::int32_t id = nodes.look_around(&wanted);
+    if (id == 0)
+        id = nodes.find(&wanted);
+    if (id != 0)
         return id;
     auto* made = new NodeObj(point[0], point[1], point[2]);
-    const std::int32_t id = add_node(made);
+    id = add_node(made);
     if (id == 0)
         delete made;
     return id;

@@ -149,9 +149,14 @@ void surface::remove_triangle(int id)
     triangle* t = triangle_at(id);
     if (!t)
         return;
-    for (int signed_id : t->edge)
-        if (edge* e = edge_at(std::abs(signed_id)))
-            (signed_id < 0 ? e->left : e->right) = 0;
+    for (int signed_id : t->edge) {
+        edge* e = edge_at(std::abs(signed_id));
+        if (!e)
+            continue;
+        int& side = signed_id < 0 ? e->left : e->right;
+        if (std::abs(side) == id) // it may name a triangle that came later
+            side = 0;
+    }
     t->gone = true;
 }
 
@@ -194,8 +199,15 @@ bool surface::triangle_exists(int e1, int e2, int e3)
 int surface::triangle_from_points(place p1, place p2, place p3)
 {
     const int a = intern_node(p1), b = intern_node(p2), c = intern_node(p3);
+    if (a == b || b == c || c == a)
+        return 0;
     const int ab = intern_edge(a, b), bc = intern_edge(b, c), ca = intern_edge(c, a);
-    return triangle_exists(ab, bc, ca) ? 0 : new_triangle(ab, bc, ca);
+    if (!triangle_exists(ab, bc, ca))
+        return new_triangle(ab, bc, ca);
+    const edge *x = edge_at(ab), *y = edge_at(bc), *z = edge_at(ca);
+    const auto named = [](const edge* e, int t) { return std::abs(e->left) == t || std::abs(e->right) == t; };
+    const int left = std::abs(x->left);
+    return left && named(y, left) && named(z, left) ? left : std::abs(x->right);
 }
 
 // ---- asking
@@ -249,7 +261,7 @@ bool surface::point_in_triangle(int id, place p)
 int surface::find_triangle(place p, cache* recent)
 {
     for (int id : *recent)
-        if (point_in_triangle(id, p))
+        if (triangle_at(id) && point_in_triangle(id, p))
             return id;
     for (int id = 1; id <= static_cast<int>(triangles.size()); ++id) {
         if (!triangle_at(id) || !point_in_triangle(id, p))
@@ -274,6 +286,8 @@ double surface::triangle_elevation(int id, place p)
     const place p1 = na->p, p2 = nb->p, p3 = nc->p;
     const double d1x = p2.x - p1.x, d1y = p2.y - p1.y, d1z = p2.z - p1.z;
     const double d2x = p3.x - p1.x, d2y = p3.y - p1.y, d2z = p3.z - p1.z;
+    if (d1x * d2y - d2x * d1y == 0)
+        return NO_HEIGHT;
     return ((p.y - p1.y) * (d1x * d2z - d2x * d1z) + (p.x - p1.x) * (d2y * d1z - d1y * d2z)) /
                (d1x * d2y - d2x * d1y) +
            p1.z;
@@ -355,7 +369,7 @@ double surface::turn(int before, int at, int after)
 std::vector<int> surface::trace_face(int edge_id, bool forward)
 {
     const edge* first = edge_at(edge_id);
-    if (!first)
+    if (!first || first->from == first->to)
         return {};
     const int start = forward ? first->low() : first->high();
     int before = start, at = forward ? first->high() : first->low(), walked = edge_id;
@@ -366,7 +380,7 @@ std::vector<int> surface::trace_face(int edge_id, bool forward)
         int chosen = 0;
         for (int id : node_at(at)->edges.at) {
             const edge* e = edge_at(id);
-            if (!e || id == walked || !node_at(e->other_end(at)))
+            if (!e || id == walked || e->from == e->to || !node_at(e->other_end(at)))
                 continue;
             const double degrees = turn(before, at, e->other_end(at));
             if (degrees > greatest) {

@@ -154,31 +154,35 @@ void surface::merge_chain(std::vector<vertex>* chain)
                     e->mark = 1;
     }
 
-    // A segment ends at the first vertex that was put into it, and what is left of it comes next.
+    // The edge comes first: a crossing has its height.
     for (size_t s = 0; s + 1 < chain->size(); ++s) {
-        for (int id = 1; id <= static_cast<int>(edges.size()); ++id) {
+        const place p = (*chain)[s].p, q = (*chain)[s + 1].p;
+        std::vector<place> met;
+        for (int id = 1, last = static_cast<int>(edges.size()); id <= last; ++id) {
             if (!edge_at(id) || edge_at(id)->mark)
                 continue;
-            const place p = (*chain)[s].p, q = (*chain)[s + 1].p;
             const node *b1 = node_at(edge_at(id)->low()), *b2 = node_at(edge_at(id)->high());
             if (!b1 || !b2 || !same_box(p, q, b1->p, b2->p))
                 continue;
-            const crossing_places found = crossings(p, q, b1->p, b2->p);
+            const crossing_places found = crossings(b1->p, b2->p, p, q);
             if (found.count == 0)
                 continue;
             const int n1 = intern_node(found.at[0]);
-            if (found.count == 1)
-                split_edge(id, n1);
-            else
-                split_at_two(id, n1, intern_node(found.at[1]));
-            size_t behind = s + 1;
+            const int n2 = found.count == 2 ? intern_node(found.at[1]) : 0;
+            const int half = n2 ? split_edge(id, n2) : 0;
+            split_edge(half ? half : id, n1);
             for (int k = 0; k < found.count; ++k) {
-                if (one_place(found.at[k], p) || one_place(found.at[k], q))
-                    continue;
-                chain->insert(chain->begin() + long(behind), vertex{found.at[k], true});
-                ++behind;
+                bool there = one_place(found.at[k], p) || one_place(found.at[k], q);
+                for (const place& m : met)
+                    there = there || one_place(found.at[k], m);
+                if (!there)
+                    met.push_back(found.at[k]);
             }
         }
+        std::stable_sort(met.begin(), met.end(),
+                         [&](const place& a, const place& b) { return gap_xy(p, a) < gap_xy(p, b); });
+        for (const place& m : met)
+            chain->insert(chain->begin() + long(++s), vertex{m, true});
     }
     for (size_t s = 0; s + 1 < chain->size(); ++s)
         if ((*chain)[s].crossing && (*chain)[s + 1].crossing)
@@ -238,12 +242,11 @@ surface surface::drape(const std::vector<std::vector<place>>& polylines, cache* 
             for (int k = 0; k < 2; ++k) {
                 place p = line[s + size_t(k)];
                 const int t = find_triangle(p, recent);
-                if (t > 0)
+                if (t > 0 && triangle_elevation(t, p) != NO_HEIGHT)
                     p.z = triangle_elevation(t, p);
                 n[k] = laid.intern_node(p);
             }
-            if (n[0] != n[1])
-                laid.intern_edge(n[0], n[1]);
+            laid.intern_edge(n[0], n[1]);
         }
     }
     laid.cut_crossings();
@@ -251,7 +254,7 @@ surface surface::drape(const std::vector<std::vector<place>>& polylines, cache* 
     for (size_t i = before; i < laid.nodes.size(); ++i) {
         place& p = laid.nodes[i].p;
         const int t = find_triangle(p, recent);
-        if (t > 0)
+        if (t > 0 && triangle_elevation(t, p) != NO_HEIGHT)
             p.z = triangle_elevation(t, p);
     }
     return laid;
