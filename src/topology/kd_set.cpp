@@ -108,8 +108,9 @@ std::int32_t KdSet::look_around(const TopoObject* object) const
         return 0;
     const key_position position = position_of(object);
     near_member nearest{0, NO_VALUE};
-    for (const kd_node* leaf = kd_node_first_near(root, position.at, LENGTH_TOL); leaf;
-         leaf = kd_node_next_near(leaf, position.at, LENGTH_TOL))
+    const kd_node* top = kd_node_around(root, position.at, 2 * LENGTH_TOL);
+    for (const kd_node* leaf = kd_node_first_near(top, position.at, LENGTH_TOL); leaf;
+         leaf = kd_node_next_near(top, leaf, position.at, LENGTH_TOL))
         take_nearer(leaf, object, &nearest);
     return nearest.id != 0 && is_same_key(object, get(nearest.id), dimensions) ? nearest.id : 0;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "hostapi/ads.h"
 #include "polygon/node.h"
 #include "polygon/points.h"
 
@@ -217,12 +218,12 @@ bool surface::triangle_corners(int id, int* a, int* b, int* c)
     *a = *b = *c = 0;
     const triangle* t = triangle_at(id);
     if (!t) {
-        said += "Null shape!!!\n";
+        acutPrintf("Null shape!!!\n");
         return false;
     }
     const edge *e1 = edge_at(std::abs(t->edge[0])), *e2 = edge_at(std::abs(t->edge[1]));
     if (!e1 || !e2) {
-        said += "Null edges!!!\n";
+        acutPrintf("Null edges!!!\n");
         return false;
     }
     if (e1->to == e2->from) {
@@ -250,7 +251,7 @@ bool surface::point_in_triangle(int id, place p)
     triangle_corners(id, &a, &b, &c);
     const node *na = node_at(a), *nb = node_at(b), *nc = node_at(c);
     if (!na || !nb || !nc) {
-        said += "Null nodes!!!\n";
+        acutPrintf("Null nodes!!!\n");
         return false;
     }
     const double rest = std::fabs(corner_area(na->p, nb->p, nc->p)) - std::fabs(corner_area(na->p, nb->p, p)) -
@@ -280,7 +281,7 @@ double surface::triangle_elevation(int id, place p)
     triangle_corners(id, &a, &b, &c);
     const node *na = node_at(a), *nb = node_at(b), *nc = node_at(c);
     if (!na || !nb || !nc) {
-        said += "Null nodes!!!\n";
+        acutPrintf("Null nodes!!!\n");
         return NO_HEIGHT;
     }
     const place p1 = na->p, p2 = nb->p, p3 = nc->p;

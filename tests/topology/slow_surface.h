@@ -64,7 +64,6 @@ struct surface {
     std::vector<node> nodes; // id 1 stands at 0, and so with the others
     std::vector<edge> edges;
     std::vector<triangle> triangles;
-    std::string said;
 
     // ---- objects
     node* node_at(int id);
@@ -99,7 +98,7 @@ struct surface {
     void merge_chain(std::vector<vertex>* chain);
 
     // ---- whole surfaces
-    bool load_edges(const std::string& path, bool make_triangles);
+    void load_edges(const std::string& text, bool make_triangles); // of a file that there is
     surface copy_edges();
     surface drape(const std::vector<std::vector<place>>& polylines, cache* recent);
 

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <fstream>
+#include <sstream>
 
 #include "hostapi/ads.h"
 #include "polygon/intersect.h"
@@ -96,7 +96,9 @@ void surface::split_at_two(int edge_id, int n1, int n2)
 void surface::cut_crossings()
 {
     for (int i = 1; i <= static_cast<int>(edges.size()); ++i) {
-        for (int j = i + 1; j <= static_cast<int>(edges.size()); ++j) {
+        // Pieces made in this round don't meet edge i, with which they may be nearly in line: that can go on
+        // for ever.
+        for (int j = i + 1, last = static_cast<int>(edges.size()); j <= last; ++j) {
             if (!edge_at(i))
                 break;
             if (!edge_at(j))
@@ -189,16 +191,12 @@ void surface::merge_chain(std::vector<vertex>* chain)
             intern_edge(intern_node((*chain)[s].p), intern_node((*chain)[s + 1].p));
 }
 
-bool surface::load_edges(const std::string& path, bool make_triangles)
+void surface::load_edges(const std::string& text, bool make_triangles)
 {
-    std::ifstream file(path);
-    if (!file) {
-        said += "File '" + path + "' not found\n";
-        return false;
-    }
+    std::istringstream file(text);
     std::string line;
     std::getline(file, line);
-    said += "\nLoading edges...\n";
+    acutPrintf("\nLoading edges...\n");
     std::string first, second;
     while (std::getline(file, first) && std::getline(file, second)) {
         place p, q;
@@ -208,13 +206,11 @@ bool surface::load_edges(const std::string& path, bool make_triangles)
         const int n1 = intern_node(p), n2 = intern_node(q);
         intern_edge(n1, n2);
     }
-    said +=
-        "Loaded " + std::to_string(nodes.size()) + " points and " + std::to_string(edges.size()) + " edges\n";
+    acutPrintf("Loaded %ld points and %ld edges\n", long(nodes.size()), long(edges.size()));
     if (make_triangles) {
         close_faces();
-        said += "Created " + std::to_string(triangles.size()) + " tris\n";
+        acutPrintf("Created %ld tris\n", long(triangles.size()));
     }
-    return true;
 }
 
 surface surface::copy_edges()
@@ -321,7 +317,7 @@ void surface::fill_face(const std::vector<place>& vertices)
                        : find_node({t->corner[k]->x, t->corner[k]->y, t->corner[k]->z});
         for (int k = 0; k < 3; ++k) {
             const int n1 = n[k], n2 = n[(k + 1) % 3];
-            if (!n1 || !n2 || find_edge(n1, n2, 0))
+            if (!n1 || !n2 || n1 == n2 || find_edge(n1, n2, 0))
                 continue;
             const place a = node_at(n1)->p, b = node_at(n2)->p;
             const double middle[3] = {(a.x + b.x) / 2, (a.y + b.y) / 2, (a.z + b.z) / 2};
