@@ -1,5 +1,6 @@
 // plain_host.h: the host's functions that geometry asks for, for programs without a CAD host: heap, printing,
-// directions and crossings, LISP variables as a table, break poll. Linked in place of a host, never beside it.
+// directions and crossings, LISP variables as a table, break poll, files by paths of this file system. Linked in
+// place of a host, never beside it.
 #pragma once
 
 namespace host

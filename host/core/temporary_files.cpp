@@ -1,8 +1,10 @@
 #include "host/core/temporary_files.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <map>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -24,6 +26,30 @@ bool is_ours(int descriptor)
 {
     struct stat state;
     return fstat(descriptor, &state) == 0 && S_ISREG(state.st_mode) && state.st_uid == geteuid();
+}
+
+// The files that were made and are still there, each with the process that made it: a child that ends leaves
+// its parent's. The list outlives everything: objects that are destroyed at the very end may still remove
+// theirs.
+using made_list = std::map<std::string, pid_t>;
+
+made_list& made();
+
+void remove_what_is_left()
+{
+    for (const auto& [path, maker] : made())
+        if (maker == getpid())
+            unlink(path.c_str());
+    made().clear();
+}
+
+made_list& made()
+{
+    static made_list* const list = [] {
+        std::atexit(remove_what_is_left);
+        return new made_list;
+    }();
+    return *list;
 }
 
 } // namespace
@@ -73,6 +99,8 @@ int open_temporary(const std::string& name, const char* mode)
         return -1;
     }
     const int descriptor = open(path.c_str(), flags | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600);
+    if (descriptor >= 0 && (flags & O_CREAT))
+        made()[path] = getpid();
     if (descriptor < 0 || is_ours(descriptor))
         return descriptor;
     close(descriptor);
@@ -83,7 +111,10 @@ int open_temporary(const std::string& name, const char* mode)
 bool remove_temporary(const std::string& name)
 {
     const std::string path = is_name(name) ? temporary_path(name) : std::string();
-    return !path.empty() && unlink(path.c_str()) == 0;
+    if (path.empty() || unlink(path.c_str()) != 0)
+        return false;
+    made().erase(path);
+    return true;
 }
 
 } // namespace host

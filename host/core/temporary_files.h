@@ -1,4 +1,5 @@
-// temporary_files.h: files of programs in the system's directory for temporary ones, by hostapi/files.h.
+// temporary_files.h: files of programs in the system's directory for temporary ones, by hostapi/files.h. Those
+// that nobody removed go when the program ends.
 #pragma once
 
 #include <string>

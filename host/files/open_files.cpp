@@ -236,6 +236,15 @@ int file_close(host_file* file)
     return EOF;
 }
 
+void file_give_up(host_file* file)
+{
+    const open_list& files = all_open();
+    if (std::find(files.begin(), files.end(), file) == files.end())
+        return;
+    file->failed = true;
+    file_close(file);
+}
+
 char* file_gets(char* buffer, int size, host_file* file)
 {
     if (!buffer || !file || size <= 0)

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "grid/pages.h"
+#include "grid/store.h"
 
 namespace
 {
@@ -33,7 +34,7 @@ cell_run cells_from(grid* g, std::int32_t index)
     }
     if (!pages_ready(g)) {
         static grid_cell one;
-        one = grid_read_cell(g, index);
+        one = temp_knows(g, index) ? grid_read_cell(g, index) : grid_cell();
         return {&one, 1};
     }
     if (g->write_count > 0 && index >= g->write_start && index - g->write_start < g->write_count)

@@ -2,6 +2,7 @@
 // and lists them; the next confirms them, in the reverse order, and goes on with their neighbours.
 #include "grid/fill.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -11,6 +12,7 @@
 #include "grid/fill_items.h"
 #include "grid/pages.h"
 #include "grid/texts.h"
+#include "grid/whole.h"
 #include "hostapi/ads.h"
 
 namespace
@@ -38,7 +40,7 @@ grid_cell cell_of(filling* f, const spot& at)
 {
     if (f->g->in_memory)
         return f->g->row_table[at.row][at.column];
-    return f->in_pages ? *pages_run(f->g, at.index).first : grid_read_cell(f->g, at.index);
+    return f->in_pages ? *pages_run(f->g, at.index).first : *cells_from(f->g, at.index).first;
 }
 
 void set_cell(filling* f, const spot& at, const grid_cell& cell)
@@ -114,11 +116,22 @@ long first_pass(filling* f)
     return null_cells;
 }
 
+// In a large grid each of its rows is somewhere else: they are called for while the item before is at work.
+void call_for(const filling* f, const grid_fill_item* item)
+{
+    if (!item || !f->g->in_memory)
+        return;
+    const spot at = spot_of(f->g, item->index);
+    for (std::int32_t row = std::max(at.row - REACH, 0); row <= std::min(at.row + REACH, f->g->rows); ++row)
+        __builtin_prefetch(f->g->row_table[row] + at.column);
+}
+
 // Confirms the cells of the last pass. Answers how many they are.
 long next_pass(filling* f, bool go_on)
 {
     long confirmed = 0;
     for (grid_fill_item* item = f->items.take(); item;) {
+        call_for(f, item->next);
         const spot at = spot_of(f->g, item->index);
         confirm(f, at, *item);
         ++confirmed;
@@ -164,12 +177,15 @@ int grid_fill_nulls(grid* g, std::int32_t null_count, char mode)
         return RTNORM;
     if (!grid_fill_quiet)
         acutPrintf("\nPass> 1 Null Z values left> %ld", static_cast<long>(null_count));
-    if (grid_fill_plane == 1)
-        grid_mean_slope(g);
     const double diagonal = std::sqrt(g->step_x * g->step_x + g->step_y * g->step_y);
     filling f{g, rules_of(mode, g->step_x, g->step_y, diagonal), {}, {}};
+    const bool whole = !g->in_memory && whole_begin(g);
     f.in_pages = !g->in_memory && pages_begin(g);
+    if (grid_fill_plane == 1)
+        grid_mean_slope(g);
     const int result = run_passes(&f);
+    if (whole)
+        f.failed |= !whole_end(g, true);
     if (f.in_pages)
         f.failed |= !pages_end(g);
     if (!f.failed)

@@ -191,21 +191,21 @@ int grid_save(grid* g, const char* path)
     const int places = grd_places();
     text_block text(stream);
     put_header(&text, g);
-    for (std::int32_t i = 0; i < count && text.done(); ++i) {
+    for (std::int32_t i = 0; i < count && text.done() && g->faults == faults; ++i) {
         const grid_cell cell = grid_read_cell(g, i);
         if (cell.state == CELL_VALUE && cell.z != NO_ELEVATION)
             text.add_number(cell.z, places);
         else
             text.add("N\n", 2);
     }
-    const bool written = text.flush();
-    if (file_close(stream) != 0 || !written) {
-        acutPrintf("\nError: the grid file %s can't be written", path);
-        return 0;
-    }
     if (g->faults != faults) {
+        file_give_up(stream);
         acutPrintf(CELLS_NOT_READ);
         return 0;
     }
-    return 1;
+    const bool written = text.flush();
+    if (file_close(stream) == 0 && written)
+        return 1;
+    acutPrintf("\nError: the grid file %s can't be written", path);
+    return 0;
 }

@@ -14,6 +14,8 @@ extern "C" {
 host_file* file_open(const char* path, const char* mode);
 // 0 when all that was written is safe on disk.
 int file_close(host_file* file);
+// Closes a file without its predecessor's being replaced.
+void file_give_up(host_file* file);
 // As fgets, at most size - 1 characters; every kind of line end is handed on as one line feed.
 char* file_gets(char* buffer, int size, host_file* file);
 // Text with line feeds; the host writes the line ends that the user wants. Negative on failure.
@@ -26,7 +28,7 @@ int file_seek(host_file* file, long offset, int whence);
 long file_tell(host_file* file);
 
 // Temporary files: in the system's directory for them, private to the user, known by a name without a
-// directory. What comes of one that nobody removes is the system's affair.
+// directory. One that nobody removes goes when the program ends, unless that is killed.
 // A new name of up to 15 characters into `name`, of which `size` must leave room; the file itself comes with
 // the first "w+b". 0, or negative.
 int file_temp_name(char* name, std::size_t size);

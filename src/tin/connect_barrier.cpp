@@ -10,6 +10,7 @@
 #include "tin/crossing.h"
 #include "tin/inside.h"
 #include "tin/triangle.h"
+#include "tin/waiting.h"
 
 namespace
 {
@@ -134,6 +135,7 @@ void swap_end(const corridor& c, tin_triangle* end, tin_point* centre, const see
 void swap_beside(const corridor& c, tin_triangle* u, tin_triangle* n, tin_triangle* beside, tin_triangle* other,
                  const seen_from_apex& seen, const seen_from_apex& x)
 {
+    const swap_corners before = corners_of(n, beside);
     set_corners(beside, x.r, x.e1, seen.e2);
     set_sides(beside, x.a, u, n);
     set_corners(n, seen.r, x.r, seen.e2);
@@ -142,6 +144,7 @@ void swap_beside(const corridor& c, tin_triangle* u, tin_triangle* n, tin_triang
     replace_side(u, n, beside);
     seen.r->tri = n;
     x.e1->tri = beside;
+    waiting_swapped(c.network, n, beside, before);
     tin_sort_buckets(c.network, n, beside, n, beside);
 }
 
@@ -187,7 +190,9 @@ outcome work_at_far_end(const corridor& c, tin_triangle* u, int retry)
         }
     }
     tin_triangle* n = u->side[1];
+    const swap_corners before = corners_of(n, u);
     swap_end(c, u, c.q, seen);
+    waiting_swapped(c.network, n, u, before);
     tin_sort_buckets(c.network, n, u, n, u);
     return outcome::go_on;
 }
@@ -204,7 +209,9 @@ outcome work_pass(const corridor& c, tin_triangle* t, tin_triangle* u, int retry
         return outcome::given_up;
     if (!tin_segments_cross(c.network, seen.r, c.p, seen.e1, seen.e2))
         return work_at_far_end(c, u, retry);
+    const swap_corners before = corners_of(t, n);
     swap_end(c, t, c.p, seen);
+    waiting_swapped(c.network, t, n, before);
     tin_sort_buckets(c.network, t, n, t, n);
     return outcome::go_on;
 }
@@ -214,6 +221,7 @@ void close_corridor(const corridor& c, tin_triangle* t, tin_triangle* u)
 {
     tin_point *left = t->corner[1], *right = t->corner[2];
     tin_triangle *t_outside = t->side[0], *u_outside = u->side[0];
+    const swap_corners before = corners_of(t, u);
     set_corners(t, c.p, c.q, right);
     set_corners(u, c.q, c.p, left);
     t->side[0] = u;
@@ -224,6 +232,7 @@ void close_corridor(const corridor& c, tin_triangle* t, tin_triangle* u)
     replace_side(t_outside, t, u);
     right->tri = t;
     left->tri = u;
+    waiting_swapped(c.network, t, u, before);
     tin_sort_buckets(c.network, t, u, t, u);
 }
 

@@ -40,6 +40,8 @@ tin_triangle* triangle_for(tin_network* network, tin_point* point)
 void share_bucket(tin_network* network, tin_link* link, const tin_point* point, tin_triangle* a,
                   tin_triangle* b, tin_triangle* rest)
 {
+    if (!link)
+        return;
     tin_load_edges_a(network, a);
     tin_load_edges_b(network, b);
     while (link) {
@@ -52,7 +54,8 @@ void share_bucket(tin_network* network, tin_link* link, const tin_point* point, 
             tin_put_in_bucket(link, tin_inside_b(network, link->point) ? b : rest);
         link = next;
     }
-    waiting_share(network, rest, nullptr, a, b, rest);
+    for (tin_triangle* part : {a, b, rest})
+        waiting_settle(network, part);
 }
 
 void swap_around(tin_network* network, tin_point* point, tin_triangle* triangle)
@@ -80,6 +83,10 @@ void tin_swap_edges(tin_network* network, tin_point* p1, tin_point* p2, tin_tria
     tin_triangle* beside_p1 = far->side[(at + 2) % 3];
     tin_triangle* beside_p2 = far->side[at];
     tin_triangle* right = near->side[2];
+    const swap_corners before = corners_of(near, far);
+    const bool as_usual = near->corner[0] == new_point && near->corner[1] == p1 && near->corner[2] == p2 &&
+                          far->corner[(at + 1) % 3] == p2 && far->corner[(at + 2) % 3] == p1;
+    const bool none_in = waiting_none_in(network, near, far);
     set_corners(near, new_point, p1, apex);
     set_sides(near, near->side[0], beside_p1, far);
     set_corners(far, new_point, apex, p2);
@@ -88,6 +95,10 @@ void tin_swap_edges(tin_network* network, tin_point* p1, tin_point* p2, tin_tria
     p1->tri = near;
     replace_side(beside_p1, far, near);
     replace_side(right, near, far);
+    if (as_usual)
+        waiting_swapped(network, near, far, before, new_point, apex, none_in);
+    else
+        waiting_swapped(network, near, far, before);
     tin_sort_buckets(network, near, far, near, far);
     if (near->side[1])
         tin_swap_edges(network, p1, apex, near->side[1], new_point, near);
@@ -108,6 +119,7 @@ int tin_insert_point(tin_network* network, tin_point* point)
         acad_free(b);
         return 0;
     }
+    waiting_split(network, point, t, a, b);
     c0->tri = a;
     c1->tri = b;
     c2->tri = t;
@@ -120,9 +132,8 @@ int tin_insert_point(tin_network* network, tin_point* point)
     set_sides(b, a, s1, t);
     set_corners(t, point, c2, c0);
     set_sides(t, b, s2, a);
-    a->next = b;
-    b->next = network->triangles;
-    network->triangles = a;
+    triangle_put_first(network, b);
+    triangle_put_first(network, a);
     share_bucket(network, waiting, point, a, b, t);
     point->tri = a;
     for (tin_triangle* part : {a, b, t})

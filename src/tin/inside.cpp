@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "tin/triangle.h"
 #include "tin/waiting.h"
 
 namespace
@@ -49,44 +50,6 @@ int inside_prepared(tin_network* network, const tri_edges& edges, double x, doub
     return network->inside;
 }
 
-enum class crossing { none, all, mixed };
-
-// Which points of a box count an edge, by the comparisons of the single point. The crossing of a level with the
-// edge moves one way with y, rounding included, so those of the box's lower and upper side enclose the others.
-crossing box_crossing(const tri_edge& edge, const tin_box& box)
-{
-    const tin_place &top = *edge.top_end, &bottom = *edge.bottom_end;
-    if (box.y1 < bottom.y || (box.y0 >= top.y && (top.y != bottom.y || box.y0 != top.y)))
-        return crossing::none;
-    if (!(box.y0 >= bottom.y && box.y1 < top.y))
-        return crossing::mixed;
-    if (box.x1 < edge.low_x_end->x)
-        return crossing::none;
-    if (box.x0 > edge.high_x_end->x)
-        return crossing::all;
-    const double at_y0 = (box.y0 - bottom.y) / edge.slope + bottom.x;
-    const double at_y1 = (box.y1 - bottom.y) / edge.slope + bottom.x;
-    if (box.x0 >= edge.low_x_end->x && at_y0 <= box.x0 && at_y1 <= box.x0)
-        return crossing::all;
-    if (box.x1 <= edge.high_x_end->x && at_y0 > box.x1 && at_y1 > box.x1)
-        return crossing::none;
-    return crossing::mixed;
-}
-
-int box_inside(tin_network* network, const tri_edges& edges, const tin_box& box)
-{
-    if (box.x0 == box.x1 && box.y0 == box.y1)
-        return inside_prepared(network, edges, box.x0, box.y0);
-    int inside = 0;
-    for (const tri_edge& edge : edges.edge) {
-        const crossing counted = box_crossing(edge, box);
-        if (counted == crossing::mixed)
-            return TIN_BOX_MIXED;
-        inside ^= counted == crossing::all;
-    }
-    return inside;
-}
-
 // The point is beside all three corners, where the inside test says no.
 bool is_beside(const tin_triangle* t, const tin_point* p)
 {
@@ -95,17 +58,23 @@ bool is_beside(const tin_triangle* t, const tin_point* p)
            (p->x < a.x && p->x < b.x && p->x < c.x) || (p->x > a.x && p->x > b.x && p->x > c.x);
 }
 
+// The first in the order of the list among some triangles.
+tin_triangle* first_in_list_holding(tin_network* network, tin_triangle* const* triangles, int count,
+                                    const tin_point* point)
+{
+    listed_triangle* best = nullptr;
+    for (int i = 0; i < count; ++i) {
+        auto* t = static_cast<listed_triangle*>(triangles[i]);
+        if (best && t->number < best->number)
+            continue;
+        tin_load_edges_a(network, t);
+        if (tin_inside_a(network, point))
+            best = t;
+    }
+    return best;
+}
+
 } // namespace
-
-int tin_box_inside_a(tin_network* network, const tin_box& box)
-{
-    return box_inside(network, network->edges_a, box);
-}
-
-int tin_box_inside_b(tin_network* network, const tin_box& box)
-{
-    return box_inside(network, network->edges_b, box);
-}
 
 void tin_load_edges_a(tin_network* network, const tin_triangle* triangle)
 {
@@ -137,6 +106,8 @@ void tin_put_in_bucket(tin_link* link, tin_triangle* triangle)
 void tin_sort_buckets(tin_network* network, tin_triangle* first, tin_triangle* second, tin_triangle* in,
                       tin_triangle* other)
 {
+    if (!first->bucket && !second->bucket)
+        return;
     tin_link* lists[2] = {std::exchange(first->bucket, nullptr), std::exchange(second->bucket, nullptr)};
     tin_load_edges_a(network, in);
     for (tin_link* link : lists)
@@ -145,11 +116,15 @@ void tin_sort_buckets(tin_network* network, tin_triangle* first, tin_triangle* s
             tin_put_in_bucket(link, tin_inside_a(network, link->point) ? in : other);
             link = next;
         }
-    waiting_share(network, first, second, in, nullptr, other);
+    waiting_settle(network, in);
+    waiting_settle(network, other);
 }
 
 tin_triangle* tin_first_holding(tin_network* network, const tin_point* point)
 {
+    tin_triangle* near[NEAR_TRIANGLES];
+    if (const int count = waiting_holders(network, point, near))
+        return first_in_list_holding(network, near, count, point);
     for (tin_triangle* t = network->triangles; t; t = t->next) {
         if (is_beside(t, point))
             continue;

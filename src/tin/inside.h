@@ -12,15 +12,6 @@ void tin_load_edges_b(tin_network* network, const tin_triangle* triangle);
 int tin_inside_a(tin_network* network, const tin_point* point);
 int tin_inside_b(tin_network* network, const tin_point* point);
 
-// A box of points, its sides included.
-struct tin_box {
-    double x0, x1, y0, y1;
-};
-// The same for all points of a box; TIN_BOX_MIXED: they may differ, which a single point's can't.
-constexpr int TIN_BOX_MIXED = -1;
-int tin_box_inside_a(tin_network* network, const tin_box& box);
-int tin_box_inside_b(tin_network* network, const tin_box& box);
-
 // Moves a link to the head of the bucket of a triangle, which its point then names.
 void tin_put_in_bucket(tin_link* link, tin_triangle* triangle);
 // Shares the points of both buckets, those of `first` before those of `second`: to `in` what lies inside it,

@@ -3,7 +3,6 @@
 #include "hostapi/ads.h"
 #include "tin/reading_index.h"
 #include "tin/triangle.h"
-#include "tin/waiting.h"
 
 namespace
 {
@@ -50,8 +49,16 @@ tin_network::~tin_network()
 
 tin_triangle* triangle_new(tin_point* a, tin_point* b, tin_point* c)
 {
-    auto* triangle = static_cast<grouped_triangle*>(acad_malloc(sizeof(grouped_triangle)));
+    auto* triangle = static_cast<listed_triangle*>(acad_malloc(sizeof(listed_triangle)));
     if (triangle)
-        *triangle = grouped_triangle{{{a, b, c}, {nullptr, nullptr, nullptr}, nullptr, nullptr}, nullptr};
+        *triangle = listed_triangle{
+            {{a, b, c}, {nullptr, nullptr, nullptr}, nullptr, nullptr}, 0, tin_content::unknown};
     return triangle;
+}
+
+void triangle_put_first(tin_network* network, tin_triangle* triangle)
+{
+    static_cast<listed_triangle*>(triangle)->number = network->listed++;
+    triangle->next = network->triangles;
+    network->triangles = triangle;
 }

@@ -20,7 +20,6 @@
 struct tin_link;
 struct tin_triangle;
 struct tin_reading;
-struct tin_group;
 struct tin_waiting;
 
 struct tin_point {
@@ -28,7 +27,7 @@ struct tin_point {
     union {
         tin_triangle* tri;  // the triangle in whose bucket the point waits; once inserted, one of its triangles
         tin_point* greater; // while points are read: the subtree of greater x
-        tin_group* group;   // inside tin_triangulate, of a waiting point
+        std::uintptr_t place; // inside tin_triangulate, of a waiting point that is in no bucket
     };
     tin_link* partners; // points to which a barrier joins this one
     tin_point* less;    // while points are read: the subtree of x not greater
@@ -71,12 +70,12 @@ struct tri_edges {
 
 struct tin_network {
     tin_triangle* triangles = nullptr;
-    std::int32_t skip_zero = 0;       // 1: points of elevation zero are dropped
-    std::int32_t zero_count = 0;      // points so dropped
+    std::int32_t skip_zero = 0;  // 1: points of elevation zero are dropped
+    std::int32_t zero_count = 0; // points so dropped
     // Segments that could not be forced. An edge of a barrier that made room for another one's end, and one
     // whose forcing ended with a message, are not among them.
     std::int32_t failed_barriers = 0;
-    double contour_interval = 1.0;    // elevations on a multiple of it are nudged; 0: none is
+    double contour_interval = 1.0; // elevations on a multiple of it are nudged; 0: none is
     tri_edges edges_a{}, edges_b{};
     tin_point* frame[4] = {}; // upper left, upper right, lower right, lower left
     tin_point* points = nullptr;
@@ -95,7 +94,8 @@ struct tin_network {
     // The run's own.
     tin_point* barrier_points = nullptr; // points inserted for barriers, midpoints among them
     tin_point* kept_points = nullptr; // head of the list of which `points` is the rest, while a run inserts it
-    tin_waiting* waiting = nullptr;   // groups of the points that a run has still to insert
+    tin_waiting* waiting = nullptr;   // of the points that a run has still to insert, those in no bucket
+    std::uint32_t listed = 0;         // triangles put on the list
     tin_reading* reading = nullptr;   // finds places in the tree of points faster than the tree does
 
     tin_network() = default;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "hostapi/ads.h"
+#include "tin/locate.h"
 
 namespace
 {
@@ -41,12 +42,92 @@ bool lies_on(const tin_point* r, const upright_segment& s)
     return (r->x > s.top->x && r->x < s.bottom->x) || (r->x < s.top->x && r->x > s.bottom->x);
 }
 
-tin_point* first_on(tin_point* points, const upright_segment& s)
+// The points by place, with their numbers in the order of the list; without a tree there are none.
+struct points_by_place {
+    tin_point* list;
+    point_tree* tree;
+    std::uint32_t* number; // of the point at a place
+    std::uint32_t* least;  // in a node
+};
+
+void forget(points_by_place* points)
 {
-    for (tin_point* r = points; r; r = r->next)
-        if (lies_on(r, s))
-            return r;
-    return nullptr;
+    point_tree_free(points->tree);
+    acad_free(points->number);
+    acad_free(points->least);
+    *points = {points->list, nullptr, nullptr, nullptr};
+}
+
+void set_numbers(points_by_place* points)
+{
+    const point_tree& tree = *points->tree;
+    std::uint32_t number = 0;
+    for (tin_point* p = points->list; p; p = p->next) {
+        points->number[tree_place(p)] = number++;
+        p->tri = nullptr;
+    }
+    for (std::uint32_t node = 2 * tree.leaves - 1; node > 0; --node) {
+        const bool is_leaf = node >= tree.leaves;
+        std::uint32_t least = is_leaf ? number : std::min(points->least[2 * node], points->least[2 * node + 1]);
+        if (is_leaf)
+            for (std::uint32_t i = first_of_leaf(tree, node - tree.leaves);
+                 i < first_of_leaf(tree, node - tree.leaves + 1); ++i)
+                least = std::min(least, points->number[i]);
+        points->least[node] = least;
+    }
+}
+
+points_by_place by_place(tin_point* list)
+{
+    points_by_place points{list, point_tree_new(list), nullptr, nullptr};
+    if (!points.tree)
+        return points;
+    const point_tree& tree = *points.tree;
+    points.number = static_cast<std::uint32_t*>(acad_malloc(sizeof(std::uint32_t) * tree.count));
+    points.least = static_cast<std::uint32_t*>(acad_malloc(sizeof(std::uint32_t) * 2 * tree.leaves));
+    if (points.number && points.least) {
+        set_numbers(&points);
+        return points;
+    }
+    forget(&points);
+    for (tin_point* p = list; p; p = p->next)
+        p->tri = nullptr;
+    return points;
+}
+
+// What lies in the band is as near to the segment as the band is wide along y; rounding adds what the
+// coordinates have of it.
+double reach_of(const point_tree& tree, const tin_place& a, const tin_place& b)
+{
+    double size = 0;
+    for (double v : {tree.x0, tree.x1, tree.y0, tree.y1, a.x, a.y, b.x, b.y})
+        size = std::max(size, std::fabs(v));
+    return 1.1 * BAND + 1e-14 * size;
+}
+
+// The first point of the list that lies on the segment; null: none does.
+tin_point* first_on(const points_by_place& points, const upright_segment& s)
+{
+    tin_point* found = nullptr;
+    if (!points.tree) {
+        for (tin_point* r = points.list; r && !found; r = r->next)
+            if (lies_on(r, s))
+                found = r;
+        return found;
+    }
+    const point_tree& tree = *points.tree;
+    const tin_place a = place_of(s.top), b = place_of(s.bottom);
+    std::uint32_t before = tree.count;
+    near_segment(
+        tree, 1, a, b, reach_of(tree, a, b), [&](std::uint32_t node) { return points.least[node] < before; },
+        [&](std::uint32_t leaf) {
+            for (std::uint32_t i = first_of_leaf(tree, leaf); i < first_of_leaf(tree, leaf + 1); ++i)
+                if (points.number[i] < before && lies_on(tree.spots[i].point, s)) {
+                    before = points.number[i];
+                    found = tree.spots[i].point;
+                }
+        });
+    return found;
 }
 
 void lose_partner(tin_point* point, const tin_point* partner)
@@ -83,13 +164,16 @@ void tin_split_barriers(tin_network* network)
 {
     if (!network->quiet)
         acutPrintf("\nFinding points on barriers ...");
+    if (!network->barriers)
+        return;
+    points_by_place points = by_place(network->points);
     tin_barrier* last = network->barriers;
     while (last && last->next)
         last = last->next;
     tin_barrier* before = nullptr;
     for (tin_barrier *barrier = network->barriers, *next = nullptr; barrier; barrier = next) {
         const upright_segment segment = upright(*barrier);
-        tin_point* r = first_on(network->points, segment);
+        tin_point* r = first_on(points, segment);
         tin_barrier* upper = r ? barrier_new(segment.top, r) : nullptr;
         tin_barrier* lower = upper ? barrier_new(r, segment.bottom) : nullptr;
         if (!lower) { // nothing lies on it, or there is no room: it stays whole
@@ -109,4 +193,5 @@ void tin_split_barriers(tin_network* network)
         lose_partner(segment.bottom, segment.top);
         acad_free(barrier);
     }
+    forget(&points);
 }

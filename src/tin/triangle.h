@@ -44,5 +44,16 @@ inline void set_sides(tin_triangle* triangle, tin_triangle* a, tin_triangle* b, 
     triangle->side[2] = c;
 }
 
+// What is known of the waiting points well inside a triangle.
+enum class tin_content : std::uint8_t { unknown, some, none };
+
+// A triangle as a run makes it. The list has the later ones first.
+struct listed_triangle : tin_triangle {
+    std::uint32_t number; // in the order in which they were put on the list
+    tin_content content;
+};
+
 // A triangle with corners; the rest is null. Null when the heap is exhausted.
 tin_triangle* triangle_new(tin_point* a, tin_point* b, tin_point* c);
+// Puts a triangle at the head of the network's list.
+void triangle_put_first(tin_network* network, tin_triangle* triangle);

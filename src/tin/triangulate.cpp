@@ -62,8 +62,8 @@ bool build_frame(tin_network* network)
     }
     first->side[2] = second;
     second->side[2] = first;
-    first->next = second;
-    network->triangles = first;
+    triangle_put_first(network, second);
+    triangle_put_first(network, first);
     return true;
 }
 

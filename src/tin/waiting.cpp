@@ -1,243 +1,599 @@
-// A tree halves the waiting points by place, down to single ones. A triangle has the largest of its nodes that
-// lie in it whole. Where an edge cuts through a node's box the node is taken apart, and put together again as
-// soon as both halves are in one triangle. So a share costs as much as there are boxes on the edges, and not as
-// there are points beside them; without that, sorted points cost the square of their number. The box test
-// answers only where all points of the box get the very same answer.
+// A point is near an edge when it is as near as `reach`, far more than what the inside test can be wrong by;
+// what is not is well inside a triangle, by half of that at the very least where its distance is computed in
+// another way. As long as all triangles are counter-clockwise, or as thin as rounding, there is only one that
+// has a given point well inside; the inside test would have left the point in its bucket. A swap by force can
+// make a triangle that is clockwise. The points over which it lies stay in buckets from then on.
 #include "tin/waiting.h"
 
-#include <algorithm>
-#include <cmath>
+#include <bit>
+#include <limits>
 #include <utility>
 
 #include "hostapi/ads.h"
+#include "tin/corner_order.h"
 #include "tin/inside.h"
-
-struct tin_group {
-    tin_box box;
-    int count; // points that still wait
-    tin_group* parent;
-    tin_group* half[2];      // null: a single point
-    tin_point* point;        // of a single one
-    grouped_triangle* owner; // null: a part of a larger group, or in parts itself
-    tin_group *next, *prev;  // of the owner's groups
-};
+#include "tin/triangle.h"
 
 struct tin_waiting {
-    tin_group* groups; // two for each point, less one
-    tin_group* free;   // the next one that is not used yet
+    point_tree* tree;
+    double reach, thin;
+    corner_order orders[4];
+    double area;        // of the box of all points
+    std::uint32_t left; // points that wait
+    waiting_link* spare;
+    tin_triangle* last; // the one of the last point taken
+    tin_place last_place;
+    std::uint32_t leaf;           // node of the last point taken
+    int depth;                    // of that node
+    tree_cell cells[32];          // of that node and those above it, by depth
+    bool folded;                  // there was a clockwise triangle
+    bool torn;                    // sides may name wrong neighbours
+    const tin_point* not_in_fold; // a point of which it is known that no such one lies over it
 };
 
 namespace
 {
 
-void give(tin_group* group, grouped_triangle* to)
+constexpr double REACH = 4e-12;     // of the size of the box of all points; rounding is a thousandth of it
+constexpr double THIN = REACH / 64; // height of a triangle that may be clockwise
+constexpr double SLIMMEST = 1e-7;   // shape of the box of all points
+constexpr std::uint64_t WORK_FOR_ORDER = 4;
+constexpr double LITTLE = 4; // points in a triangle, by its area
+constexpr int MANY_LEAVES = 100;
+
+tree_node& leaf_node(const tin_waiting* w, std::uint32_t place)
 {
-    group->owner = to;
-    group->prev = nullptr;
-    group->next = to->groups;
-    if (group->next)
-        group->next->prev = group;
-    to->groups = group;
+    return w->tree->nodes[w->tree->leaves + leaf_of(*w->tree, place)];
 }
 
-void take_away(tin_group* group)
+std::uint8_t leaf_bit(const tin_waiting* w, std::uint32_t place)
 {
-    if (group->prev)
-        group->prev->next = group->next;
+    return static_cast<std::uint8_t>(1u << (place - first_of_leaf(*w->tree, leaf_of(*w->tree, place))));
+}
+
+bool is_free(const tin_waiting* w, std::uint32_t place)
+{
+    return leaf_node(w, place).free & leaf_bit(w, place);
+}
+
+void set_bound(tin_waiting* w, std::uint32_t place)
+{
+    tree_node* nodes = w->tree->nodes;
+    std::uint32_t node = w->tree->leaves + leaf_of(*w->tree, place);
+    nodes[node].free &= static_cast<std::uint8_t>(~leaf_bit(w, place));
+    for (; node > 1 && !nodes[node].free; node /= 2)
+        nodes[node / 2].free = nodes[node].free || nodes[node ^ 1].free;
+}
+
+void set_free(tin_waiting* w, std::uint32_t place)
+{
+    tree_node* nodes = w->tree->nodes;
+    std::uint32_t node = w->tree->leaves + leaf_of(*w->tree, place);
+    nodes[node].free |= leaf_bit(w, place);
+    for (node /= 2; node && !nodes[node].free; node /= 2)
+        nodes[node].free = 1;
+}
+
+waiting_link* link_of(const tin_point* point)
+{
+    for (tin_link* link = point->tri->bucket; link; link = link->next)
+        if (link->point == point)
+            return static_cast<waiting_link*>(link);
+    return nullptr;
+}
+
+// Puts a point into the bucket of a triangle. Without room for its link the point is looked for in the whole
+// network when its turn comes.
+void bind(tin_waiting* w, std::uint32_t place, tin_triangle* triangle, bool for_good)
+{
+    set_bound(w, place);
+    tin_point* point = w->tree->spots[place].point;
+    point->tri = triangle;
+    waiting_link* link = w->spare;
+    if (link)
+        w->spare = static_cast<waiting_link*>(link->next);
     else
-        group->owner->groups = group->next;
-    if (group->next)
-        group->next->prev = group->prev;
-    group->owner = nullptr;
+        link = static_cast<waiting_link*>(acad_malloc(sizeof(waiting_link)));
+    if (!link)
+        return;
+    *link = {{point, nullptr}, place, for_good};
+    tin_put_in_bucket(link, triangle);
 }
 
-// Gives the group, or the larger one that it completes.
-void give_whole(tin_group* group, grouped_triangle* to)
+// The lowest of the nodes of the last point taken that has all points near a box. What is asked for is mostly
+// about that point.
+std::uint32_t start_node(const tin_waiting* w, const tin_place& low, const tin_place& high)
 {
-    while (tin_group* parent = group->parent) {
-        tin_group* other = parent->half[group == parent->half[0]];
-        if (other->count > 0) {
-            if (other->owner != to)
-                break;
-            take_away(other);
-        }
-        group = parent;
+    std::uint32_t node = w->leaf;
+    for (int depth = w->depth; depth > 0; --depth, node /= 2) {
+        const tree_cell& c = w->cells[depth];
+        if (low.x - w->reach > c.x0 && high.x + w->reach < c.x1 && low.y - w->reach > c.y0 &&
+            high.y + w->reach < c.y1)
+            break;
     }
-    give(group, to);
+    return node;
 }
 
-struct targets {
-    tin_network* network;
-    grouped_triangle *a, *b, *rest;
+void set_start(tin_waiting* w, std::uint32_t place)
+{
+    w->leaf = w->tree->leaves + leaf_of(*w->tree, place);
+    w->depth = std::bit_width(w->leaf) - 1;
+    constexpr double far = std::numeric_limits<double>::infinity();
+    w->cells[0] = {-far, far, -far, far};
+    for (int depth = 0; depth < w->depth; ++depth) {
+        const tree_node& n = w->tree->nodes[w->leaf >> (w->depth - depth)];
+        const bool upper = w->leaf >> (w->depth - depth - 1) & 1;
+        tree_cell& c = w->cells[depth + 1];
+        c = w->cells[depth];
+        (n.by_x ? upper ? c.x0 : c.x1 : upper ? c.y0 : c.y1) = n.at;
+    }
+}
+
+int frame_index(const tin_network* network, const tin_point* point)
+{
+    for (int i = 0; i < 4; ++i)
+        if (network->frame[i] == point)
+            return i;
+    return -1;
+}
+
+// An edge from a to b, made where two triangles were or, if both are the same, inside one.
+struct edge_query {
+    tin_place a, b;
+    double limit;              // length times reach
+    const swap_corners* where; // null: there was nothing
+    tin_triangle* into;
 };
 
-// The target of all of a group; null: it has to be taken apart.
-grouped_triangle* target_of(const targets& to, const tin_group* group)
+bool is_well_inside(const tin_waiting* w, const tin_point* const (&corner)[3], const tree_spot& spot)
 {
-    const int in_a = tin_box_inside_a(to.network, group->box);
-    if (in_a)
-        return in_a == TIN_BOX_MIXED ? nullptr : to.a;
-    if (!to.b)
-        return to.rest;
-    const int in_b = tin_box_inside_b(to.network, group->box);
-    if (in_b)
-        return in_b == TIN_BOX_MIXED ? nullptr : to.b;
-    return to.rest;
+    return is_well_inside(corner, spot.x, spot.y, w->reach / 2);
 }
 
-void share(const targets& to, tin_group* group)
+// Puts a point that is near the edge into the bucket of a triangle. Beyond the ends of the edge there can be
+// some that are in other triangles.
+void bind_if_near(tin_waiting* w, const edge_query& q, std::uint32_t place)
 {
-    if (group->count == 0)
+    const tree_spot& spot = w->tree->spots[place];
+    if (std::fabs(turn(q.a, q.b, spot.x, spot.y)) <= q.limit &&
+        is_near_segment(q.a, q.b, w->reach, spot.x, spot.y) &&
+        (!q.where || is_well_inside(w, q.where->corner[0], spot) ||
+         is_well_inside(w, q.where->corner[1], spot)))
+        bind(w, place, q.into, false);
+}
+
+void bind_near_by_order(tin_waiting* w, const corner_order& order, const edge_query& q)
+{
+    const order_piece piece = corner_order_near(order, *w->tree, q.a, w->reach);
+    for (const std::uint64_t* entry = piece.first; entry != piece.last; ++entry) {
+        const auto place = static_cast<std::uint32_t>(*entry);
+        if (is_free(w, place))
+            bind_if_near(w, q, place);
+    }
+}
+
+// Puts the points near a new edge into the bucket of a triangle.
+void bind_near(tin_network* network, const tin_point* from, const tin_point* to, const swap_corners* where,
+               tin_triangle* into)
+{
+    tin_waiting* w = network->waiting;
+    const point_tree& tree = *w->tree;
+    if (!tree.nodes[1].free)
         return;
-    if (grouped_triangle* target = target_of(to, group)) {
-        give_whole(group, target);
-        return;
-    }
-    share(to, group->half[0]);
-    share(to, group->half[1]);
-}
-
-// The groups of a triangle as a list without an owner, so that none is taken for one that was given already.
-tin_group* detach(tin_triangle* triangle)
-{
-    if (!triangle)
-        return nullptr;
-    tin_group* list = std::exchange(static_cast<grouped_triangle*>(triangle)->groups, nullptr);
-    for (tin_group* g = list; g; g = g->next)
-        g->owner = nullptr;
-    return list;
-}
-
-tin_group* build(tin_waiting* waiting, tin_point** points, int count, tin_group* parent)
-{
-    tin_group* group = waiting->free++;
-    *group = tin_group{};
-    group->count = count;
-    group->parent = parent;
-    tin_box& box = group->box;
-    box = {points[0]->x, points[0]->x, points[0]->y, points[0]->y};
-    for (int i = 1; i < count; ++i) {
-        box.x0 = std::min(box.x0, points[i]->x);
-        box.x1 = std::max(box.x1, points[i]->x);
-        box.y0 = std::min(box.y0, points[i]->y);
-        box.y1 = std::max(box.y1, points[i]->y);
-    }
-    if (count == 1) {
-        group->point = points[0];
-        group->point->group = group;
-        return group;
-    }
-    const int middle = count / 2;
-    if (box.x1 - box.x0 > box.y1 - box.y0)
-        std::nth_element(points, points + middle, points + count,
-                         [](const tin_point* p, const tin_point* q) { return p->x < q->x; });
+    int corner = frame_index(network, from);
+    if (corner >= 0)
+        std::swap(from, to);
     else
-        std::nth_element(points, points + middle, points + count,
-                         [](const tin_point* p, const tin_point* q) { return p->y < q->y; });
-    group->half[0] = build(waiting, points, middle, group);
-    group->half[1] = build(waiting, points + middle, count - middle, group);
-    return group;
+        corner = frame_index(network, to);
+    const tin_place a = place_of(from), b = place_of(to);
+    const edge_query q{a, b, 1.001 * w->reach * std::hypot(b.x - a.x, b.y - a.y), where, into};
+    corner_order* order = corner >= 0 && frame_index(network, from) < 0 ? &w->orders[corner] : nullptr;
+    if (order && !order->entries && !order->given_up && order->work > WORK_FOR_ORDER * tree.count)
+        corner_order_make(order, tree);
+    if (order && order->entries) {
+        bind_near_by_order(w, *order, q);
+        return;
+    }
+    std::uint64_t work = 0;
+    near_segment(
+        tree, start_node(w, {std::min(a.x, b.x), std::min(a.y, b.y)}, {std::max(a.x, b.x), std::max(a.y, b.y)}),
+        a, b, w->reach,
+        [&](std::uint32_t node) {
+            ++work;
+            return tree.nodes[node].free != 0;
+        },
+        [&](std::uint32_t leaf) {
+            const std::uint32_t first = first_of_leaf(tree, leaf);
+            for (unsigned left = tree.nodes[tree.leaves + leaf].free; left; left &= left - 1)
+                bind_if_near(w, q, first + static_cast<std::uint32_t>(std::countr_zero(left)));
+        });
+    if (order)
+        order->work += work;
 }
 
-// The number of points; 0 if one has no place in an order.
-int countable(const tin_point* points)
+// ---- triangles with nothing in them ----
+
+tin_content& content_of(tin_triangle* t)
+{
+    return static_cast<listed_triangle*>(t)->content;
+}
+
+// Looks into a triangle, when there is little in it and so little to look at.
+tin_content look_into(const tin_waiting* w, const tin_triangle* t)
+{
+    const point_tree& tree = *w->tree;
+    const tin_place a = place_of(t->corner[0]), b = place_of(t->corner[1]), c = place_of(t->corner[2]);
+    const double area = turn(a, b, c.x, c.y);
+    if (!(area >= 0) || area * w->left > LITTLE * w->area)
+        return tin_content::some;
+    const tin_place low{std::min({a.x, b.x, c.x}), std::min({a.y, b.y, c.y})};
+    const tin_place high{std::max({a.x, b.x, c.x}), std::max({a.y, b.y, c.y})};
+    int work = 0;
+    const bool empty = near_box(
+        tree, start_node(w, low, high), low, high,
+        [&](std::uint32_t node) {
+            work += node >= tree.leaves;
+            return tree.nodes[node].free != 0;
+        },
+        [&](std::uint32_t leaf) {
+            const std::uint32_t first = first_of_leaf(tree, leaf);
+            for (unsigned left = tree.nodes[tree.leaves + leaf].free; left; left &= left - 1) {
+                const tree_spot& s = tree.spots[first + static_cast<std::uint32_t>(std::countr_zero(left))];
+                if (turn(a, b, s.x, s.y) > 0 && turn(b, c, s.x, s.y) > 0 && turn(c, a, s.x, s.y) > 0)
+                    return false;
+            }
+            return work < MANY_LEAVES;
+        });
+    return empty ? tin_content::none : tin_content::some;
+}
+
+bool is_empty(const tin_waiting* w, tin_triangle* t)
+{
+    tin_content& content = content_of(t);
+    if (content == tin_content::unknown)
+        content = look_into(w, t);
+    return content == tin_content::none;
+}
+
+// ---- triangles that lie on their face ----
+
+double longest_edge(const tin_point* const (&c)[3])
+{
+    double longest = 0;
+    for (int i = 0; i < 3; ++i)
+        longest = std::max(longest, std::hypot(c[i]->x - c[(i + 1) % 3]->x, c[i]->y - c[(i + 1) % 3]->y));
+    return longest;
+}
+
+bool is_folded(const tin_waiting* w, const tin_triangle* t)
+{
+    const double area = turn(place_of(t->corner[0]), place_of(t->corner[1]), t->corner[2]->x, t->corner[2]->y);
+    return area < 0 && -area > w->thin * longest_edge({t->corner[0], t->corner[1], t->corner[2]});
+}
+
+struct fold {
+    tin_network* network;
+    tin_triangle *first, *second;
+    const swap_corners& before;
+};
+
+// The triangle that has a point well inside which was in neither of the two that were swapped.
+tin_triangle* other_triangle(const fold& f, const tree_spot& spot)
+{
+    for (tin_triangle* t = f.network->triangles; t; t = t->next)
+        if (t != f.first && t != f.second && is_well_inside(f.network->waiting, t->corner, spot))
+            return t;
+    return f.first;
+}
+
+void bind_for_good(void* context, std::uint32_t place)
+{
+    const fold& f = *static_cast<const fold*>(context);
+    tin_waiting* w = f.network->waiting;
+    if (!(leaf_node(w, place).waiting & leaf_bit(w, place)))
+        return;
+    const tree_spot& spot = w->tree->spots[place];
+    if (!is_free(w, place)) {
+        if (waiting_link* link = link_of(spot.point))
+            link->for_good = true;
+        return;
+    }
+    tin_triangle* home = nullptr;
+    for (const auto& corner : f.before.corner)
+        if (is_well_inside(w, corner, spot))
+            home = f.first; // its bucket is shared with the other's in a moment
+    bind(w, place, home ? home : other_triangle(f, spot), true);
+}
+
+void bind_fold(const fold& f, tin_point* const (&corner)[3])
+{
+    tin_waiting* w = f.network->waiting;
+    w->folded = true;
+    if (!w->left)
+        return;
+    near_triangle(*w->tree, {place_of(corner[0]), place_of(corner[1]), place_of(corner[2])}, 2 * w->reach,
+                  const_cast<fold*>(&f), bind_for_good);
+}
+
+// A triangle and its neighbour have more than one edge in common: the next link that is changed in one of them
+// may be the wrong one.
+bool has_double_side(const tin_triangle* t)
+{
+    const tin_triangle* const(&s)[3] = t->side;
+    return (s[0] && (s[0] == s[1] || s[0] == s[2])) || (s[1] && s[1] == s[2]);
+}
+
+void bind_folds(const fold& f)
+{
+    tin_waiting* w = f.network->waiting;
+    w->torn = w->torn || has_double_side(f.first) || has_double_side(f.second);
+    for (const tin_triangle* t : {f.first, f.second})
+        if (is_folded(w, t))
+            bind_fold(f, t->corner);
+}
+
+// How often two triangles have an edge, less how often they have it the other way.
+int edge_count(const swap_corners& two, const tin_point* a, const tin_point* b)
 {
     int count = 0;
-    for (const tin_point* p = points; p; p = p->next, ++count)
-        if (!std::isfinite(p->x) || !std::isfinite(p->y) || count == 1 << 29)
-            return 0;
+    for (const auto& corner : two.corner)
+        for (int i = 0; i < 3; ++i) {
+            count += corner[i] == a && corner[(i + 1) % 3] == b;
+            count -= corner[i] == b && corner[(i + 1) % 3] == a;
+        }
     return count;
 }
 
-void put_in_buckets(tin_group* group, tin_triangle* triangle)
+bool is_same_outline(const swap_corners& p, const swap_corners& q)
 {
-    if (group->count == 0)
-        return;
-    if (!group->point) {
-        put_in_buckets(group->half[0], triangle);
-        put_in_buckets(group->half[1], triangle);
-        return;
+    for (const swap_corners* two : {&p, &q})
+        for (const auto& corner : two->corner)
+            for (int i = 0; i < 3; ++i) {
+                const tin_point *a = corner[i], *b = corner[(i + 1) % 3];
+                if (edge_count(p, a, b) != edge_count(q, a, b))
+                    return false;
+            }
+    return true;
+}
+
+bool is_new_edge(const swap_corners& before, const tin_point* a, const tin_point* b)
+{
+    for (const auto& corner : before.corner)
+        for (int i = 0; i < 3; ++i) {
+            const tin_point *p = corner[i], *q = corner[(i + 1) % 3];
+            if ((p == a && q == b) || (p == b && q == a))
+                return false;
+        }
+    return true;
+}
+
+// ---- the run ----
+
+// Some triangle near a point.
+tin_triangle* start_for(const tin_network* network, std::uint32_t place)
+{
+    const tin_waiting* w = network->waiting;
+    const tree_node* nodes = w->tree->nodes;
+    std::uint32_t node = w->tree->leaves + leaf_of(*w->tree, place);
+    while (node && !nodes[node].near)
+        node /= 2;
+    if (!node)
+        return w->last ? w->last : network->triangles;
+    tin_triangle* near = nodes[node].near;
+    const tree_spot& spot = w->tree->spots[place];
+    const tin_point* corner = near->corner[0];
+    const double to_near = std::fabs(corner->x - spot.x) + std::fabs(corner->y - spot.y);
+    const double to_last = std::fabs(w->last_place.x - spot.x) + std::fabs(w->last_place.y - spot.y);
+    return to_last < to_near ? w->last : near;
+}
+
+tin_triangle* triangle_of(const tin_network* network, tin_triangle* start, const tin_point* point)
+{
+    tin_triangle* t = locate(network, start, point->x, point->y, network->waiting->reach / 2);
+    return t ? t : network->triangles; // where the insertion finds that it isn't so
+}
+
+void note_triangle(tin_waiting* w, std::uint32_t place, tin_triangle* triangle)
+{
+    const tree_spot& spot = w->tree->spots[place];
+    w->last = triangle;
+    w->last_place = {spot.x, spot.y};
+    tree_node* nodes = w->tree->nodes;
+    std::uint32_t node = w->tree->leaves + leaf_of(*w->tree, place);
+    nodes[node].near = triangle;
+    for (node /= 2; node && !nodes[node].near; node /= 2)
+        nodes[node].near = triangle;
+}
+
+void mark_all_free(tin_waiting* w)
+{
+    point_tree& tree = *w->tree;
+    for (std::uint32_t node = 1; node < tree.leaves; ++node)
+        tree.nodes[node].free = 1;
+    for (std::uint32_t leaf = 0; leaf < tree.leaves; ++leaf) {
+        const unsigned count = first_of_leaf(tree, leaf + 1) - first_of_leaf(tree, leaf);
+        tree_node& node = tree.nodes[tree.leaves + leaf];
+        node.free = node.waiting = static_cast<std::uint8_t>((1u << count) - 1);
     }
-    group->point->tri = triangle;
-    if (auto* link = static_cast<tin_link*>(acad_malloc(sizeof(tin_link)))) {
-        link->point = group->point;
-        tin_put_in_bucket(link, triangle);
-    }
+}
+
+// The box is large enough for what is said above, and has all points.
+bool is_fit(const tin_network* network, const point_tree& tree, double* w, double* h)
+{
+    *w = network->x_max - network->x_min;
+    *h = network->y_max - network->y_min;
+    const double size = std::max(*w, *h);
+    return std::isfinite(*w) && std::isfinite(*h) && std::min(*w, *h) > SLIMMEST * size && tree.x0 >= 0 &&
+           tree.x1 <= *w && tree.y0 >= 0 && tree.y1 <= *h;
+}
+
+void forget_places(tin_network* network)
+{
+    for (tin_point* p = network->points; p; p = p->next)
+        p->tri = nullptr;
 }
 
 } // namespace
 
 bool waiting_begin(tin_network* network)
 {
-    const int count = countable(network->points);
-    if (count == 0)
-        return false;
-    auto* waiting = static_cast<tin_waiting*>(acad_malloc(sizeof(tin_waiting)));
-    auto* groups = static_cast<tin_group*>(acad_malloc(sizeof(tin_group) * (2 * std::size_t(count) - 1)));
-    auto** points = static_cast<tin_point**>(acad_malloc(sizeof(tin_point*) * std::size_t(count)));
-    if (!waiting || !groups || !points) {
-        acad_free(waiting);
-        acad_free(groups);
-        acad_free(points);
+    point_tree* tree = point_tree_new(network->points);
+    double width = 0, height = 0;
+    auto* w = tree && is_fit(network, *tree, &width, &height)
+                  ? static_cast<tin_waiting*>(acad_malloc(sizeof(tin_waiting)))
+                  : nullptr;
+    if (!w) {
+        point_tree_free(tree);
+        forget_places(network);
         return false;
     }
-    *waiting = {groups, groups};
-    int i = 0;
-    for (tin_point* p = network->points; p; p = p->next)
-        points[i++] = p;
-    tin_group* all = build(waiting, points, count, nullptr);
-    acad_free(points);
-    network->waiting = waiting;
-    auto* first = static_cast<grouped_triangle*>(network->triangles);
-    tin_load_edges_a(network, first);
-    share({network, first, nullptr, static_cast<grouped_triangle*>(first->next)}, all);
+    *w = {};
+    w->tree = tree;
+    w->reach = REACH * std::max(width, height);
+    w->thin = THIN * std::max(width, height);
+    w->area = width * height;
+    w->left = tree->count;
+    w->leaf = 1;
+    for (int i = 0; i < 4; ++i)
+        corner_order_begin(&w->orders[i], network->frame[i], width, height);
+    mark_all_free(w);
+    network->waiting = w;
+    tin_triangle *first = network->triangles, *second = first->next;
+    bind_near(network, network->frame[1], network->frame[3], nullptr, first);
+    tin_sort_buckets(network, first, second, first, second);
     return true;
 }
 
 void waiting_take(tin_network* network, tin_point* point)
 {
-    if (!network->waiting)
+    tin_waiting* w = network->waiting;
+    if (!w)
         return;
-    tin_group* owned = point->group;
-    for (tin_group* g = owned; g; g = g->parent) {
-        --g->count;
-        if (g->owner)
-            owned = g;
+    --w->left;
+    std::uint32_t place;
+    if (has_tree_place(point)) {
+        place = tree_place(point);
+        set_bound(w, place);
+        w->not_in_fold = point;
+        point->tri = triangle_of(network, start_for(network, place), point);
+    } else {
+        waiting_link* link = link_of(point);
+        w->not_in_fold = link && !link->for_good ? point : nullptr;
+        if (!link)
+            return;
+        link->for_good = true; // if it is inserted elsewhere the link stays
+        place = link->place;
     }
-    grouped_triangle* triangle = owned->owner;
-    if (owned->count == 0)
-        take_away(owned);
-    point->tri = triangle;
-    if (auto* link = static_cast<tin_link*>(acad_malloc(sizeof(tin_link)))) {
-        link->point = point;
-        tin_put_in_bucket(link, triangle);
-    }
+    set_start(w, place);
+    leaf_node(w, place).waiting &= static_cast<std::uint8_t>(~leaf_bit(w, place));
+    note_triangle(w, place, point->tri);
+    content_of(point->tri) = tin_content::unknown;
 }
 
-void waiting_share(tin_network* network, tin_triangle* first, tin_triangle* second, tin_triangle* a,
-                   tin_triangle* b, tin_triangle* rest)
+void waiting_split(tin_network* network, const tin_point* point, tin_triangle* triangle, tin_triangle* a,
+                   tin_triangle* b)
 {
     if (!network->waiting)
         return;
-    tin_group* lists[2] = {detach(first), detach(second)};
-    const targets to{network, static_cast<grouped_triangle*>(a), static_cast<grouped_triangle*>(b),
-                     static_cast<grouped_triangle*>(rest)};
-    for (tin_group* g : lists)
-        while (g) {
-            tin_group* next = g->next;
-            share(to, g);
-            g = next;
+    if (!is_empty(network->waiting, triangle)) {
+        const swap_corners before = corners_of(triangle, triangle);
+        for (const tin_point* corner : triangle->corner)
+            bind_near(network, point, corner, &before, triangle);
+        content_of(triangle) = tin_content::unknown;
+    }
+    content_of(a) = content_of(b) = content_of(triangle);
+}
+
+bool waiting_none_in(const tin_network* network, tin_triangle* first, tin_triangle* second)
+{
+    const tin_waiting* w = network->waiting;
+    return !w || !w->left || (is_empty(w, first) && is_empty(w, second));
+}
+
+void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* second,
+                     const swap_corners& before, const tin_point* from, const tin_point* to, bool none_in)
+{
+    if (!network->waiting)
+        return;
+    bind_folds({network, first, second, before});
+    if (none_in)
+        return;
+    content_of(first) = content_of(second) = tin_content::unknown;
+    bind_near(network, from, to, &before, first);
+}
+
+void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* second,
+                     const swap_corners& before)
+{
+    if (!network->waiting)
+        return;
+    content_of(first) = content_of(second) = tin_content::unknown;
+    const fold f{network, first, second, before};
+    const swap_corners now = corners_of(first, second);
+    if (!is_same_outline(now, before)) {
+        network->waiting->torn = true;
+        for (const swap_corners* two : {&before, &now})
+            for (const auto& corner : two->corner)
+                bind_fold(f, corner);
+    } else {
+        bind_folds(f);
+    }
+    for (const auto& corner : now.corner)
+        for (int i = 0; i < 3; ++i)
+            if (is_new_edge(before, corner[i], corner[(i + 1) % 3]))
+                bind_near(network, corner[i], corner[(i + 1) % 3], &before, first);
+}
+
+void waiting_settle(tin_network* network, tin_triangle* triangle)
+{
+    tin_waiting* w = network->waiting;
+    if (!w)
+        return;
+    for (tin_link** at = &triangle->bucket; *at;) {
+        auto* link = static_cast<waiting_link*>(*at);
+        if (link->for_good || !is_well_inside(triangle->corner, link->point->x, link->point->y, w->reach)) {
+            at = &link->next;
+            continue;
         }
+        *at = link->next;
+        set_tree_place(link->point, link->place);
+        set_free(w, link->place);
+        content_of(triangle) = tin_content::some;
+        link->next = w->spare;
+        w->spare = link;
+    }
+}
+
+int waiting_holders(const tin_network* network, const tin_point* point, tin_triangle* (&out)[NEAR_TRIANGLES])
+{
+    const tin_waiting* w = network->waiting;
+    if (!w || w->torn || (w->folded && w->not_in_fold != point))
+        return 0;
+    tin_triangle* start = point->tri ? point->tri : w->last ? w->last : network->triangles;
+    start = walk_towards(start, point->x, point->y, w->tree->count);
+    return start ? triangles_near(start, point->x, point->y, 2 * w->reach, out) : 0;
 }
 
 void waiting_end(tin_network* network)
 {
-    if (!network->waiting)
+    tin_waiting* w = network->waiting;
+    if (!w)
         return;
-    for (tin_triangle* t = network->triangles; t; t = t->next)
-        for (const tin_group* g = static_cast<grouped_triangle*>(t)->groups; g; g = g->next)
-            put_in_buckets(const_cast<tin_group*>(g), t);
-    acad_free(network->waiting->groups);
-    acad_free(network->waiting);
+    point_tree* tree = w->tree;
+    for (std::uint32_t place = 0; place < tree->count; ++place) {
+        if (!is_free(w, place))
+            continue;
+        tin_triangle* home = triangle_of(network, start_for(network, place), tree->spots[place].point);
+        note_triangle(w, place, home);
+        bind(w, place, home, true);
+    }
+    while (waiting_link* link = w->spare) {
+        w->spare = static_cast<waiting_link*>(link->next);
+        acad_free(link);
+    }
+    for (const corner_order& order : w->orders)
+        acad_free(order.entries);
+    point_tree_free(tree);
+    acad_free(w);
     network->waiting = nullptr;
 }

@@ -1,24 +1,51 @@
-// waiting.h: the points that wait for their insertion, kept in groups so that buckets are shared by the group.
+// waiting.h: the points that wait for their insertion.
 //
-// While a run has groups, a waiting point is in no bucket; its group belongs to a triangle. A point is taken
-// out just before its insertion, and from then on is the bucket's matter.
+// A waiting point lies well inside one triangle, and that is all there is to know of it: it is in no bucket,
+// and is looked for when its turn comes. Only near an edge, where rounding decides, it is in the bucket of a
+// triangle and is shared out by the inside test at each change. So a change costs as much as there are points
+// near its new edges, and not as there are points beside them; without that, sorted points cost the square of
+// their number.
 #pragma once
 
-#include "tin/network.h"
+#include "tin/locate.h"
 
-// A triangle of a run, with the groups that wait in it.
-struct tin_group;
-struct grouped_triangle : tin_triangle {
-    tin_group* groups;
+// A cell of a bucket during a run.
+struct waiting_link : tin_link {
+    std::uint32_t place;
+    bool for_good; // it stays in buckets until its insertion
 };
 
-// Puts all of `points` into the two triangles of the frame. false: no groups were made, the buckets are to do.
+// Corners of the two triangles of a swap, as they were before it.
+struct swap_corners {
+    tin_point* corner[2][3];
+};
+inline swap_corners corners_of(const tin_triangle* first, const tin_triangle* second)
+{
+    return {{{first->corner[0], first->corner[1], first->corner[2]},
+             {second->corner[0], second->corner[1], second->corner[2]}}};
+}
+
+// Finds out which of `points` lie near the diagonal of the frame; these go into the buckets of its two
+// triangles. false: nothing is kept here, all points are to be put into buckets.
 bool waiting_begin(tin_network* network);
-// The point's own bucket link, in the triangle in which it waited.
+// The point's `tri` becomes the triangle in which it waits. It waits no more.
 void waiting_take(tin_network* network, tin_point* point);
-// Shares the groups of `first` and `second` (may be null): to `a` what lies inside edges_a, to `b` (may be
-// null: no such test) what lies inside edges_b, to `rest` what is left.
-void waiting_share(tin_network* network, tin_triangle* first, tin_triangle* second, tin_triangle* a,
-                   tin_triangle* b, tin_triangle* rest);
-// All that still waits goes into the buckets; there are no groups any more.
+// To be called before a triangle is split at a point: what lies near its new edges goes into its bucket. Parts
+// of the triangle have in them what it had.
+void waiting_split(tin_network* network, const tin_point* point, tin_triangle* triangle, tin_triangle* a,
+                   tin_triangle* b);
+// Nothing waits well inside two triangles; not always found out.
+bool waiting_none_in(const tin_network* network, tin_triangle* first, tin_triangle* second);
+// To be called when two triangles have been swapped: what lies near the edge between them goes into the bucket
+// of one of the two, to be shared again. The first form is for a swap of the diagonal of a quadrilateral, now
+// from-to; `none_in` is the answer from before it.
+void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* second,
+                     const swap_corners& before, const tin_point* from, const tin_point* to, bool none_in);
+void waiting_swapped(tin_network* network, tin_triangle* first, tin_triangle* second,
+                     const swap_corners& before);
+// To be called for a triangle whose bucket is shared: points well inside leave the bucket.
+void waiting_settle(tin_network* network, tin_triangle* triangle);
+// The triangles that may hold a point, as triangles_near has them; 0: any may.
+int waiting_holders(const tin_network* network, const tin_point* point, tin_triangle* (&out)[NEAR_TRIANGLES]);
+// All that still waits goes into the buckets.
 void waiting_end(tin_network* network);

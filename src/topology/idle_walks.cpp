@@ -56,9 +56,34 @@ bool IdleWalks::knows(std::int32_t edge, bool forward) const
     return walk > 0 && !is_void_.items[walk - 1];
 }
 
-void IdleWalks::remember(const SurfaceNet& surface, const face_walk& walk)
+// A walk from the dead end of a line would be remembered for one edge only: goes back along the line that leads
+// to the first step, as far as there is but one way.
+void IdleWalks::add_ways_here(const SurfaceNet& surface, HeapArray<face_step>* steps)
 {
-    const face_step& first = walk.steps.items[0];
+    face_step first = steps->items[0];
+    for (;;) {
+        const NodeObj* at = surface.node(first.from);
+        face_step before{0, 0};
+        int ways = 0;
+        for (std::int32_t i = 1; at && i <= at->edges.count; ++i) {
+            const std::int32_t id = at->edges.get(i);
+            const EdgeObj* edge = id == first.edge ? nullptr : surface.edge(id);
+            if (!edge || edge->node1 == edge->node2)
+                continue;
+            ++ways;
+            before = {id, edge->node1 == first.from ? edge->node2 : edge->node1};
+        }
+        if (ways != 1 || !surface.node(before.from) || visits_.items[before.from] > 0 || !steps->add(before))
+            return;
+        ++visits_.items[before.from];
+        first = before;
+    }
+}
+
+void IdleWalks::remember(const SurfaceNet& surface, face_walk* remembered)
+{
+    face_walk& walk = *remembered;
+    const face_step first = walk.steps.items[0];
     if (walk.end == WalkEnd::CLOSED) {
         // It may have been the first part of a longer one, which only from here closes early.
         const face_step on = next_step(surface, walk.steps.items[walk.steps.count - 1]);
@@ -70,8 +95,10 @@ void IdleWalks::remember(const SurfaceNet& surface, const face_walk& walk)
         return;
     for (const face_step& step : walk.steps)
         ++visits_.items[step.from];
-    if (walk.end == WalkEnd::NO_WAY_ON)
+    if (walk.end == WalkEnd::NO_WAY_ON) {
         ++visits_.items[walk.last_node];
+        add_ways_here(surface, &walk.steps);
+    }
     for (const face_step& step : walk.steps)
         walk_of_.items[place_of(step.edge, is_forward(surface, step))] =
             visits_.items[step.from] == 1 ? is_void_.count : -is_void_.count;

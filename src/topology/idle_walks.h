@@ -14,7 +14,7 @@ public:
     // Whether a walk from this edge is known to come to nothing.
     bool knows(std::int32_t edge, bool forward) const;
     // Remembers a walk that found no way on, or a closed one of which `is_never_inner` says so.
-    void remember(const SurfaceNet& surface, const face_walk& walk);
+    void remember(const SurfaceNet& surface, face_walk* walk);
     // An edge was put in at the node.
     void forget_at(const SurfaceNet& surface, std::int32_t node);
 
@@ -22,6 +22,8 @@ private:
     HeapArray<std::int32_t> walk_of_; // by edge and direction; 0 none, negative: of no use to walks from there
     HeapArray<std::uint8_t> is_void_; // by walk, from 1
     HeapArray<std::int32_t> visits_;  // by node; 0 between two calls
+
+    void add_ways_here(const SurfaceNet& surface, HeapArray<face_step>* steps);
 };
 
 // Whether the chain through the walk's nodes is no counter-clockwise one, whichever node it starts at.

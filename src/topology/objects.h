@@ -5,6 +5,7 @@
 #pragma once
 
 #include "hostapi/adsdef.h"
+#include "topology/holder_array.h"
 #include "topology/id_list.h"
 #include "topology/object.h"
 #include "topology/object_array.h"
@@ -84,7 +85,7 @@ enum class ShapeKind : std::uint8_t { NONE = 0, LINE = 1, POLYLINE = 2, CLOSED_F
 class ShapeObj : public TopoObject
 {
 public:
-    ObjectArray edges; // holders of edge ids
+    HolderArray edges; // of edge ids
     ShapeKind kind = ShapeKind::NONE;
     std::uint8_t closed = 0;
     std::uint8_t visible = 1;

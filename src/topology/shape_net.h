@@ -61,8 +61,9 @@ public:
     // A LINE, 3DFACE or polyline of the drawing; its colour is that of its layer for by layer. Faces are open
     // chains: their closing edge is never made. For programs in a CAD host: a library of its own.
     void add_entity(const ads_name entity);
-    // Each square of the grid with three or four cells that have a value, as the triangles' long side and two
-    // more edges. Colours are the heights of `grid_attr`; `mark` is whether the shapes are visible.
+    // A node for each cell with a value, and a shape for each square between four cells: the open chain through
+    // its corners, without edges where fewer than three have a value. Colours are the heights of `grid_attr`,
+    // `mark` is whether the shapes are visible. A break is told, and ends it with what there is.
     void add_grid(grid* grid_z, grid* grid_attr, std::uint8_t mark);
 
     // ---- cutting
@@ -73,7 +74,7 @@ public:
     // network.
     double edge_position(ShapeEdge* edge, const double* point, std::int32_t dimensions);
     // Puts two edges that meet at the node in the place of one; in its shapes they stand at the end. The id of
-    // the first of them; 0, with nothing changed, where the node is an end of the edge or something is missing.
+    // the first of them; 0, with the edge as it was, where the node is an end of it or something is missing.
     std::int32_t split_edge(std::int32_t edge_id, std::int32_t node_id);
     // Cuts edges where they cross, overlap or touch.
     void cut_crossings();
@@ -90,4 +91,8 @@ public:
     pg_node* face_to_chain(const ShapeObj* face) const;
     // 0 outside, 1 inside, 2 on the boundary. Arcs count as chords.
     int point_in_face(const ShapeObj* face, const double* point) const;
+
+private:
+    bool cut_pair(std::int32_t first, std::int32_t second);
+    void cut_near_node(std::int32_t edge_id);
 };

@@ -43,7 +43,7 @@ void close_larger_face(SurfaceNet* surface, face_closing* work)
     if (pg_orientation(chain) == -1)
         fill(surface, chain, work);
     else if (work->walk.end == WalkEnd::CLOSED && is_never_inner(*surface, work->walk))
-        work->idle.remember(*surface, work->walk);
+        work->idle.remember(*surface, &work->walk);
     pl_free_nodes(chain);
 }
 
@@ -72,7 +72,7 @@ void SurfaceNet::close_face(std::int32_t edge_id, bool forward, face_closing* wo
     else if (walk.end != WalkEnd::NO_WAY_ON)
         close_larger_face(this, work);
     else if (walk.steps.count > 0)
-        work->idle.remember(*this, walk);
+        work->idle.remember(*this, &walk);
 }
 
 void SurfaceNet::close_faces()

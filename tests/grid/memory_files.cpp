@@ -119,6 +119,12 @@ int file_close(host_file* file)
     return done ? 0 : EOF;
 }
 
+void file_give_up(host_file* file)
+{
+    file->failed = true;
+    file_close(file);
+}
+
 char* file_gets(char* buffer, int size, host_file* file)
 {
     int length = 0;

@@ -46,6 +46,14 @@ protected:
     {
         return held_grid(random_grids::made_of(r, place::in_file));
     }
+    // Nothing written yet.
+    static held_grid new_file(const plain::raster& r)
+    {
+        test_heap::fail_at(2); // no memory for the rows
+        held_grid g(grid_create(r.x0, r.y0, r.step_x, r.step_y, r.columns, r.rows));
+        test_heap::fail_at(0);
+        return g;
+    }
 };
 
 // 600 by 600 intervals is the first size that is kept in a file by itself.
@@ -57,19 +65,22 @@ TEST_F(GridPages, LargeGridsAreFilledAsInMemory)
         int plane;
     } cases[] = {{600, 600, 'C', 0},  {600, 600, 'P', 0}, {600, 600, 'A', 0}, {600, 600, 'C', 1},
                  {1500, 300, 'C', 0}, {90, 5000, 'P', 0}, {9000, 50, 'A', 0}};
-    for (const auto& one : cases) {
-        plain::raster r = random_grids::ground(7, one.columns, one.rows, 0.1);
-        const held_grid g = in_file(r);
-        ASSERT_TRUE(g);
-        ASSERT_EQ(g->in_memory, 0);
-        r.fill_plane = grid_fill_plane = one.plane;
-        EXPECT_EQ(plain::fill_nulls(r, 9, one.mode), plain::done);
-        EXPECT_EQ(grid_fill_nulls(g.get(), 9, one.mode), RTNORM);
-        EXPECT_EQ(random_grids::first_difference(g.get(), r), -1) << one.columns << one.mode;
-        EXPECT_EQ(printed_text(), r.printed);
-        EXPECT_GT(r.polls, 3);
-        memory_files::disk().log.clear();
-    }
+    for (const auto& one : cases)
+        for (const bool in_pages : {false, true}) {
+            plain::raster r = random_grids::ground(7, one.columns, one.rows, 0.1);
+            const held_grid g = in_file(r);
+            ASSERT_TRUE(g);
+            ASSERT_EQ(g->in_memory, 0);
+            r.fill_plane = grid_fill_plane = one.plane;
+            EXPECT_EQ(plain::fill_nulls(r, 9, one.mode), plain::done);
+            test_heap::fail_at(in_pages ? 1 : 0); // no memory for the whole grid
+            EXPECT_EQ(grid_fill_nulls(g.get(), 9, one.mode), RTNORM);
+            EXPECT_EQ(g->in_memory, 0);
+            EXPECT_EQ(random_grids::first_difference(g.get(), r), -1) << one.columns << one.mode;
+            EXPECT_EQ(printed_text(), r.printed);
+            EXPECT_GT(r.polls, 3);
+            memory_files::disk().log.clear();
+        }
 }
 
 TEST_F(GridPages, BreakAtEachPollLeavesTheSameCells)
@@ -82,6 +93,7 @@ TEST_F(GridPages, BreakAtEachPollLeavesTheSameCells)
         r.break_at = n;
         user_break_clear();
         test_heap::break_at(n);
+        test_heap::fail_at(n % 2);
         const int want = plain::fill_nulls(r, 9, 'C');
         ASSERT_EQ(grid_fill_nulls(g.get(), 9, 'C'), want) << n;
         ASSERT_EQ(random_grids::first_difference(g.get(), r), -1) << n;
@@ -104,7 +116,8 @@ TEST_F(GridPages, FewPagesGiveTheSame)
         const held_grid g = in_file(r);
         ASSERT_EQ(plain::fill_nulls(r, 9, 'C'), plain::done);
         const int pages_and_tables = 3 + 16;
-        test_heap::fail_from(pages_and_tables + 1 + more);
+        test_heap::fail_at(1); // not the whole grid
+        test_heap::fail_from(pages_and_tables + 2 + more);
         EXPECT_EQ(grid_fill_nulls(g.get(), 9, 'C'), RTNORM);
         test_heap::fail_from(0);
         EXPECT_EQ(random_grids::first_difference(g.get(), r), -1) << more;
@@ -118,11 +131,27 @@ TEST_F(GridPages, WithoutMemoryForPagesTheWindowsDo)
     for (int n = 1; n <= 19; ++n) {
         plain::raster r = random_grids::ground(9, 60, 40, 0.1);
         const held_grid g = in_file(r);
-        ASSERT_EQ(plain::fill_nulls(r, 9, 'C'), plain::done);
+        const double point[3] = {r.x0 + 11, r.y0 + 11, 0};
         test_heap::fail_at(n);
-        EXPECT_EQ(grid_fill_nulls(g.get(), 9, 'C'), RTNORM);
+        EXPECT_EQ(grid_interpolate_cubic(point, g.get()), plain::interpolate_cubic(r, point[0], point[1])) << n;
         test_heap::fail_at(0);
-        EXPECT_EQ(random_grids::first_difference(g.get(), r), -1) << n;
+    }
+}
+
+// Cells behind the last one that was written read as null; the windows know that, the file doesn't.
+TEST_F(GridPages, GridsWrittenInPartAreFilledThroughTheWindows)
+{
+    for (const int written : {300, 1500, 2490}) {
+        plain::raster r = random_grids::ground(9, 60, 40, 0.1);
+        for (std::size_t i = written; i < r.cells.size(); ++i)
+            r.cells[i] = {};
+        const held_grid g = new_file(r);
+        for (int i = 0; i < written; ++i)
+            grid_write_cell(g.get(), i, {r.cells[i].z, r.cells[i].state});
+        ASSERT_EQ(plain::fill_nulls(r, 9, 'C'), plain::done);
+        EXPECT_EQ(grid_fill_nulls(g.get(), 9, 'C'), RTNORM);
+        EXPECT_EQ(random_grids::first_difference(g.get(), r), -1) << written;
+        EXPECT_EQ(r.cells.back().state, '1');
     }
 }
 

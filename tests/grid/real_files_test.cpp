@@ -2,9 +2,14 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "grid/grid.h"
 #include "host/core/heap.h"
@@ -83,6 +88,79 @@ TEST_F(GridOnDisk, AVanishedDirectoryHurtsNobody)
     setenv("TMPDIR", tmp.path.c_str(), 1);
     EXPECT_EQ(grid_flush(g), 1);
     grid_free(&g);
+    EXPECT_EQ(tmp.count(), 0);
+}
+
+// Both kinds of store, by the size in the file.
+TEST_F(GridOnDisk, AGridIsSavedOverTheFileItCameFrom)
+{
+    for (const int columns : {40, 620}) {
+        std::string text =
+            "0\r\n0\r\n600\r\n" + std::to_string(columns) + "\r\n" + std::to_string(columns) + "\r\n600\r\n";
+        for (int i = 0; i < (columns + 1) * 601; ++i)
+            text += i % 9 ? std::to_string(i % 1000) + ".1250\r\n" : "N\r\n";
+        tmp.write("own.grd", text);
+        grid* g = grid_load("own.grd");
+        ASSERT_TRUE(g);
+        ASSERT_EQ(grid_save(g, "own.grd"), 1);
+        const std::string saved = tmp.read("own.grd");
+        EXPECT_EQ(saved.substr(0, saved.find('N')), "0.0000\n0.0000\n600.0000\n" + std::to_string(columns) +
+                                                        ".0000\n" + std::to_string(columns) + ".0\n600.0\n");
+        grid* again = grid_load("own.grd");
+        ASSERT_TRUE(again);
+        ASSERT_EQ(grid_save(again, "own.grd"), 1);
+        EXPECT_EQ(tmp.read("own.grd"), saved);
+        grid_free(&g);
+        grid_free(&again);
+        EXPECT_EQ(tmp.count(), 1);
+    }
+}
+
+TEST_F(GridOnDisk, AFullDiskLeavesTheOldFile)
+{
+    // A limit on the size of files stands in for the full disk, in a process of its own.
+    tmp.write("old.grd", "old");
+    const pid_t child = fork();
+    if (child == 0) {
+        signal(SIGXFSZ, SIG_IGN);
+        grid* g = grid_create(0, 0, 1, 1, 100, 100);
+        grid* made = grid_constant(g, 1);
+        const rlimit limit = {1000, 1000};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        _exit(made ? grid_save(made, "old.grd") : 2);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(tmp.read("old.grd"), "old");
+    EXPECT_EQ(tmp.count(), 1);
+}
+
+TEST_F(GridOnDisk, AFullDiskUnderALargeGridIsToldAndOtherGridsStay)
+{
+    grid* other = grid_create(0, 0, 1, 1, 600, 600);
+    for (int i = 0; i < 20000; ++i)
+        grid_write_cell(other, i, {double(i), CELL_VALUE});
+    grid_flush(other);
+    const std::string bytes = tmp.read(other->temp_path);
+    const pid_t child = fork();
+    if (child == 0) {
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit = {100000, 100000};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        grid* g = grid_create(0, 0, 1, 1, 600, 600);
+        int refused = 0;
+        for (int i = 0; i < 20000; ++i)
+            refused += !grid_write_cell(g, i, {1, CELL_VALUE});
+        const bool told = refused > 0 && !grid_flush(g) && !grid_constant(g, 1) && !grid_copy(other);
+        grid_free(&g);
+        _exit(told && tmp.count() == 1 ? 0 : 1);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(tmp.read(other->temp_path), bytes);
+    grid_free(&other);
     EXPECT_EQ(tmp.count(), 0);
 }
 

@@ -12,6 +12,7 @@ namespace
 {
 int live = 0;
 int until_failure = 0;
+bool failed = false;
 int until_end = 0; // of the heap
 int until_break = 0;
 std::string printed;
@@ -25,6 +26,12 @@ int test_heap::live_blocks()
 void test_heap::fail_at(int n)
 {
     until_failure = n;
+    failed = false;
+}
+
+bool test_heap::has_failed()
+{
+    return failed;
 }
 
 void test_heap::fail_from(int n)
@@ -49,8 +56,10 @@ std::string printed_text()
 
 void* acad_malloc(std::size_t size)
 {
-    if (until_failure > 0 && --until_failure == 0)
+    if (until_failure > 0 && --until_failure == 0) {
+        failed = true;
         return nullptr;
+    }
     if (until_end == 1)
         return nullptr;
     if (until_end > 1)
@@ -74,6 +83,12 @@ int acutPrintf(const char* format, ...)
     std::vsnprintf(text, sizeof text, format, arguments);
     va_end(arguments);
     printed += text;
+    return RTNORM;
+}
+
+int acedAlert(const char* text)
+{
+    printed += std::string("[alert] ") + text + "\n";
     return RTNORM;
 }
 

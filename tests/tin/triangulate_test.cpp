@@ -187,9 +187,8 @@ TEST(TinRun, SecondRunOverTheSamePointsGivesTheSame)
     EXPECT_EQ(once(), once());
 }
 
-// The heap refuses the groups, and the plain buckets do their work.
-std::vector<std::vector<int>> triangles_of(const std::vector<place>& places, bool with_groups,
-                                           bool with_barriers)
+// The heap refuses the tree of the waiting points, and all of them are put into buckets.
+std::vector<std::vector<int>> triangles_of(const std::vector<place>& places, bool with_tree, bool with_barriers)
 {
     survey s;
     s.offer_all(places);
@@ -197,9 +196,9 @@ std::vector<std::vector<int>> triangles_of(const std::vector<place>& places, boo
         for (int i = 0; i + 7 < int(places.size()); i += 7)
             if (s.points[std::size_t(i)] != s.points[std::size_t(i + 7)])
                 s.barrier(i, i + 7);
-    host::heap_refuse(with_groups ? 0 : 7 + 1); // four corners and two triangles come first, then the groups
+    host::heap_refuse(with_tree ? 0 : 7 + 1); // four corners and two triangles come first, then the tree
     s.run();
-    if (!with_groups) {
+    if (!with_tree) {
         EXPECT_EQ(host::heap_refuse(0), 0);
     }
     auto found = triangles_by_number(s);
@@ -207,7 +206,7 @@ std::vector<std::vector<int>> triangles_of(const std::vector<place>& places, boo
     return found;
 }
 
-TEST(TinRun, GroupsGiveTheTrianglesThatBucketsGive)
+TEST(TinRun, WaitingInNoBucketGivesTheTrianglesThatBucketsGive)
 {
     std::vector<place> line, sorted = random_places(8, 600, 100);
     for (int i = 0; i < 300; ++i)

@@ -273,6 +273,23 @@ TEST(FileWriting, AFullDiskLeavesTheOldFile)
     EXPECT_EQ(tmp.count(), 1);
 }
 
+TEST(FileWriting, AFileThatIsGivenUpLeavesTheOldOneOrNone)
+{
+    temporary_directory tmp;
+    tmp.write("t", "old");
+    for (const char* path : {"t", "other"}) {
+        host_file* file = file_open(path, "w");
+        ASSERT_TRUE(file);
+        file_puts("half of it", file);
+        file_give_up(file);
+        file_give_up(file); // gone already
+        EXPECT_NE(file_close(file), 0);
+    }
+    file_give_up(nullptr);
+    EXPECT_EQ(tmp.read("t"), "old");
+    EXPECT_EQ(tmp.count(), 1);
+}
+
 // As another user, because the superuser may do everything.
 class unprivileged
 {

@@ -1,5 +1,6 @@
 // Temporary files, of the host and of the plain one.
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <set>
 #include <string>
@@ -214,6 +215,23 @@ TEST_F(TemporaryFiles, AFullDiskIsToldAtTheClose)
     int status = -1;
     waitpid(child, &status, 0);
     EXPECT_EQ(status, 0);
+}
+
+TEST_F(TemporaryFiles, GoWhenTheirProgramEndsAndOnlyThen)
+{
+    put("w+b", "the parent's");
+    const pid_t child = fork();
+    if (child == 0) {
+        char other[16];
+        file_temp_name(other, sizeof other);
+        file_close(file_open_temp(other, "w+b"));
+        std::exit(tmp.count());
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(WEXITSTATUS(status), 2);
+    EXPECT_EQ(tmp.count(), 1);
+    EXPECT_EQ(tmp.read(name), "the parent's");
 }
 
 TEST_F(TemporaryFiles, NoneIsToBeHadWithoutADirectory)
