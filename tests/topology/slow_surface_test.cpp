@@ -137,16 +137,21 @@ public:
     }
     // The words of each must be the same.
     template <class Library, class Plain>
-    void step(const char* what, Library library, Plain slowly)
+    void ask(const char* what, Library library, Plain slowly)
     {
         printed_text();
         library();
         const std::string said = printed_text();
         slowly();
         ASSERT_EQ(said, printed_text()) << what;
-        ASSERT_EQ(text_of(net), text_of(plain)) << what;
         ASSERT_EQ(std::vector<int>(triangle_cache.ids, triangle_cache.ids + triangle_cache.count), recent)
             << what;
+    }
+    template <class Library, class Plain>
+    void step(const char* what, Library library, Plain slowly)
+    {
+        ask(what, library, slowly);
+        ASSERT_EQ(text_of(net), text_of(plain)) << what;
     }
     void cut_and_close()
     {
@@ -378,7 +383,7 @@ TEST_F(SlowSurface, ChangesInAnyOrderAreTheSame)
         both b(unsigned(seed), ground_of(unsigned(seed)));
         add_lines(&b, 2 + seed % 13);
         b.cut_and_close();
-        for (int i = 0; i < 30 && !HasFatalFailure(); ++i) {
+        for (int i = 0; i < 30 && b.net.edges.count < 400 && !HasFatalFailure(); ++i) {
             switch (b.chance(0, 9)) {
             case 0:
                 b.cut_and_close();
