@@ -54,6 +54,24 @@ protected:
 
 using ids = std::vector<int>;
 
+TEST_F(KdSetTest, AMemberThatMovedIsFoundWhereItLiesNow)
+{
+    renew(3, 2);
+    for (int i = 0; i < 40; ++i)
+        intern(new NodeObj(i, 0, 0));
+    static_cast<NodeObj*>(set->get(3))->x = 30.5;
+    const NodeObj there(30.5, 0, 0);
+    EXPECT_EQ(set->look(&there), 0);
+    EXPECT_TRUE(set->note_move(3));
+    EXPECT_TRUE(set->note_move(3));
+    EXPECT_EQ(set->look(&there), 3);
+    const NodeObj before(2, 0, 0);
+    EXPECT_EQ(set->look(&before), 0);
+    EXPECT_EQ(around(30.5, 0.6), ids({3, 31, 32}));
+    EXPECT_EQ(intern(new NodeObj(2, 0, 0)), 41);
+    EXPECT_FALSE(set->note_move(42));
+}
+
 TEST_F(KdSetTest, ObjectIsKnownAgainByItsKey)
 {
     EXPECT_EQ(look(1, 2, 3), 0);
