@@ -84,6 +84,7 @@ struct tin_network {
     std::int32_t point_count = 0;
     double box[4] = {}; // in which a point is a duplicate of the one being read: low x, high x, low y, high y
     std::int32_t swap_depth = 0;
+    // The caller's are x and y, before the run; z is the run's.
     double z_max = -NO_VALUE, x_max = -NO_VALUE, y_max = -NO_VALUE;
     double z_min = NO_VALUE, x_min = NO_VALUE, y_min = NO_VALUE;
     std::int32_t inside = 0;

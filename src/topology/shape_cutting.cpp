@@ -227,7 +227,7 @@ void ShapeNet::cut_near_node(std::int32_t edge_id)
     const ShapeEdge* cut = edge(edge_id);
     const NodeObj* a = node(cut->node1);
     const NodeObj* b = node(cut->node2);
-    if (!a || !b || is_arc(*cut))
+    if (!a || !b || is_curved(*cut))
         return;
     const std::int32_t n = std::min(nodes.dimensions, KD_MOST_DIMENSIONS);
     const NodeObj middle((a->x + b->x) / 2, (a->y + b->y) / 2, (a->z + b->z) / 2);
