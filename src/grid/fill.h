@@ -16,6 +16,7 @@ extern double grid_slope_count; // triangles that went into it
 struct grid_fill_item {
     double z;
     char mark;
+    bool borders_on_null; // when it was estimated, a cell beside it was null
     std::int32_t index;
     grid_fill_item* next;
 };

@@ -66,19 +66,21 @@ TEST_F(GridPages, LargeGridsAreFilledAsInMemory)
     } cases[] = {{600, 600, 'C', 0},  {600, 600, 'P', 0}, {600, 600, 'A', 0}, {600, 600, 'C', 1},
                  {1500, 300, 'C', 0}, {90, 5000, 'P', 0}, {9000, 50, 'A', 0}};
     for (const auto& one : cases)
-        for (const bool in_pages : {false, true}) {
+        for (const char way : {'m', 'c', 'p'}) { // mapped, copied, in pages
             plain::raster r = random_grids::ground(7, one.columns, one.rows, 0.1);
             const held_grid g = in_file(r);
             ASSERT_TRUE(g);
             ASSERT_EQ(g->in_memory, 0);
             r.fill_plane = grid_fill_plane = one.plane;
             EXPECT_EQ(plain::fill_nulls(r, 9, one.mode), plain::done);
-            test_heap::fail_at(in_pages ? 1 : 0); // no memory for the whole grid
+            memory_files::disk().refuse_mapping = way != 'm';
+            test_heap::fail_at(way == 'p' ? 1 : 0); // no memory for the whole grid
             EXPECT_EQ(grid_fill_nulls(g.get(), 9, one.mode), RTNORM);
             EXPECT_EQ(g->in_memory, 0);
             EXPECT_EQ(random_grids::first_difference(g.get(), r), -1) << one.columns << one.mode;
             EXPECT_EQ(printed_text(), r.printed);
             EXPECT_GT(r.polls, 3);
+            EXPECT_EQ(memory_files::disk().mapped, memory_files::disk().unmapped);
             memory_files::disk().log.clear();
         }
 }
@@ -88,6 +90,7 @@ TEST_F(GridPages, BreakAtEachPollLeavesTheSameCells)
     const plain::raster start = random_grids::ground(8, 620, 600, 0.1);
     int broken = 0;
     for (int n = 1;; ++n) {
+        memory_files::disk().refuse_mapping = n % 3 != 0;
         plain::raster r = start;
         const held_grid g = in_file(r);
         r.break_at = n;
@@ -117,7 +120,7 @@ TEST_F(GridPages, FewPagesGiveTheSame)
         ASSERT_EQ(plain::fill_nulls(r, 9, 'C'), plain::done);
         const int pages_and_tables = 3 + 16;
         test_heap::fail_at(1); // not the whole grid
-        test_heap::fail_from(pages_and_tables + 2 + more);
+        test_heap::fail_from(pages_and_tables + 1 + more);
         EXPECT_EQ(grid_fill_nulls(g.get(), 9, 'C'), RTNORM);
         test_heap::fail_from(0);
         EXPECT_EQ(random_grids::first_difference(g.get(), r), -1) << more;
@@ -265,6 +268,38 @@ TEST_F(GridPages, FileThatCanNotBeReadIsToldAndLeftAlone)
     memory_files::disk().refuse_opening = false;
     EXPECT_NE(printed_text().find("\nError: grid cells can't be kept"), std::string::npos);
     EXPECT_EQ(random_grids::first_difference(g.get(), r), -1);
+}
+
+TEST_F(GridPages, AMappedFileIsNeitherReadNorWritten)
+{
+    plain::raster r = random_grids::ground(11, 620, 600, 0.1);
+    const held_grid g = in_file(r);
+    grid_flush(g.get());
+    const double point[3] = {1001, 2001, 0};
+    grid_interpolate(point, g.get()); // its page and the read window are older than the filled cells
+    grid_read_cell(g.get(), 0);
+    memory_files::disk().refuse_mapping = false;
+    memory_files::disk().log.clear();
+    EXPECT_EQ(grid_fill_nulls(g.get(), 9, 'C'), RTNORM);
+    EXPECT_EQ(memory_files::disk().log, "");
+    EXPECT_EQ(memory_files::disk().mapped, 1);
+    EXPECT_EQ(memory_files::disk().unmapped, 1);
+    plain::fill_nulls(r, 9, 'C');
+    EXPECT_EQ(grid_interpolate(point, g.get()), plain::interpolate(r, point[0], point[1]));
+    EXPECT_EQ(random_grids::first_difference(g.get(), r), -1);
+}
+
+TEST_F(GridPages, AMappedFileThatLosesBytesIsTold)
+{
+    const held_grid g = in_file(random_grids::ground(11, 620, 600, 0.1));
+    memory_files::disk().refuse_mapping = false;
+    memory_files::disk().lose_mapped = true;
+    EXPECT_EQ(grid_fill_nulls(g.get(), 9, 'C'), RTERROR);
+    EXPECT_NE(printed_text().find("\nError: grid cells can't be kept"), std::string::npos);
+    EXPECT_EQ(g->in_memory, 0);
+    EXPECT_EQ(g->faults, 1);
+    memory_files::disk().lose_mapped = false;
+    EXPECT_EQ(grid_fill_nulls(g.get(), 9, 'C'), RTNORM);
 }
 
 TEST_F(GridPages, ShortReadsAreToldAndWriteNothing)

@@ -280,12 +280,7 @@ void surface::fill_face(const pg_node* chain)
             acad_free(p);
             return earlier;
         }
-        p->next = list;
-        list = p;
-        network.x_max = std::max(network.x_max, p->x);
-        network.x_min = std::min(network.x_min, p->x);
-        network.y_max = std::max(network.y_max, p->y);
-        network.y_min = std::min(network.y_min, p->y);
+        tin_keep_point(&network, p, &list);
         return p;
     };
     tin_point* before = offer(kept);
@@ -293,12 +288,8 @@ void surface::fill_face(const pg_node* chain)
         tin_point* made = tin_point_new(v->x, v->y, v->z);
         origin[made] = {v->x, v->y, v->z};
         tin_point* here = offer(made);
-        if (here != before) {
-            auto* barrier = static_cast<tin_barrier*>(acad_malloc(sizeof(tin_barrier)));
-            *barrier = {before, here, network.barriers};
-            network.barriers = barrier;
-            tin_link_barrier(&network, barrier);
-        }
+        if (here != before)
+            tin_add_barrier(&network, before, here);
         before = here;
     }
     network.points = list;
