@@ -227,6 +227,9 @@ int grid_fill_nulls(grid* g, std::int32_t null_count, char mode)
     }
     const double diagonal = std::sqrt(g->step_x * g->step_x + g->step_y * g->step_y);
     filling f{g, rules_of(mode, g->step_x, g->step_y, diagonal), {}, {}};
+    even_steps even;
+    if (find_even_steps(g, &even))
+        f.rules.even = &even;
     const whole_way whole = g->in_memory ? whole_way::none : whole_begin(g);
     f.in_pages = !g->in_memory && pages_begin(g);
     if (grid_fill_plane == 1)
