@@ -324,4 +324,22 @@ TEST_F(Surface, LongOutlinesAreWalkedOnce)
     EXPECT_TRUE(grows_in_proportion(strip, 32000));
 }
 
+// Each square that is filled gets an edge at nodes of the outside, which doesn't turn into it.
+TEST_F(Surface, TheOutsideIsNotWalkedAgainAfterEachFill)
+{
+    const auto squares = [](int count) {
+        SurfaceNet net;
+        for (int i = 0; i < count; ++i) {
+            const double x = i;
+            add_line(&net, {{x, 0, 0}}, {{x + 1, 0, 0}});
+            add_line(&net, {{x, 1, 0}}, {{x + 1, 1, 0}});
+            add_line(&net, {{x, 0, 0}}, {{x, 1, 0}});
+        }
+        add_line(&net, {{1.0 * count, 0, 0}}, {{1.0 * count, 1, 0}});
+        net.close_faces();
+        EXPECT_EQ(net.triangles.count, 2 * count);
+    };
+    EXPECT_TRUE(grows_in_proportion(squares, 16000));
+}
+
 } // namespace
