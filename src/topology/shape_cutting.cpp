@@ -144,7 +144,8 @@ bool has_extent(const ShapeEdge& edge)
 void cut_twice(ShapeNet* net, std::int32_t id, std::int32_t nearer, std::int32_t farther, double reach)
 {
     const ShapeEdge& edge = *net->edge(id);
-    const bool is_clockwise = edge.bulge < 0, is_done = lies_at_end(*net, edge, farther, reach);
+    const bool is_clockwise = is_curved(edge) && edge.bulge < 0,
+               is_done = lies_at_end(*net, edge, farther, reach);
     const edge_pieces pieces = cut_at(net, id, nearer, reach);
     if (!is_done)
         cut_at(net, pieces.first == 0 ? id : is_clockwise ? pieces.first : pieces.second, farther, reach);
