@@ -52,8 +52,17 @@ bool is_never_inner(const SurfaceNet& surface, const face_walk& walk)
 bool IdleWalks::knows(std::int32_t edge, bool forward) const
 {
     const std::int32_t place = place_of(edge, forward);
-    const std::int32_t walk = place < walk_of_.count ? walk_of_.items[place] : 0;
-    return walk > 0 && !is_void_.items[walk - 1];
+    const std::int32_t number = place < walk_of_.count ? walk_of_.items[place] : 0;
+    return number > 0 && holds(number);
+}
+
+// A walk doesn't hold when one that it leads into doesn't.
+bool IdleWalks::holds(std::int32_t number) const
+{
+    for (; number != 0; number = walks_.items[number - 1].leads_into)
+        if (walks_.items[number - 1].is_void)
+            return false;
+    return true;
 }
 
 // A walk from the dead end of a line would be remembered for one edge only: goes back along the line that leads
@@ -91,20 +100,38 @@ void IdleWalks::remember(const SurfaceNet& surface, face_walk* remembered)
             return;
     }
     if (!walk_of_.fill_up(2 * (surface.edges.count + 1), 0) || !visits_.fill_up(surface.nodes.count + 1, 0) ||
-        !is_void_.add(0))
+        !walks_.add({0, false}))
         return;
+    const std::int32_t own_steps = walk.steps.count;
     for (const face_step& step : walk.steps)
         ++visits_.items[step.from];
     if (walk.end == WalkEnd::NO_WAY_ON) {
         ++visits_.items[walk.last_node];
         add_ways_here(surface, &walk.steps);
     }
-    for (const face_step& step : walk.steps)
-        walk_of_.items[place_of(step.edge, is_forward(surface, step))] =
-            visits_.items[step.from] == 1 ? is_void_.count : -is_void_.count;
+    enter(surface, walk.steps, own_steps);
     for (const face_step& step : walk.steps)
         visits_.items[step.from] = 0;
     visits_.items[walk.last_node] = 0;
+}
+
+// A step belongs to the first walk that came by and still holds: that walk and the new one are the same from
+// there on. `steps` are the new walk's own and then those of ways to it.
+void IdleWalks::enter(const SurfaceNet& surface, const HeapArray<face_step>& steps, std::int32_t own_steps)
+{
+    const std::int32_t number = walks_.count;
+    std::int32_t& leads_into = walks_.items[number - 1].leads_into;
+    for (std::int32_t i = 0; i < steps.count; ++i) {
+        const face_step& step = steps.items[i];
+        std::int32_t& name = walk_of_.items[place_of(step.edge, is_forward(surface, step))];
+        const bool is_own = i < own_steps;
+        const bool is_known = (is_own && leads_into != 0) || (name != 0 && holds(std::abs(name)));
+        if (is_own && is_known && leads_into == 0)
+            leads_into = std::abs(name);
+        const std::int32_t of = is_known ? std::abs(name) : number;
+        if (!is_known || name < 0)
+            name = visits_.items[step.from] == 1 ? of : -of;
+    }
 }
 
 void IdleWalks::forget_at(const SurfaceNet& surface, std::int32_t node)
@@ -113,8 +140,8 @@ void IdleWalks::forget_at(const SurfaceNet& surface, std::int32_t node)
     for (std::int32_t i = 1; at && i <= at->edges.count; ++i)
         for (const bool forward : {false, true}) {
             const std::int32_t place = place_of(at->edges.get(i), forward);
-            const std::int32_t walk = place < walk_of_.count ? std::abs(walk_of_.items[place]) : 0;
-            if (walk != 0)
-                is_void_.items[walk - 1] = 1;
+            const std::int32_t number = place < walk_of_.count ? std::abs(walk_of_.items[place]) : 0;
+            if (number != 0)
+                walks_.items[number - 1].is_void = true;
         }
 }

@@ -19,10 +19,16 @@ public:
     void forget_at(const SurfaceNet& surface, std::int32_t node);
 
 private:
+    struct known_walk {
+        std::int32_t leads_into; // an earlier walk that this one comes upon; 0: none
+        bool is_void;            // an edge was put in at its nodes
+    };
     HeapArray<std::int32_t> walk_of_; // by edge and direction; 0 none, negative: of no use to walks from there
-    HeapArray<std::uint8_t> is_void_; // by walk, from 1
+    HeapArray<known_walk> walks_;     // from 1
     HeapArray<std::int32_t> visits_;  // by node; 0 between two calls
 
+    bool holds(std::int32_t number) const;
+    void enter(const SurfaceNet& surface, const HeapArray<face_step>& steps, std::int32_t own_steps);
     void add_ways_here(const SurfaceNet& surface, HeapArray<face_step>* steps);
 };
 
