@@ -88,7 +88,7 @@ double ShapeNet::edge_position(ShapeEdge* edge, const double* point, std::int32_
     const NodeObj* from = edge ? ends_of(*edge).first : nullptr;
     if (!from)
         return NO_VALUE;
-    if (is_arc(*edge)) {
+    if (is_curved(*edge)) {
         if (!make_arc_ready(edge))
             return NO_VALUE;
         double turn = pg_angle(edge->center, point) - edge->start_angle;

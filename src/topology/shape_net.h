@@ -71,9 +71,9 @@ public:
     // How many points, 0 to 2, two edges have in common in the plane; writes that many (x, y, z), at the height
     // of the first edge.
     int edge_crossings(ShapeEdge* edge, ShapeEdge* other, double* first, double* second);
-    // How far a place lies along an edge: from its first node on a straight one, on an arc counter-clockwise
-    // from the arc's start. With 2 dimensions the first node counts as at height 0. NO_VALUE for an edge of no
-    // network.
+    // How far a place lies along an edge: from its first node on a straight one, on an arc (other than one
+    // that stays within 1e-6 of its chord) counter-clockwise from the arc's start. With 2 dimensions the first
+    // node counts as at height 0. NO_VALUE for an edge of no network.
     double edge_position(ShapeEdge* edge, const double* point, std::int32_t dimensions);
     // Puts two edges that meet at the node in the place of one; in its shapes they stand at the end. The id of
     // the first of them; 0, with the edge as it was, where the node is an end of it or something is missing.

@@ -233,7 +233,7 @@ double net::edge_position(int edge_id, const vertex& point) const
 {
     const edge& e = edge_at(edge_id);
     const double at[3] = {point.x, point.y, point.z};
-    if (e.bulge != 0) {
+    if (is_curved(e)) {
         const arc r = arc_of(e);
         double turn = pg_angle(r.center, at) - r.start;
         if (turn < 0)
@@ -334,7 +334,7 @@ bool net::cut_pair(int i, int j)
     if (cuts.size() == 2 && !lies_at_end(old, cuts[1].second)) {
         int piece = j; // the one that holds the farther place: positions on clockwise arcs count from node2
         if (half != 0)
-            piece = old.bulge < 0
+            piece = is_curved(old) && old.bulge < 0
                         ? half
                         : intern_edge(cuts[0].second, old.node2, half_bulge(old, cuts[0].second, old.node2));
         cut_at(piece, cuts[1].second);

@@ -432,6 +432,24 @@ TEST_F(ShapeNetTest, ArcsFlatterThanTheToleranceMeetAsTheirChordsDo)
     EXPECT_NEAR(net.node(7)->y, 0, 1e-9);
 }
 
+TEST_F(ShapeNetTest, FlatArcIsCutInTheOrderOfItsChord)
+{
+    for (const double bulge : {-1e-12, 1e-12, -1e-300, 1e-300}) {
+        ShapeNet net(3);
+        add_segment(&net, 3, 0, 6, 0, bulge);
+        add_segment(&net, 0, 0, 10, 0, bulge);
+        net.cut_crossings();
+        std::vector<double> lengths;
+        for (std::int32_t i = 1; i <= net.edges.count; ++i)
+            if (const ShapeEdge* e = net.edge(i))
+                lengths.push_back(net.node(e->node2)->x - net.node(e->node1)->x);
+        std::sort(lengths.begin(), lengths.end());
+        EXPECT_EQ(lengths, (std::vector<double>{3, 3, 4})) << bulge;
+        const double at[3] = {7, 0, 0};
+        EXPECT_EQ(net.edge_position(net.edge(1), at, 3), 4);
+    }
+}
+
 TEST_F(ShapeNetTest, PieceOfAnArcWithoutExtentIsStraight)
 {
     ShapeNet net(3);

@@ -126,6 +126,24 @@ TEST_F(ShapeRandom, EachFailureOfTheHeapIsSurvived)
     printed_text();
 }
 
+// Radii of up to 1e12, whose crossings are rounded to more than the tolerance.
+TEST_F(ShapeRandom, ArcsOfHugeRadiiAreCutToAnEnd)
+{
+    for (unsigned seed = 1; seed <= 60; ++seed) {
+        std::mt19937 random(seed);
+        std::uniform_real_distribution<double> place(0, 12000), power(-9, -4);
+        ShapeNet net(3);
+        for (unsigned i = 0; i < 2 + seed % 17; ++i) {
+            const double size = std::pow(10.0, power(random)), x = place(random), y = place(random);
+            add_segment(&net, x, y, place(random), place(random), i % 2 ? size : -size);
+        }
+        net.cut_crossings();
+        net.cut_at_near_nodes();
+        expect_sound(net);
+        EXPECT_LT(net.edges.count, 1000) << seed;
+    }
+}
+
 // ---- cost
 
 void lines_of_chance(int count)
