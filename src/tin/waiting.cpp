@@ -327,6 +327,26 @@ bool waiting_begin(tin_network* network)
     return true;
 }
 
+void waiting_call_for(const tin_network* network, const tin_point* next, const tin_point* soon,
+                      const tin_point* later)
+{
+    const tin_waiting* w = network->waiting;
+    if (!w)
+        return;
+    if (later && has_tree_place(later)) {
+        __builtin_prefetch(&leaf_node(w, tree_place(later)));
+        __builtin_prefetch(w->tree->spots + tree_place(later));
+    }
+    const tin_triangle* near = soon && has_tree_place(soon) ? leaf_node(w, tree_place(soon)).near : nullptr;
+    if (near)
+        __builtin_prefetch(near);
+    near = next && has_tree_place(next) ? leaf_node(w, tree_place(next)).near : nullptr;
+    for (int i = 0; near && i < 3; ++i) {
+        __builtin_prefetch(near->corner[i]);
+        __builtin_prefetch(near->side[i]);
+    }
+}
+
 void waiting_take(tin_network* network, tin_point* point)
 {
     tin_waiting* w = network->waiting;
