@@ -60,12 +60,7 @@ std::vector<tin_point*> read(tin_network* network, const std::vector<clouds::spo
         points[i] = p;
         if (tin_add_point(network, p))
             std::abort();
-        p->next = list;
-        list = p;
-        network->x_min = std::min(network->x_min, p->x);
-        network->x_max = std::max(network->x_max, p->x);
-        network->y_min = std::min(network->y_min, p->y);
-        network->y_max = std::max(network->y_max, p->y);
+        tin_keep_point(network, p, &list);
     }
     network->points = list;
     return points;
@@ -74,13 +69,9 @@ std::vector<tin_point*> read(tin_network* network, const std::vector<clouds::spo
 void add_barriers(tin_network* network, const std::vector<tin_point*>& points,
                   const std::vector<std::array<int, 2>>& lines)
 {
-    for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
-        auto* barrier = static_cast<tin_barrier*>(acad_malloc(sizeof(tin_barrier)));
-        *barrier = {points[static_cast<std::size_t>((*line)[0])], points[static_cast<std::size_t>((*line)[1])],
-                    network->barriers};
-        network->barriers = barrier;
-        tin_link_barrier(network, barrier);
-    }
+    for (auto line = lines.rbegin(); line != lines.rend(); ++line)
+        tin_add_barrier(network, points[static_cast<std::size_t>((*line)[0])],
+                        points[static_cast<std::size_t>((*line)[1])]);
 }
 
 void run(benchmark::State& state, const std::vector<clouds::spot>& spots,

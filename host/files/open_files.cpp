@@ -20,6 +20,7 @@
 #include <unistd.h>
 
 #include "host/core/console.h"
+#include "host/core/mapped_files.h"
 #include "host/core/session.h"
 #include "host/core/temporary_files.h"
 #include "host/files/paths.h"
@@ -210,6 +211,16 @@ host_file* file_open_temp(const char* name, const char* mode)
     }
     all_open().push_back(file.get());
     return file.release();
+}
+
+void* file_map_temp(const char* name, std::size_t size)
+{
+    return name ? host::map_temporary(name, size) : nullptr;
+}
+
+int file_unmap_temp(void* bytes)
+{
+    return host::unmap_temporary(bytes) ? 0 : -1;
 }
 
 int file_remove_temp(const char* name)

@@ -17,6 +17,29 @@ namespace
 // Two sums at a time. Each lane rounds as a number of its own would.
 using pair = double __attribute__((vector_size(16)));
 using pair_mask = std::int64_t __attribute__((vector_size(16)));
+using halves = std::int32_t __attribute__((vector_size(16)));
+
+pair_mask bits(pair x)
+{
+    return reinterpret_cast<pair_mask>(x);
+}
+
+// 0 where the mask says nothing. That changes no sum which began as 0.
+pair masked(pair x, pair_mask mask)
+{
+    return reinterpret_cast<pair>(bits(x) & mask);
+}
+
+// The states of two cells, and which of them are `state`.
+struct two_states {
+    halves both;
+
+    two_states(const grid_cell& a, const grid_cell& b) : both{a.state, a.state, b.state, b.state} {}
+    pair_mask are(char state) const
+    {
+        return reinterpret_cast<pair_mask>(both == halves{state, state, state, state});
+    }
+};
 
 // Coordinates of the columns and rows around; what can't be told is NO_VALUE, as in grid_cell_x.
 struct places {
@@ -82,12 +105,65 @@ void complain(const grid* g, double triangles)
         acutPrintf("Grid step error\n");
 }
 
+struct two_cells {
+    pair z;
+    pair_mask known;
+};
+
+[[gnu::always_inline]] inline two_cells look_at(const grid_cell& a, const grid_cell& b)
+{
+    const pair z = {a.z, b.z};
+    const pair_mask known = two_states(a, b).are(CELL_VALUE);
+    return {z, known};
+}
+
+struct even_sums {
+    pair xy = {0, 0};
+    pair_mask count = {0, 0};
+
+    // One kind of triangle at both cells. Added is it in the order of cells, by add_first and add_second.
+    [[gnu::always_inline]] void add_first(pair x, pair y) { xy += __builtin_shuffle(x, y, pair_mask{0, 2}); }
+    [[gnu::always_inline]] void add_second(pair x, pair y) { xy += __builtin_shuffle(x, y, pair_mask{1, 3}); }
+};
+
+// The triangles of add_cell at two cells, one after the other, without the products that an edge along an axis
+// makes 0.
+[[gnu::always_inline]] inline void add_two_cells(const cells_around& around, const signed char (*at)[2],
+                                                 const even_steps& even, even_sums* sums)
+{
+    const auto look = [&](int right, int up) {
+        return look_at(around.at(at[0][0] + right, at[0][1] + up), around.at(at[1][0] + right, at[1][1] + up));
+    };
+    const two_cells cell = look(0, 0), left = look(-1, 0), right = look(1, 0), up = look(0, 1),
+                    down = look(0, -1);
+    const pair dx = {even.x, even.x}, dy = {even.y, even.y};
+    const pair_mask with_left = cell.known & left.known, with_right = cell.known & right.known;
+    const pair_mask counts[4] = {with_left & down.known, with_left & up.known, with_right & up.known,
+                                 with_right & down.known};
+    const pair from_left = cell.z - left.z, from_up = cell.z - up.z;
+    const pair x[4] = {masked(from_left * dy, counts[0]), masked(from_left * dy, counts[1]),
+                       masked((right.z - up.z) * dy - from_up * dy, counts[2]),
+                       masked((right.z - cell.z) * dy, counts[3])};
+    const pair y[4] = {masked(from_left * dx - (down.z - left.z) * dx, counts[0]),
+                       masked((up.z - left.z) * dx - from_left * dx, counts[1]),
+                       masked(-(from_up * dx), counts[2]), masked(-((down.z - cell.z) * dx), counts[3])};
+    for (int k = 0; k < 4; ++k)
+        sums->add_first(x[k], y[k]);
+    for (int k = 0; k < 4; ++k)
+        sums->add_second(x[k], y[k]);
+    sums->count -= counts[0] + counts[1] + counts[2] + counts[3];
+}
+
 // The cells whose triangles make the slope: two in each direction.
 constexpr signed char SLOPE_CELLS[16][2] = {{1, 0},  {2, 0},  {-1, 0},  {-2, 0}, {0, 1},  {0, 2},
                                             {0, -1}, {0, -2}, {1, 1},   {2, 2},  {1, -1}, {2, -2},
                                             {-1, 1}, {-2, 2}, {-1, -1}, {-2, -2}};
 
-void slope_around(const grid* g, std::int32_t column, std::int32_t row, const cells_around& around)
+struct triangle_sums {
+    double x, y, z, count;
+};
+
+triangle_sums triangles_around(const grid* g, std::int32_t column, std::int32_t row, const cells_around& around)
 {
     places at;
     find_places(g, column, row, &at);
@@ -95,33 +171,37 @@ void slope_around(const grid* g, std::int32_t column, std::int32_t row, const ce
 #pragma GCC unroll 16
     for (int k = 0; k < 16; ++k)
         add_cell(around, at, SLOPE_CELLS[k][0], SLOPE_CELLS[k][1], &sums);
-    const double count = sums.z_count[1];
-    complain(g, count);
-    grid_slope_count = count;
-    if (count > 0) {
-        grid_slope[2] = -(sums.z_count[0] / count);
-        grid_slope[0] = (sums.xy[0] / count) / grid_slope[2];
-        grid_slope[1] = (sums.xy[1] / count) / grid_slope[2];
+    return {sums.xy[0], sums.xy[1], sums.z_count[0], sums.z_count[1]};
+}
+
+// The same to the bit where all steps are alike. False where a product left out was not 0: an elevation isn't
+// finite.
+bool even_triangles_around(const cells_around& around, const even_steps& even, triangle_sums* out)
+{
+    even_sums sums;
+#pragma GCC unroll 8
+    for (int k = 0; k < 16; k += 2)
+        add_two_cells(around, SLOPE_CELLS + k, even, &sums);
+    const std::int64_t count = sums.count[0] + sums.count[1];
+    *out = {sums.xy[0], sums.xy[1], even.z_sums[count], static_cast<double>(count)};
+    return out->x - out->x == 0 && out->y - out->y == 0;
+}
+
+void slope_around(const grid* g, std::int32_t column, std::int32_t row, const cells_around& around,
+                  const even_steps* even)
+{
+    triangle_sums sums;
+    if (!even || !even_triangles_around(around, *even, &sums))
+        sums = triangles_around(g, column, row, around);
+    complain(g, sums.count);
+    grid_slope_count = sums.count;
+    if (sums.count > 0) {
+        grid_slope[2] = -(sums.z / sums.count);
+        grid_slope[0] = (sums.x / sums.count) / grid_slope[2];
+        grid_slope[1] = (sums.y / sums.count) / grid_slope[2];
     } else {
         grid_slope[0] = grid_slope[1] = grid_slope[2] = 0;
     }
-}
-
-// Whether a direction (first and second cell) is good for an estimate.
-bool both_known(const grid_cell& first, const grid_cell& second)
-{
-    return first.state != CELL_NULL && second.state != CELL_NULL;
-}
-
-bool needs_slope(const cells_around& around)
-{
-    constexpr signed char axes[4][2] = {{1, 0}, {-1, 0}, {0, 1}, {0, -1}};
-    for (const auto& d : axes) {
-        const grid_cell& first = around.at(d[0], d[1]);
-        if (both_known(first, around.at(2 * d[0], 2 * d[1])) && first.state != CELL_ESTIMATED)
-            return true;
-    }
-    return false;
 }
 
 struct weighted_mean {
@@ -173,6 +253,53 @@ rises rises_of(const estimate_rules& rules)
     return {{-x, x, 0, 0, -x, west, -x, west}, {0, 0, y, -y, -y, -y, y, y}};
 }
 
+// The two nearest cells in all directions, two directions at a time.
+struct sights {
+    pair first[4], second[4];
+    pair_mask known[4]; // both cells are
+    pair_mask good;     // of the axes: known, and the first not estimated in this pass
+
+    explicit sights(const cells_around& around)
+    {
+        pair_mask fresh[2];
+#pragma GCC unroll 4
+        for (int k = 0; k < 4; ++k) {
+            const auto &d = DIRECTIONS[2 * k], &e = DIRECTIONS[2 * k + 1];
+            const grid_cell &d1 = around.at(d[0], d[1]), &d2 = around.at(2 * d[0], 2 * d[1]);
+            const grid_cell &e1 = around.at(e[0], e[1]), &e2 = around.at(2 * e[0], 2 * e[1]);
+            first[k] = pair{d1.z, e1.z};
+            second[k] = pair{d2.z, e2.z};
+            const two_states nearest(d1, e1);
+            known[k] = ~(nearest.are(CELL_NULL) | two_states(d2, e2).are(CELL_NULL));
+            if (k < 2)
+                fresh[k] = known[k] & ~nearest.are(CELL_ESTIMATED);
+        }
+        good = fresh[0] | fresh[1];
+    }
+
+    // A cell estimated in this pass may add to an estimate but not justify it, nor may a diagonal.
+    bool justify() const
+    {
+        return (good[0] | good[1]) != 0;
+    }
+
+    template <class F>
+    [[gnu::always_inline]] bool mean_of(F estimate, const estimate_rules& rules, double* z) const
+    {
+        const double distances[4] = {rules.step_x, rules.step_y, rules.step_diagonal, rules.step_diagonal};
+        pair sums = {0, 0}; // of estimates by their distance, and of inverse distances
+#pragma GCC unroll 4
+        for (int k = 0; k < 4; ++k) {
+            const pair part = masked(estimate(first[k], second[k], 2 * k) / distances[k], known[k]);
+            const pair weight = masked(pair{1, 1} / distances[k], known[k]);
+            sums += __builtin_shuffle(part, weight, pair_mask{0, 2});
+            sums += __builtin_shuffle(part, weight, pair_mask{1, 3});
+        }
+        *z = sums[0] / sums[1];
+        return sums[1] > 0;
+    }
+};
+
 } // namespace
 
 void add_normals(const grid* g, std::int32_t column, std::int32_t row, const cells_around& around,
@@ -191,33 +318,53 @@ bool estimate(const grid* g, std::int32_t column, std::int32_t row, const cells_
 {
     if (grid_fill_plane == 1)
         return estimate_on_plane(around, rules, z);
-    const bool average = rules.mode == 'A';
     grid_slope_count = 0;
-    if (!average) {
-        if (needs_slope(around))
-            slope_around(g, column, row, around);
-        if (!(grid_slope_count > 0))
-            return false;
-    }
+    const sights seen(around);
+    if (!seen.justify())
+        return false;
+    if (rules.mode == 'A')
+        return seen.mean_of([](pair first, pair second, int) { return (2 * first + second) / 3; }, rules, z);
+    slope_around(g, column, row, around, rules.even);
+    if (!(grid_slope_count > 0))
+        return false;
     const rises rise = rises_of(rules);
-    weighted_mean mean;
-    bool go = false;
-#pragma GCC unroll 8
-    for (int k = 0; k < 8; ++k) {
-        const int to_x = DIRECTIONS[k][0], to_y = DIRECTIONS[k][1];
-        const grid_cell &first = around.at(to_x, to_y), &second = around.at(2 * to_x, 2 * to_y);
-        if (!both_known(first, second))
-            continue;
-        const double distance = to_y == 0 ? rules.step_x : to_x == 0 ? rules.step_y : rules.step_diagonal;
-        mean.take(average ? (2 * first.z + second.z) / 3 : first.z + rise.x[k] + rise.y[k], distance);
-        // A cell estimated in this pass may add to an estimate but not justify it, nor may a diagonal.
-        if ((to_x == 0 || to_y == 0) && first.state != CELL_ESTIMATED)
-            go = true;
-    }
-    return go && mean.finish(z);
+    return seen.mean_of(
+        [&](pair first, pair, int k) {
+            return first + pair{rise.x[k], rise.x[k + 1]} + pair{rise.y[k], rise.y[k + 1]};
+        },
+        rules, z);
 }
 
 estimate_rules rules_of(char mode, double step_x, double step_y, double step_diagonal)
 {
-    return {mode == 'A' || mode == 'P' ? mode : 'C', step_x, step_y, step_diagonal};
+    return {mode == 'A' || mode == 'P' ? mode : 'C', step_x, step_y, step_diagonal, nullptr};
+}
+
+namespace
+{
+
+// False where two nodes beside each other have another distance than the first two, or none.
+bool is_even(double origin, double step, std::int32_t intervals, double* distance)
+{
+    *distance = (step + origin) - (0 * step + origin);
+    if (intervals < 1 || *distance == 0 || *distance - *distance != 0)
+        return false;
+    for (std::int32_t k = 1; k <= intervals; ++k)
+        if ((k * step + origin) - ((k - 1) * step + origin) != *distance)
+            return false;
+    return true;
+}
+
+} // namespace
+
+bool find_even_steps(const grid* g, even_steps* out)
+{
+    if (!is_even(g->x0, g->step_x, g->columns, &out->x) || !is_even(g->y0, g->step_y, g->rows, &out->y))
+        return false;
+    double sum = 0;
+    for (double& z : out->z_sums) {
+        z = sum;
+        sum -= out->x * out->y;
+    }
+    return sum - sum == 0;
 }

@@ -11,6 +11,7 @@
 #include "grid/estimate.h"
 #include "grid/fill_items.h"
 #include "grid/pages.h"
+#include "grid/store.h"
 #include "grid/texts.h"
 #include "grid/whole.h"
 #include "hostapi/ads.h"
@@ -53,6 +54,13 @@ void set_cell(filling* f, const spot& at, const grid_cell& cell)
         f->failed |= !grid_write_cell(f->g, at.index, cell);
 }
 
+// Cells only ever cease to be null, so that one with no null neighbour now has none when it is confirmed.
+bool borders_on_null(const cells_around& around)
+{
+    return around.at(1, 0).state == CELL_NULL || around.at(-1, 0).state == CELL_NULL ||
+           around.at(0, 1).state == CELL_NULL || around.at(0, -1).state == CELL_NULL;
+}
+
 // Estimates a null cell and lists it.
 void reach_cell(filling* f, const spot& at)
 {
@@ -61,7 +69,7 @@ void reach_cell(filling* f, const spot& at)
     if (!estimate(f->g, at.column, at.row, f->around, f->rules, &z))
         return;
     grid_cell cell = f->around.at(0, 0);
-    if (!f->items.add(z, cell.mark, at.index))
+    if (!f->items.add(z, cell.mark, at.index, borders_on_null(f->around)))
         return; // no memory: it stays null
     cell.z = z;
     cell.state = CELL_ESTIMATED;
@@ -96,10 +104,36 @@ void confirm(filling* f, const spot& at, const grid_fill_item& item)
     set_cell(f, at, cell);
 }
 
+// The first pass through one row in memory. Null cells lie here and there: without the farthest row's being
+// called for, a stretch ahead of them, most estimates would wait for it.
+long first_pass_of_row(filling* f, std::int32_t row)
+{
+    constexpr std::int32_t STRETCH = 64, LINE = 64 / sizeof(grid_cell);
+    long null_cells = 0;
+    const grid_cell* const cells = f->g->row_table[row];
+    const grid_cell* const farthest = f->g->row_table[std::min(row + REACH, f->g->rows)];
+    for (std::int32_t column = 0; column <= f->g->columns;) {
+        const std::int32_t end = std::min(column + STRETCH, f->g->columns + 1);
+        for (std::int32_t k = column; k < end; k += LINE)
+            __builtin_prefetch(farthest + k);
+        for (; column < end; ++column)
+            if (cells[column].state == CELL_NULL) {
+                ++null_cells;
+                reach_cell(f, {grid_index(f->g, column, row), column, row});
+            }
+    }
+    return null_cells;
+}
+
 // Answers how many cells were null.
 long first_pass(filling* f)
 {
     long null_cells = 0;
+    if (f->g->in_memory) {
+        for (std::int32_t row = 0; row <= f->g->rows; ++row)
+            null_cells += first_pass_of_row(f, row);
+        return null_cells;
+    }
     const std::int32_t count = grid_cell_count(f->g);
     for (std::int32_t index = 0; index < count;) {
         const cell_run run = cells_from(f->g, index);
@@ -116,12 +150,16 @@ long first_pass(filling* f)
     return null_cells;
 }
 
-// In a large grid each of its rows is somewhere else: they are called for while the item before is at work.
+// In a large grid each of its rows is somewhere else: they are called for while the items before are at work.
 void call_for(const filling* f, const grid_fill_item* item)
 {
     if (!item || !f->g->in_memory)
         return;
     const spot at = spot_of(f->g, item->index);
+    if (!item->borders_on_null) {
+        __builtin_prefetch(f->g->row_table[at.row] + at.column, 1);
+        return;
+    }
     for (std::int32_t row = std::max(at.row - REACH, 0); row <= std::min(at.row + REACH, f->g->rows); ++row)
         __builtin_prefetch(f->g->row_table[row] + at.column);
 }
@@ -129,13 +167,19 @@ void call_for(const filling* f, const grid_fill_item* item)
 // Confirms the cells of the last pass. Answers how many they are.
 long next_pass(filling* f, bool go_on)
 {
+    constexpr int AHEAD = 8; // items
     long confirmed = 0;
-    for (grid_fill_item* item = f->items.take(); item;) {
-        call_for(f, item->next);
+    grid_fill_item* item = f->items.take();
+    const grid_fill_item* ahead = item;
+    for (int k = 0; k < AHEAD && ahead; ++k)
+        ahead = ahead->next;
+    while (item) {
+        call_for(f, ahead);
+        ahead = ahead ? ahead->next : nullptr;
         const spot at = spot_of(f->g, item->index);
         confirm(f, at, *item);
         ++confirmed;
-        if (go_on)
+        if (go_on && item->borders_on_null)
             reach_neighbours(f, at);
         f->items.release(std::exchange(item, item->next));
     }
@@ -177,15 +221,21 @@ int grid_fill_nulls(grid* g, std::int32_t null_count, char mode)
         return RTNORM;
     if (!grid_fill_quiet)
         acutPrintf("\nPass> 1 Null Z values left> %ld", static_cast<long>(null_count));
+    if (!g->in_memory && !temp_complete(g)) {
+        acutPrintf(CELLS_NOT_KEPT);
+        return RTERROR;
+    }
     const double diagonal = std::sqrt(g->step_x * g->step_x + g->step_y * g->step_y);
     filling f{g, rules_of(mode, g->step_x, g->step_y, diagonal), {}, {}};
-    const bool whole = !g->in_memory && whole_begin(g);
+    even_steps even;
+    if (find_even_steps(g, &even))
+        f.rules.even = &even;
+    const whole_way whole = g->in_memory ? whole_way::none : whole_begin(g);
     f.in_pages = !g->in_memory && pages_begin(g);
     if (grid_fill_plane == 1)
         grid_mean_slope(g);
     const int result = run_passes(&f);
-    if (whole)
-        f.failed |= !whole_end(g, true);
+    f.failed |= !whole_end(g, whole);
     if (f.in_pages)
         f.failed |= !pages_end(g);
     if (!f.failed)

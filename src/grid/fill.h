@@ -16,6 +16,7 @@ extern double grid_slope_count; // triangles that went into it
 struct grid_fill_item {
     double z;
     char mark;
+    bool borders_on_null; // when it was estimated, a cell beside it was null
     std::int32_t index;
     grid_fill_item* next;
 };
@@ -28,9 +29,8 @@ void grid_cell_normal(grid* g, std::int32_t index);
 void grid_mean_slope(grid* g);
 
 // Gives a null cell an estimate and the state CELL_ESTIMATED, if enough is known around it; else it stays null.
-//   mode    'A' mean of the cells around, 'P' along the slope around, any other the same with less weight on
-//   the
-//           slope ("C")
+//   mode    'A' mean of the cells around, 'P' along the slope around, any other ("C") the same with less weight
+//           on the slope
 //   steps   distances to the next cell in x, in y and across; they are also the weights, inversely
 void grid_estimate_cell(grid* g, std::int32_t index, char mode, double step_x, double step_y,
                         double step_diagonal);

@@ -32,13 +32,13 @@ bool fill_items::more_room()
     return true;
 }
 
-bool fill_items::add(double z, char mark, std::int32_t index)
+bool fill_items::add(double z, char mark, std::int32_t index, bool borders_on_null)
 {
     if (!unused_ && !more_room())
         return false;
     grid_fill_item* const item = unused_;
     unused_ = item->next;
-    *item = {z, mark, index, head_};
+    *item = {z, mark, borders_on_null, index, head_};
     head_ = item;
     return true;
 }

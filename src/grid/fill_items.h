@@ -12,7 +12,7 @@ public:
     fill_items& operator=(const fill_items&) = delete;
 
     // Puts one at the head. False when no memory can be had for it.
-    bool add(double z, char mark, std::int32_t index);
+    bool add(double z, char mark, std::int32_t index, bool borders_on_null);
     bool empty() const { return !head_; }
     // The whole list; it starts anew. Each item goes back with release.
     grid_fill_item* take();

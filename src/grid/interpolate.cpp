@@ -10,6 +10,9 @@
 namespace
 {
 
+// Two numbers at a time: most of the work is divisions. Each rounds as it would alone.
+using pair = double __attribute__((vector_size(16)));
+
 struct spot {
     double x, y;
     std::int32_t column, row; // of the cell at or before it
@@ -84,14 +87,18 @@ double on_side(const square& s, double z_south, double z_north, double z_west, d
 // form it rounds as the grids in use were made.
 double blend(const square& s, double step_x, double step_y)
 {
-    const double z_west = s.north_west * s.south / step_y + s.south_west * s.north / step_y;
-    const double z_east = s.north_east * s.south / step_y + s.south_east * s.north / step_y;
-    const double z_north = s.north_east * s.west / step_x + s.north_west * s.east / step_x;
-    const double z_south = s.south_east * s.west / step_x + s.south_west * s.east / step_x;
+    const pair by_x = {step_x, step_x}, by_y = {step_y, step_y};
+    const pair west_east =
+        pair{s.north_west, s.north_east} * s.south / by_y + pair{s.south_west, s.south_east} * s.north / by_y;
+    const pair south_north =
+        pair{s.south_east, s.north_east} * s.west / by_x + pair{s.south_west, s.north_west} * s.east / by_x;
     if (s.south == 0 || s.north == 0 || s.west == 0 || s.east == 0)
-        return on_side(s, z_south, z_north, z_west, z_east);
-    return (z_south / s.south + z_north / s.north + z_east / s.east + z_west / s.west) /
-           (1 / s.west + 1 / s.east + 1 / s.north + 1 / s.south);
+        return on_side(s, south_north[0], south_north[1], west_east[0], west_east[1]);
+    const pair across = {s.west, s.east}, up = {s.south, s.north};
+    const pair rows = south_north / up, columns = west_east / across;
+    const pair row_weights = 1 / up, column_weights = 1 / across;
+    return (rows[0] + rows[1] + columns[1] + columns[0]) /
+           (column_weights[0] + column_weights[1] + row_weights[1] + row_weights[0]);
 }
 
 double interpolate_at(const spot& at, grid* g)

@@ -40,13 +40,6 @@ bool fill(grid* g, const grid* source, F made)
     return true;
 }
 
-// As grid_read_cell, for a walk that writes every cell: what was never written needn't be looked for behind the
-// end of the temporary file, over and over.
-grid_cell read_before_writing(grid* g, std::int32_t index)
-{
-    return g->in_memory || temp_knows(g, index) ? grid_read_cell(g, index) : grid_cell();
-}
-
 } // namespace
 
 grid* grid_copy(grid* source)
@@ -59,7 +52,7 @@ grid* grid_copy(grid* source)
         for (std::int32_t r = 0; r <= copy->rows; ++r)
             std::copy_n(source->row_table[r], copy->columns + 1, copy->row_table[r]);
     else
-        done = done && fill(copy, source, [&](std::int32_t i) { return grid_read_cell(source, i); });
+        done = done && fill(copy, source, [&](std::int32_t i) { return next_cell(source, i); });
     if (!done)
         grid_free(&copy);
     return copy;
@@ -88,8 +81,8 @@ int grid_take_values(grid* source, grid* target)
         return 0;
     }
     return fill(target, source, [&](std::int32_t i) {
-        const grid_cell from = grid_read_cell(source, i);
-        grid_cell to = read_before_writing(target, i);
+        const grid_cell from = next_cell(source, i);
+        grid_cell to = next_cell(target, i);
         to.z = from.z;
         to.state = from.state;
         return to;

@@ -26,9 +26,19 @@ grid_cell temp_read(grid* g, std::int32_t index);
 bool temp_knows(const grid* g, std::int32_t index);
 int temp_write(grid* g, std::int32_t index, const grid_cell& cell);
 int temp_flush(grid* g);
+// Flushes, and brings null cells in behind the end of the file for those that were never written: they read the
+// same, but the file is whole. A grid in which nothing was written stays without one.
+bool temp_complete(grid* g);
 // One transfer. The number of cells read, or 1 when all were written and 0 when not; -1 when the file can't be
 // opened.
 std::int32_t temp_read_cells(grid* g, std::int32_t first, grid_cell* out, std::int32_t room);
 int temp_write_cells(grid* g, std::int32_t first, const grid_cell* cells, std::int32_t count);
 // Whether the file still has all cells that were brought into it.
 bool temp_is_whole(grid* g);
+
+// As grid_read_cell, for walks in the order of the index: what was never written isn't looked for behind the
+// end of the temporary file, over and over.
+inline grid_cell next_cell(grid* g, std::int32_t index)
+{
+    return g->in_memory || temp_knows(g, index) ? grid_read_cell(g, index) : grid_cell();
+}

@@ -132,6 +132,7 @@ int temp_write(grid* g, std::int32_t index, const grid_cell& cell)
 
 std::int32_t temp_read_cells(grid* g, std::int32_t first, grid_cell* out, std::int32_t room)
 {
+    room = std::clamp(grid_cell_count(g) - first, 0, room); // whatever somebody made of the file
     const std::int32_t expected = std::clamp(g->file_cells - first, 0, room);
     g->file = file_open_temp(g->temp_path, "rb");
     if (!g->file) {
@@ -174,9 +175,29 @@ int temp_flush(grid* g)
     const int done = temp_write_cells(g, g->write_start, g->write_buffer, g->write_count);
     if (done < 0)
         return 0;
-    pages_forget(g, g->write_start, g->write_count);
+    if (done)
+        pages_forget(g, g->write_start, g->write_count);
+    else
+        pages_forget(g, 0, grid_cell_count(g)); // the file may be a new one
     g->write_count = -1;
     return done;
+}
+
+bool temp_complete(grid* g)
+{
+    if (!temp_flush(g))
+        return false;
+    const std::int32_t end = g->file_cells, count = end > 0 ? grid_cell_count(g) : 0;
+    std::fill_n(g->write_buffer, WRITE_WINDOW, grid_cell());
+    for (std::int32_t first = end; first < count;) {
+        const std::int32_t more = std::min(WRITE_WINDOW, count - first);
+        if (temp_write_cells(g, first, g->write_buffer, more) <= 0) {
+            g->file_cells = end; // nothing is lost: what can't be read there is null
+            return false;
+        }
+        first += more;
+    }
+    return true;
 }
 
 bool temp_is_whole(grid* g)

@@ -192,7 +192,7 @@ int grid_save(grid* g, const char* path)
     text_block text(stream);
     put_header(&text, g);
     for (std::int32_t i = 0; i < count && text.done() && g->faults == faults; ++i) {
-        const grid_cell cell = grid_read_cell(g, i);
+        const grid_cell cell = next_cell(g, i);
         if (cell.state == CELL_VALUE && cell.z != NO_ELEVATION)
             text.add_number(cell.z, places);
         else

@@ -3,8 +3,14 @@
 
 #include "grid/grid.h"
 
-// From here to whole_end the grid is one in memory. False, and nothing changed, where it is too large for that,
-// some of its cells were never written, or memory or the file fail.
-bool whole_begin(grid* g);
-// Writes all cells back if they were `changed`. False when not all of them got into the file.
-bool whole_end(grid* g, bool changed);
+enum class whole_way {
+    none,   // nothing changed
+    mapped, // the rows are the file's own bytes
+    copied
+};
+
+// From here to whole_end the grid is one in memory. Not where some of its cells were never written, memory or
+// the file fail, or it is too large to be copied.
+whole_way whole_begin(grid* g);
+// Brings what was changed into the file. False when not all of it got there.
+bool whole_end(grid* g, whole_way way);

@@ -35,6 +35,12 @@ int file_temp_name(char* name, std::size_t size);
 // Modes "rb", "r+b", "w+b"; the last makes a new file only.
 host_file* file_open_temp(const char* name, const char* mode);
 int file_remove_temp(const char* name); // 0 when removed
+// The first `size` bytes of a temporary file as memory; what is changed there is changed in the file. Null
+// where the file is shorter or can't be mapped: then it is read and written. Not to be written otherwise
+// meanwhile.
+void* file_map_temp(const char* name, std::size_t size);
+// 0, or negative when the file was shortened, removed or failed while it was mapped: changes may then be lost.
+int file_unmap_temp(void* bytes);
 
 int file_exists(const char* path);       // 1 for a file or a directory
 int file_is_directory(const char* path); // 1 for a directory

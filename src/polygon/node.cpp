@@ -139,10 +139,10 @@ int pg_point_inside(const double* point, const pg_node* chain)
         return 0;
     const double x = point[0], y = point[1];
     int inside = 0;
-    const pg_node* from = pg_last(chain);
-    for (const pg_node* to = chain; to; from = to, to = to->next) {
-        const double low = std::fmin(from->y, to->y), high = std::fmax(from->y, to->y);
-        if (!(y >= low && y < high))
+    for (const pg_node* from = chain; from; from = from->next) {
+        const pg_node* to = from->next ? from->next : chain;
+        // The lower end counts, the upper one doesn't.
+        if ((from->y <= y) == (to->y <= y))
             continue;
         const double crossing = from->x + (y - from->y) / (to->y - from->y) * (to->x - from->x);
         if (std::fabs(crossing - x) <= PG_LENGTH_TOL)

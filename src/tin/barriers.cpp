@@ -148,6 +148,17 @@ tin_barrier* barrier_new(tin_point* from, tin_point* to)
     return barrier;
 }
 
+bool tin_add_barrier(tin_network* network, tin_point* from, tin_point* to)
+{
+    tin_barrier* barrier = barrier_new(from, to);
+    if (!barrier)
+        return false;
+    barrier->next = network->barriers;
+    network->barriers = barrier;
+    tin_link_barrier(network, barrier);
+    return true;
+}
+
 void tin_link_barrier(tin_network*, tin_barrier* barrier)
 {
     tin_link* to = link_new(barrier->to);

@@ -1,5 +1,7 @@
 #include "tin/network.h"
 
+#include <algorithm>
+
 #include "hostapi/ads.h"
 #include "tin/reading_index.h"
 #include "tin/triangle.h"
@@ -32,6 +34,16 @@ tin_point* tin_point_new(double x, double y, double z)
     if (point)
         *point = tin_point{x, y, z, {nullptr}, nullptr, nullptr, nullptr};
     return point;
+}
+
+void tin_keep_point(tin_network* network, tin_point* point, tin_point** list)
+{
+    point->next = *list;
+    *list = point;
+    network->x_min = std::min(network->x_min, point->x);
+    network->x_max = std::max(network->x_max, point->x);
+    network->y_min = std::min(network->y_min, point->y);
+    network->y_max = std::max(network->y_max, point->y);
 }
 
 tin_network::~tin_network()

@@ -3,9 +3,9 @@
 //
 //     tin_network network;
 //     for each point: tin_point* p = tin_point_new(x, y, z);
-//                     tin_add_point(&network, p) answers null: push p on a list of your own through `next`
-//                     and widen x_min ... y_max by it; any other answer: acad_free(p)
-//     for each barrier: a tin_barrier from acad_malloc at the head of `barriers`, and tin_link_barrier
+//                     tin_add_point(&network, p) answers null: tin_keep_point(&network, p, &list), with a list
+//                     of your own, null at first; any other answer: acad_free(p)
+//     for each barrier: tin_add_barrier(&network, from, to), between points that were taken
 //     network.points = the list; tin_triangulate(&network);
 //
 // The triangles then hang on `triangles`. Those with a corner of `frame` lie outside the points; the frame's
@@ -84,6 +84,7 @@ struct tin_network {
     std::int32_t point_count = 0;
     double box[4] = {}; // in which a point is a duplicate of the one being read: low x, high x, low y, high y
     std::int32_t swap_depth = 0;
+    // The caller's are x and y, before the run; z is the run's.
     double z_max = -NO_VALUE, x_max = -NO_VALUE, y_max = -NO_VALUE;
     double z_min = NO_VALUE, x_min = NO_VALUE, y_min = NO_VALUE;
     std::int32_t inside = 0;
@@ -114,6 +115,12 @@ tin_point* tin_point_new(double x, double y, double z);
 //   A duplicate lies within 1e-6 in x and in y, and is found only where the way down the tree, by x alone,
 //   comes by. An elevation on a contour (and every negative one) is raised by 1e-7.
 tin_point* tin_add_point(tin_network* network, tin_point* point);
+
+// Puts a point that was taken at the head of the caller's list and widens x_min to y_max by it.
+void tin_keep_point(tin_network* network, tin_point* point, tin_point** list);
+
+// A new barrier at the head of `barriers`, linked. False without memory, with the network as it was.
+bool tin_add_barrier(tin_network* network, tin_point* from, tin_point* to);
 
 // Makes the ends of a barrier each other's partners, which protects the edge between them.
 void tin_link_barrier(tin_network* network, tin_barrier* barrier);

@@ -91,7 +91,7 @@ bool BoxIndex::make_block(std::int32_t first, std::int32_t count)
 {
     const auto size = static_cast<std::size_t>(count);
     auto* keys = static_cast<keyed*>(acad_malloc(size * sizeof(keyed)));
-    auto* order = static_cast<std::int32_t*>(acad_malloc(size * sizeof(std::int32_t)));
+    auto* order = static_cast<placed*>(acad_malloc(size * sizeof(placed)));
     const std::int32_t groups = (count + GROUP - 1) / GROUP;
     pg_box_tree tree = pg_boxes_new(groups);
     if (!keys || !order || !tree.nodes || !blocks_.add({first, count, order, tree})) {
@@ -112,8 +112,8 @@ bool BoxIndex::make_block(std::int32_t first, std::int32_t count)
     for (std::int32_t g = 0; g < groups; ++g) {
         pg_box box = box_of_none();
         for (std::int32_t i = g * GROUP; i < std::min(count, (g + 1) * GROUP); ++i) {
-            order[i] = keys[i].item;
-            widen(&box, boxes_.items[order[i]]);
+            order[i] = {boxes_.items[keys[i].item], keys[i].item};
+            widen(&box, order[i].box);
         }
         pg_boxes_set(&tree, g, box);
     }
@@ -143,8 +143,8 @@ bool BoxIndex::look_into(const block& b, const pg_box& box, std::int32_t from)
 {
     for (int g = pg_boxes_next(b.tree, box, 0); g >= 0; g = pg_boxes_next(b.tree, box, g + 1))
         for (std::int32_t i = g * GROUP; i < std::min(b.count, (g + 1) * GROUP); ++i) {
-            const std::int32_t item = b.order[i];
-            if (item >= from && pg_boxes_meet(boxes_.items[item], box) && !found_.add(item))
+            const placed& p = b.order[i];
+            if (p.item >= from && pg_boxes_meet(p.box, box) && !found_.add(p.item))
                 return false;
         }
     return true;

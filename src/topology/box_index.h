@@ -43,10 +43,15 @@ public:
     const HeapArray<std::int32_t>& found() const { return found_; }
 
 private:
-    // Boxes from `first` on in the order of their places, by groups; `tree` holds the boxes of the groups.
+    struct placed {
+        pg_box box;
+        std::int32_t item;
+    };
+    // Boxes from `first` on in the order of their places, by groups; `tree` holds the boxes of the groups. The
+    // boxes themselves stand in that order too: a group is read in a row.
     struct block {
         std::int32_t first, count;
-        std::int32_t* order;
+        placed* order;
         pg_box_tree tree;
     };
     HeapArray<pg_box> boxes_;

@@ -68,6 +68,7 @@ SurfaceNet* SurfaceNet::drape(const pg_ring* polylines)
             double at[3] = {added->x, added->y, added->z};
             lay_on(this, at);
             added->z = at[2];
+            draped->nodes.note_move(id);
         }
     return draped;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "common/tolerances.h"
 #include "polygon/arcs.h"
 #include "polygon/points.h"
 
@@ -26,6 +27,13 @@ edge_ends ends_of(const EdgeKey& edge)
             static_cast<const NodeObj*>(nodes.get(edge.node2))};
 }
 
+bool is_curved(const EdgeKey& edge)
+{
+    const edge_ends ends = ends_of(edge);
+    return ends &&
+           std::fabs(edge.bulge) * pg_dist(place(*ends.first).at, place(*ends.second).at) / 2.0 > LENGTH_TOL;
+}
+
 bool make_arc_ready(ShapeEdge* edge)
 {
     const edge_ends ends = ends_of(*edge);
@@ -47,9 +55,9 @@ pg_segment segment_of(const ShapeEdge& edge)
     pg_segment segment{};
     std::copy_n(p.at, 3, segment.p);
     std::copy_n(q.at, 3, segment.q);
-    segment.bulge = edge.bulge;
-    if (!is_arc(edge))
+    if (!is_curved(edge))
         return segment;
+    segment.bulge = edge.bulge;
     std::copy_n(edge.center, 3, segment.centre);
     segment.start = edge.start_angle;
     segment.end = edge.end_angle;
@@ -61,12 +69,12 @@ pg_segment segment_of(const ShapeEdge& edge)
 // With h half the chord and m the centre's distance from it the sagitta is r - m for a piece up to a half
 // circle, and the bulge (r - m) / h = h / (r + m), which keeps its digits on flat arcs; beyond, it is r + m.
 // The centre lies to the side to which the arc bends in the first case. The sign is the edge's: a piece keeps
-// its side.
+// its side. One whose ends are one place in the plane is straight, or rounding would make a whole circle of it.
 double arc_piece_bulge(const ShapeEdge& edge, const NodeObj& from, const NodeObj& to)
 {
     const place a(from), b(to);
     const double h = pg_dist(a.at, b.at) / 2.0, r = edge.radius;
-    if (!(h > 0.0))
+    if (!(2.0 * h >= LENGTH_TOL))
         return 0.0;
     const double m = h < r ? std::sqrt((r - h) * (r + h)) : 0.0;
     const double area = pg_tri_area(from.x, from.y, to.x, to.y, edge.center[0], edge.center[1]);

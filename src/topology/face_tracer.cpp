@@ -7,24 +7,11 @@
 namespace
 {
 
-// Bits of an edge's mark. Each walk takes its own away again.
-constexpr std::uint8_t IN_WALK = 1;
-constexpr std::uint8_t DEAD_FORWARD = 2;
-constexpr std::uint8_t DEAD_BACKWARD = 4;
+constexpr std::uint8_t IN_WALK = 1; // of an edge's mark; each walk takes its own away again
 
-std::uint8_t dead_bit(bool forward)
+void clear_mark(ShapeEdge* edge)
 {
-    return forward ? DEAD_FORWARD : DEAD_BACKWARD;
-}
-
-void set_bit(std::uint8_t* mark, std::uint8_t bit)
-{
-    *mark = static_cast<std::uint8_t>(*mark | bit);
-}
-
-void clear_bits(std::uint8_t* mark, std::uint8_t bits)
-{
-    *mark = static_cast<std::uint8_t>(*mark & ~bits);
+    edge->mark = static_cast<std::uint8_t>(edge->mark & ~IN_WALK);
 }
 
 // The side of an edge that a walk from one of its nodes to the other goes along.
@@ -35,36 +22,11 @@ std::int32_t* side_of(ShapeEdge* edge, std::int32_t from)
 
 } // namespace
 
-FaceTracer::FaceTracer(ShapeNet* net, bool all_faces) : net_(net)
-{
-    if (all_faces && !arrivals_.fill_up(net->nodes.count + 1, 0))
-        arrivals_.count = 0;
-}
-
-FaceTracer::~FaceTracer()
-{
-    for (std::int32_t i = 1; arrivals_.count > 0 && i <= net_->edges.count; ++i)
-        if (ShapeEdge* edge = net_->edge(i))
-            clear_bits(&edge->mark, DEAD_FORWARD | DEAD_BACKWARD);
-}
-
-bool FaceTracer::is_dead(const ShapeEdge& edge, bool forward) const
-{
-    return (edge.mark & dead_bit(forward)) != 0;
-}
-
-void FaceTracer::arrive(std::int32_t node)
-{
-    ++clock_;
-    if (arrivals_.count > 0)
-        arrivals_.items[node] = clock_;
-}
-
 bool FaceTracer::push(const step& s)
 {
     if (!steps_.add(s))
         return false;
-    set_bit(&net_->edge(s.edge)->mark, IN_WALK);
+    net_->edge(s.edge)->mark |= IN_WALK;
     return true;
 }
 
@@ -74,7 +36,7 @@ FaceTracer::step FaceTracer::outermost(const step& last) const
 {
     const NodeObj& before = *net_->node(last.from);
     const NodeObj& at = *net_->node(last.to);
-    step best{0, last.to, 0, clock_};
+    step best{0, last.to, 0};
     double greatest = 0.0;
     for (std::int32_t i = 1; i <= at.edges.count; ++i) {
         const std::int32_t id = at.edges.get(i);
@@ -101,54 +63,40 @@ bool FaceTracer::undo_to(std::int32_t edge_id, const step& again)
         const step& last = steps_.items[--steps_.count];
         ShapeEdge* edge = net_->edge(last.edge);
         *side_of(edge, last.from) = 0;
-        clear_bits(&edge->mark, IN_WALK);
+        clear_mark(edge);
         if (last.edge == edge_id)
             return last.from != again.from;
     }
     return false;
 }
 
-// Goes on from the one step that stands until the walk is back at its start.
-FaceTracer::ending FaceTracer::walk(std::int32_t face_id)
+// Goes on from the one step that stands until the walk is back at its start. False where it doesn't come there.
+bool FaceTracer::walk(std::int32_t face_id)
 {
     const std::int32_t start = steps_.items[0].from;
-    const std::int64_t most = clock_ + 4 * static_cast<std::int64_t>(net_->edges.count);
-    for (step last = steps_.items[0]; clock_ <= most;) {
-        arrive(last.to);
+    step last = steps_.items[0];
+    for (std::int64_t left = 4 * static_cast<std::int64_t>(net_->edges.count); left >= 0; --left) {
         const step next = outermost(last);
         if (next.edge == 0)
-            return ending::NO_WAY;
+            return false;
         ShapeEdge* edge = net_->edge(next.edge);
         std::int32_t* side = side_of(edge, next.from);
         const bool is_back = next.to == start;
         if (is_back && steps_.count == 1 && next.edge == steps_.items[0].edge)
-            return ending::LOST; // there and back: nothing is inside
+            return false; // there and back: nothing is inside
         if (!is_back && (edge->mark & IN_WALK)) {
             if (!undo_to(next.edge, next) || steps_.count == 0)
-                return ending::LOST;
+                return false;
         } else {
-            if (*side != 0)
-                return ending::NO_WAY;
-            if (!push(next))
-                return ending::LOST;
+            if (*side != 0 || !push(next))
+                return false;
             *side = face_id;
             if (is_back)
-                return ending::CLOSED;
+                return true;
         }
         last = next;
     }
-    return ending::LOST;
-}
-
-// A walk that has come to its end without closing does so from each of its steps whose start it didn't meet
-// again.
-void FaceTracer::note_dead()
-{
-    for (std::int32_t i = 0; arrivals_.count > 0 && i < steps_.count; ++i) {
-        const step& s = steps_.items[i];
-        if (arrivals_.items[s.from] == s.arrival)
-            set_bit(&net_->edge(s.edge)->mark, dead_bit(s.from < s.to));
-    }
+    return false;
 }
 
 ShapeObj* FaceTracer::shape_of_walk() const
@@ -174,17 +122,13 @@ ShapeObj* FaceTracer::trace(std::int32_t edge_id, std::int32_t face_id, bool for
         return nullptr;
     const std::int32_t low = std::min(edge->node1, edge->node2), high = std::max(edge->node1, edge->node2);
     steps_.count = 0;
-    arrive(forward ? low : high);
-    if (!push({edge_id, forward ? low : high, forward ? high : low, clock_}))
+    if (!push({edge_id, forward ? low : high, forward ? high : low}))
         return nullptr;
     *side_of(edge, steps_.items[0].from) = face_id;
-    const ending end = walk(face_id);
-    ShapeObj* shape = end == ending::CLOSED ? shape_of_walk() : nullptr;
-    if (end == ending::NO_WAY)
-        note_dead();
+    ShapeObj* shape = walk(face_id) ? shape_of_walk() : nullptr;
     for (std::int32_t i = 0; i < steps_.count; ++i) {
         ShapeEdge* walked = net_->edge(steps_.items[i].edge);
-        clear_bits(&walked->mark, IN_WALK);
+        clear_mark(walked);
         if (!shape)
             *side_of(walked, steps_.items[i].from) = 0;
     }

@@ -35,18 +35,6 @@ std::int32_t node_at(const SurfaceNet& surface, double x, double y, double z)
     return surface.nodes.look_around(&wanted);
 }
 
-void widen_extents(tin_network* network, const tin_point& p)
-{
-    if (p.x > network->x_max)
-        network->x_max = p.x;
-    if (p.x < network->x_min)
-        network->x_min = p.x;
-    if (p.y > network->y_max)
-        network->y_max = p.y;
-    if (p.y < network->y_min)
-        network->y_min = p.y;
-}
-
 // The point in the network at a vertex's place, which may be an earlier one. Null without memory.
 tin_point* offer(filling* work, const pg_node& vertex)
 {
@@ -58,24 +46,10 @@ tin_point* offer(filling* work, const pg_node& vertex)
         acad_free(point);
         return earlier;
     }
-    point->next = work->points;
-    work->points = point;
-    widen_extents(&work->network, *point);
+    tin_keep_point(&work->network, point, &work->points);
     // Without memory the node is looked up by the point's own place later on.
     work->nodes.add({point, node_at(*work->surface, vertex.x, vertex.y, vertex.z)});
     return point;
-}
-
-void add_barrier(tin_network* network, tin_point* from, tin_point* to)
-{
-    if (!from || !to || from == to)
-        return;
-    auto* barrier = static_cast<tin_barrier*>(acad_malloc(sizeof(tin_barrier)));
-    if (!barrier)
-        return;
-    *barrier = {from, to, network->barriers};
-    network->barriers = barrier;
-    tin_link_barrier(network, barrier);
 }
 
 void offer_chain(filling* work)
@@ -84,7 +58,8 @@ void offer_chain(filling* work)
     tin_point* before = first && first->next ? offer(work, *first) : nullptr;
     for (const pg_node* v = first ? first->next : nullptr; v; v = v->next) {
         tin_point* here = offer(work, *v);
-        add_barrier(&work->network, before, here);
+        if (before && here && before != here)
+            tin_add_barrier(&work->network, before, here);
         before = here;
     }
     std::sort(work->nodes.begin(), work->nodes.end(),

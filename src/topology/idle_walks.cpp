@@ -1,9 +1,11 @@
 #include "topology/idle_walks.h"
 
 #include <cstdlib>
+#include <initializer_list>
 #include <limits>
 
 #include "polygon/points.h"
+#include "topology/turn_angle.h"
 
 namespace
 {
@@ -52,8 +54,17 @@ bool is_never_inner(const SurfaceNet& surface, const face_walk& walk)
 bool IdleWalks::knows(std::int32_t edge, bool forward) const
 {
     const std::int32_t place = place_of(edge, forward);
-    const std::int32_t walk = place < walk_of_.count ? walk_of_.items[place] : 0;
-    return walk > 0 && !is_void_.items[walk - 1];
+    const std::int32_t number = place < walk_of_.count ? walk_of_.items[place] : 0;
+    return number > 0 && holds(number);
+}
+
+// A walk doesn't hold when one that it leads into doesn't.
+bool IdleWalks::holds(std::int32_t number) const
+{
+    for (; number != 0; number = walks_.items[number - 1].leads_into)
+        if (walks_.items[number - 1].is_void)
+            return false;
+    return true;
 }
 
 // A walk from the dead end of a line would be remembered for one edge only: goes back along the line that leads
@@ -90,31 +101,80 @@ void IdleWalks::remember(const SurfaceNet& surface, face_walk* remembered)
         if (on.edge != first.edge || on.from != first.from)
             return;
     }
-    if (!walk_of_.fill_up(2 * (surface.edges.count + 1), 0) || !visits_.fill_up(surface.nodes.count + 1, 0) ||
-        !is_void_.add(0))
+    if (!next_of_.fill_up(2 * (surface.edges.count + 1), 0) ||
+        !walk_of_.fill_up(2 * (surface.edges.count + 1), 0) || !visits_.fill_up(surface.nodes.count + 1, 0) ||
+        !walks_.add({0, false}))
         return;
+    const std::int32_t own_steps = walk.steps.count;
     for (const face_step& step : walk.steps)
         ++visits_.items[step.from];
     if (walk.end == WalkEnd::NO_WAY_ON) {
         ++visits_.items[walk.last_node];
         add_ways_here(surface, &walk.steps);
     }
-    for (const face_step& step : walk.steps)
-        walk_of_.items[place_of(step.edge, is_forward(surface, step))] =
-            visits_.items[step.from] == 1 ? is_void_.count : -is_void_.count;
+    enter(surface, walk, own_steps);
     for (const face_step& step : walk.steps)
         visits_.items[step.from] = 0;
     visits_.items[walk.last_node] = 0;
 }
 
-void IdleWalks::forget_at(const SurfaceNet& surface, std::int32_t node)
+// A step belongs to the first walk that came by and still holds: that walk and the new one are the same from
+// there on. The steps are the new walk's own and then those of ways to it, each of which leads to the one
+// before it, and the first to the start.
+void IdleWalks::enter(const SurfaceNet& surface, const face_walk& walk, std::int32_t own_steps)
+{
+    const HeapArray<face_step>& steps = walk.steps;
+    const bool is_closed = walk.end == WalkEnd::CLOSED;
+    const std::int32_t number = walks_.count;
+    std::int32_t& leads_into = walks_.items[number - 1].leads_into;
+    for (std::int32_t i = 0; i < steps.count; ++i) {
+        const face_step& step = steps.items[i];
+        const std::int32_t place = place_of(step.edge, is_forward(surface, step));
+        std::int32_t& name = walk_of_.items[place];
+        const bool is_own = i < own_steps;
+        if (i == own_steps - 1)
+            next_of_.items[place] = is_closed ? steps.items[0].edge : 0;
+        else
+            next_of_.items[place] = steps.items[is_own ? i + 1 : i == own_steps ? 0 : i - 1].edge;
+        const bool is_known = (is_own && leads_into != 0) || (name != 0 && holds(std::abs(name)));
+        if (is_own && is_known && leads_into == 0)
+            leads_into = std::abs(name);
+        const std::int32_t of = is_known ? std::abs(name) : number;
+        if (!is_known || name < 0)
+            name = visits_.items[step.from] == 1 ? of : -of;
+    }
+}
+
+// Only what comes to the node can turn there; the new edge stands last in its list and so gives way to an equal
+// turn.
+void IdleWalks::forget_at(const SurfaceNet& surface, std::int32_t node, std::int32_t added)
 {
     const NodeObj* at = surface.node(node);
-    for (std::int32_t i = 1; at && i <= at->edges.count; ++i)
-        for (const bool forward : {false, true}) {
-            const std::int32_t place = place_of(at->edges.get(i), forward);
-            const std::int32_t walk = place < walk_of_.count ? std::abs(walk_of_.items[place]) : 0;
-            if (walk != 0)
-                is_void_.items[walk - 1] = 1;
-        }
+    const auto turn_into = [&](const NodeObj& before, std::int32_t id) {
+        const EdgeObj* edge = surface.edge(id);
+        const NodeObj* after = edge ? surface.node(edge->node1 == node ? edge->node2 : edge->node1) : nullptr;
+        return after ? turn_angle(before, *at, *after) : 0.0;
+    };
+    for (std::int32_t i = 1; at && i <= at->edges.count; ++i) {
+        const std::int32_t id = at->edges.get(i);
+        const EdgeObj* edge = id == added ? nullptr : surface.edge(id);
+        if (!edge || edge->node1 == edge->node2)
+            continue;
+        const face_step arriving{id, edge->node1 == node ? edge->node2 : edge->node1};
+        const std::int32_t place = place_of(id, is_forward(surface, arriving));
+        const std::int32_t walk = place < walk_of_.count ? std::abs(walk_of_.items[place]) : 0;
+        const NodeObj* before = surface.node(arriving.from);
+        if (walk == 0 || walks_.items[walk - 1].is_void)
+            continue;
+        const std::int32_t next = next_of_.items[place];
+        if (!before || turn_into(*before, added) > (next != 0 ? turn_into(*before, next) : 0.0))
+            walks_.items[walk - 1].is_void = true;
+    }
+}
+
+void IdleWalks::forget_for(const SurfaceNet& surface, std::int32_t added)
+{
+    if (const EdgeObj* edge = surface.edge(added))
+        for (const std::int32_t node : {edge->node1, edge->node2})
+            forget_at(surface, node, added);
 }

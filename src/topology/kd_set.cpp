@@ -115,6 +115,19 @@ std::int32_t KdSet::look_around(const TopoObject* object) const
     return nearest.id != 0 && is_same_key(object, get(nearest.id), dimensions) ? nearest.id : 0;
 }
 
+// The old leaf keeps the id, where it is one more member that lies elsewhere.
+bool KdSet::note_move(std::int32_t id)
+{
+    const TopoObject* object = get(id);
+    if (!object || !root)
+        return false;
+    kd_node* leaf = kd_node_leaf(root, position_of(object).at);
+    for (int i = 0; i < leaf->item_count; ++i)
+        if (leaf->items[i] == id)
+            return true;
+    return kd_node_enter(leaf, id, {dimensions, leaf_capacity, this, key_value});
+}
+
 // The id that a look has left in a leaf is no member's, and `get` passes over it. False without memory.
 bool KdSet::add_near(KdSet* to, const kd_node* leaf, const TopoObject* object, double radius) const
 {

@@ -103,19 +103,31 @@ struct crossing {
     double along; // the second edge, in the plane
 };
 
+// Crossings on an arc come out as far beside it as its centre and radius are rounded.
+double reach_of_rounding(const ShapeEdge& edge)
+{
+    constexpr double SHARE = 0x1p-46;
+    return is_curved(edge) ? edge.radius * SHARE : 0.0;
+}
+
+bool is_near(const NodeObj& a, const NodeObj& b, double reach)
+{
+    return std::fabs(a.x - b.x) < reach && std::fabs(a.y - b.y) < reach && std::fabs(a.z - b.z) < reach;
+}
+
 // Whether a node lies at an end of the edge, be it another node: two nodes within the tolerance stay two where
 // a plane of the index parts them, and edges that are cut at one would be cut back at the other, for ever.
-bool lies_at_end(const ShapeNet& net, const ShapeEdge& edge, std::int32_t node_id)
+bool lies_at_end(const ShapeNet& net, const ShapeEdge& edge, std::int32_t node_id, double reach)
 {
     const NodeObj* at = net.node(node_id);
     const edge_ends ends = ends_of(edge);
-    return !at || !ends || at->matches(ends.first) || at->matches(ends.second);
+    return !at || !ends || is_near(*at, *ends.first, reach) || is_near(*at, *ends.second, reach);
 }
 
-edge_pieces cut_at(ShapeNet* net, std::int32_t id, std::int32_t node_id)
+edge_pieces cut_at(ShapeNet* net, std::int32_t id, std::int32_t node_id, double reach)
 {
     const ShapeEdge* edge = net->edge(id);
-    return edge && !lies_at_end(*net, *edge, node_id) ? split_edge_at(net, id, node_id) : edge_pieces{};
+    return edge && !lies_at_end(*net, *edge, node_id, reach) ? split_edge_at(net, id, node_id) : edge_pieces{};
 }
 
 // Edges from a place to the same place, upright ones among them, have no crossings in the plane.
@@ -129,13 +141,14 @@ bool has_extent(const ShapeEdge& edge)
 // Cuts an edge at two nodes, the nearer one first. An arc's positions run counter-clockwise: on one that runs
 // the other way the farther node lies on the first piece. A node at an end of the edge needs no cut, and the
 // angle of an arc's start may come out as a whole turn.
-void cut_twice(ShapeNet* net, std::int32_t id, std::int32_t nearer, std::int32_t farther)
+void cut_twice(ShapeNet* net, std::int32_t id, std::int32_t nearer, std::int32_t farther, double reach)
 {
     const ShapeEdge& edge = *net->edge(id);
-    const bool is_clockwise = edge.bulge < 0, is_done = lies_at_end(*net, edge, farther);
-    const edge_pieces pieces = cut_at(net, id, nearer);
+    const bool is_clockwise = is_curved(edge) && edge.bulge < 0,
+               is_done = lies_at_end(*net, edge, farther, reach);
+    const edge_pieces pieces = cut_at(net, id, nearer, reach);
     if (!is_done)
-        cut_at(net, pieces.first == 0 ? id : is_clockwise ? pieces.first : pieces.second, farther);
+        cut_at(net, pieces.first == 0 ? id : is_clockwise ? pieces.first : pieces.second, farther, reach);
 }
 
 } // namespace
@@ -155,17 +168,19 @@ bool ShapeNet::cut_pair(std::int32_t first_id, std::int32_t second_id)
     }
     if (count == 0)
         return false;
+    const double reach = std::max({LENGTH_TOL, reach_of_rounding(*edge(first_id)), reach_of_rounding(*second)});
     if (count == 1) {
-        cut_at(this, second_id, found[0].node);
-        return cut_at(this, first_id, found[0].node).first != 0;
+        cut_at(this, second_id, found[0].node, reach);
+        return cut_at(this, first_id, found[0].node, reach).first != 0;
     }
     if (found[1].along < found[0].along)
         std::swap(found[0], found[1]);
-    cut_twice(this, second_id, found[0].node, found[1].node);
+    cut_twice(this, second_id, found[0].node, found[1].node, reach);
     if (!edge(first_id)) // it was a piece of the other, and has been cut with that
         return true;
     // Where the farther one is an end of it the nearer one still cuts; otherwise its pieces meet that again.
-    return cut_at(this, first_id, found[1].node).first != 0 || cut_at(this, first_id, found[0].node).first != 0;
+    return cut_at(this, first_id, found[1].node, reach).first != 0 ||
+           cut_at(this, first_id, found[0].node, reach).first != 0;
 }
 
 void ShapeNet::cut_crossings()
@@ -227,7 +242,7 @@ void ShapeNet::cut_near_node(std::int32_t edge_id)
     const ShapeEdge* cut = edge(edge_id);
     const NodeObj* a = node(cut->node1);
     const NodeObj* b = node(cut->node2);
-    if (!a || !b || is_arc(*cut))
+    if (!a || !b || is_curved(*cut))
         return;
     const std::int32_t n = std::min(nodes.dimensions, KD_MOST_DIMENSIONS);
     const NodeObj middle((a->x + b->x) / 2, (a->y + b->y) / 2, (a->z + b->z) / 2);

@@ -4,6 +4,7 @@
 
 #include "common/tolerances.h"
 #include "hostapi/ads.h"
+#include "topology/all_faces.h"
 #include "topology/edge_arcs.h"
 #include "topology/face_chain.h"
 #include "topology/face_tracer.h"
@@ -32,20 +33,20 @@ pg_ring* ring_of(const ShapeNet& net, const ShapeObj& face)
 
 ShapeObj* ShapeNet::trace_face(std::int32_t edge_id, std::int32_t face_id, bool forward)
 {
-    return FaceTracer(this, false).trace(edge_id, face_id, forward);
+    return FaceTracer(this).trace(edge_id, face_id, forward);
 }
 
 pg_ring* ShapeNet::trace_faces()
 {
-    FaceTracer tracer(this, true);
+    AllFaces faces(this);
     pg_ring* head = nullptr;
     std::int32_t face_id = 1;
     for (std::int32_t i = first_of(edges); i != 0; i = edges.next(i))
         for (const bool forward : {true, false}) {
             const ShapeEdge& side = *edge(i);
-            if ((forward ? side.right_shape : side.left_shape) != 0 || tracer.is_dead(side, forward))
+            if ((forward ? side.right_shape : side.left_shape) != 0)
                 continue;
-            ShapeObj* face = tracer.trace(i, face_id, forward);
+            ShapeObj* face = faces.trace(i, face_id, forward);
             pg_ring* ring = face ? ring_of(*this, *face) : nullptr;
             face_id += face ? 1 : 0;
             delete face;

@@ -8,8 +8,9 @@
 //     net.cut_at_near_nodes();
 //     pg_ring* faces = net.trace_faces();
 //
-// Objects are found by id, from 1; 0 is none. Where the heap is exhausted an operation does what it can: a
-// node or edge that has no room isn't there, and nothing is lost that was.
+// Objects are found by id, from 1; 0 is none. Objects that are the caller's go back with `delete`. Where the
+// heap is exhausted an operation does what it can: a node or edge that has no room isn't there, and nothing is
+// lost that was.
 #pragma once
 
 #include <cstdint>
@@ -67,11 +68,12 @@ public:
     void add_grid(grid* grid_z, grid* grid_attr, std::uint8_t mark);
 
     // ---- cutting
-    // How many points, 0 to 2, two edges have in common in the plane; writes that many (x, y, z).
+    // How many points, 0 to 2, two edges have in common in the plane; writes that many (x, y, z), at the height
+    // of the first edge.
     int edge_crossings(ShapeEdge* edge, ShapeEdge* other, double* first, double* second);
-    // How far a place lies along an edge: from its first node on a straight one, on an arc counter-clockwise
-    // from the arc's start. With 2 dimensions the first node counts as at height 0. NO_VALUE for an edge of no
-    // network.
+    // How far a place lies along an edge: from its first node on a straight one, on an arc (other than one
+    // that stays within 1e-6 of its chord) counter-clockwise from the arc's start. With 2 dimensions the first
+    // node counts as at height 0. NO_VALUE for an edge of no network.
     double edge_position(ShapeEdge* edge, const double* point, std::int32_t dimensions);
     // Puts two edges that meet at the node in the place of one; in its shapes they stand at the end. The id of
     // the first of them; 0, with the edge as it was, where the node is an end of it or something is missing.
@@ -86,7 +88,8 @@ public:
     // `forward`; the caller's. The face's id stands on the side of each. Null for a face that doesn't close.
     ShapeObj* trace_face(std::int32_t edge_id, std::int32_t face_id, bool forward);
     // All faces that close, the last one first: inner ones counter-clockwise, outer ones clockwise and marked
-    // so. The caller's (pg_free_rings).
+    // so. A side of an edge that has its face isn't walked again, so a second call gives none. The caller's
+    // (pg_free_rings).
     pg_ring* trace_faces();
     pg_node* face_to_chain(const ShapeObj* face) const;
     // 0 outside, 1 inside, 2 on the boundary. Arcs count as chords.

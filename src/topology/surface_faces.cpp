@@ -26,11 +26,8 @@ void fill(SurfaceNet* surface, const pg_node* chain, face_closing* work)
 {
     const std::int32_t edges_before = surface->edges.count;
     work->is_broken = !fill_face(surface, chain);
-    for (std::int32_t id = edges_before + 1; id <= surface->edges.count; ++id) {
-        const EdgeObj* added = surface->edge(id);
-        work->idle.forget_at(*surface, added->node1);
-        work->idle.forget_at(*surface, added->node2);
-    }
+    for (std::int32_t id = edges_before + 1; id <= surface->edges.count; ++id)
+        work->idle.forget_for(*surface, id);
 }
 
 void close_larger_face(SurfaceNet* surface, face_closing* work)

@@ -8,7 +8,7 @@
 //
 // Objects are found by id, from 1; 0 is none. The surface owns all that is added to it. Points are three
 // doubles x, y, z; triangles are looked at in the plane of x and y. Nodes that stand in a surface don't move in
-// x and y.
+// x and y. Objects and surfaces that are the caller's go back with `delete`.
 //
 // Where the heap is exhausted an operation does what it can: a node, edge or triangle for which there is no
 // room isn't there, and nothing is lost that was.
@@ -115,6 +115,7 @@ public:
     // 0, with nothing changed, where the node is an end of the edge or something is missing.
     std::int32_t split_edge(std::int32_t edge_id, std::int32_t node_id);
     // Cuts edges where they cross, overlap or touch in the plane, at the height of the one with the lower id.
+    // Triangles at edges that are cut go, here and in merge_chain: close_faces makes new ones.
     void cut_crossings();
     // Cuts edges where the chain crosses them, at their own height. The crossings become vertices of the chain;
     // between two that follow each other there is an edge. Arcs count as chords.

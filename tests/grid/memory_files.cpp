@@ -109,6 +109,21 @@ int file_remove_temp(const char* name)
     return the_disk.files.erase(name) ? 0 : -1;
 }
 
+void* file_map_temp(const char* name, std::size_t size)
+{
+    const auto found = the_disk.files.find(name);
+    if (the_disk.refuse_mapping || found == the_disk.files.end() || found->second.size() < size)
+        return nullptr;
+    ++the_disk.mapped;
+    return found->second.data();
+}
+
+int file_unmap_temp(void* /*bytes*/)
+{
+    ++the_disk.unmapped;
+    return the_disk.lose_mapped ? -1 : 0;
+}
+
 int file_close(host_file* file)
 {
     const std::unique_ptr<host_file> closing(file);

@@ -20,7 +20,10 @@ struct state {
     bool refuse_opening = false;
     bool refuse_names = false;
     bool refuse_seeking = false;
-    bool refuse_closing = false; // what was written is there all the same
+    bool refuse_closing = false;  // what was written is there all the same
+    bool refuse_mapping = true;   // else temporary files can be mapped
+    bool lose_mapped = false;     // unmapping tells a fault
+    int mapped = 0, unmapped = 0; // how many temporary files ever were
     int open_files = 0;
     int opened = 0; // how often a temporary file was
 };

@@ -66,19 +66,21 @@ TEST_F(GridPages, LargeGridsAreFilledAsInMemory)
     } cases[] = {{600, 600, 'C', 0},  {600, 600, 'P', 0}, {600, 600, 'A', 0}, {600, 600, 'C', 1},
                  {1500, 300, 'C', 0}, {90, 5000, 'P', 0}, {9000, 50, 'A', 0}};
     for (const auto& one : cases)
-        for (const bool in_pages : {false, true}) {
+        for (const char way : {'m', 'c', 'p'}) { // mapped, copied, in pages
             plain::raster r = random_grids::ground(7, one.columns, one.rows, 0.1);
             const held_grid g = in_file(r);
             ASSERT_TRUE(g);
             ASSERT_EQ(g->in_memory, 0);
             r.fill_plane = grid_fill_plane = one.plane;
             EXPECT_EQ(plain::fill_nulls(r, 9, one.mode), plain::done);
-            test_heap::fail_at(in_pages ? 1 : 0); // no memory for the whole grid
+            memory_files::disk().refuse_mapping = way != 'm';
+            test_heap::fail_at(way == 'p' ? 1 : 0); // no memory for the whole grid
             EXPECT_EQ(grid_fill_nulls(g.get(), 9, one.mode), RTNORM);
             EXPECT_EQ(g->in_memory, 0);
             EXPECT_EQ(random_grids::first_difference(g.get(), r), -1) << one.columns << one.mode;
             EXPECT_EQ(printed_text(), r.printed);
             EXPECT_GT(r.polls, 3);
+            EXPECT_EQ(memory_files::disk().mapped, memory_files::disk().unmapped);
             memory_files::disk().log.clear();
         }
 }
@@ -88,6 +90,7 @@ TEST_F(GridPages, BreakAtEachPollLeavesTheSameCells)
     const plain::raster start = random_grids::ground(8, 620, 600, 0.1);
     int broken = 0;
     for (int n = 1;; ++n) {
+        memory_files::disk().refuse_mapping = n % 3 != 0;
         plain::raster r = start;
         const held_grid g = in_file(r);
         r.break_at = n;
@@ -117,7 +120,7 @@ TEST_F(GridPages, FewPagesGiveTheSame)
         ASSERT_EQ(plain::fill_nulls(r, 9, 'C'), plain::done);
         const int pages_and_tables = 3 + 16;
         test_heap::fail_at(1); // not the whole grid
-        test_heap::fail_from(pages_and_tables + 2 + more);
+        test_heap::fail_from(pages_and_tables + 1 + more);
         EXPECT_EQ(grid_fill_nulls(g.get(), 9, 'C'), RTNORM);
         test_heap::fail_from(0);
         EXPECT_EQ(random_grids::first_difference(g.get(), r), -1) << more;
@@ -138,8 +141,8 @@ TEST_F(GridPages, WithoutMemoryForPagesTheWindowsDo)
     }
 }
 
-// Cells behind the last one that was written read as null; the windows know that, the file doesn't.
-TEST_F(GridPages, GridsWrittenInPartAreFilledThroughTheWindows)
+// Cells behind the last one that was written are null.
+TEST_F(GridPages, GridsWrittenInPartAreFilledToo)
 {
     for (const int written : {300, 1500, 2490}) {
         plain::raster r = random_grids::ground(9, 60, 40, 0.1);
@@ -153,6 +156,47 @@ TEST_F(GridPages, GridsWrittenInPartAreFilledThroughTheWindows)
         EXPECT_EQ(random_grids::first_difference(g.get(), r), -1) << written;
         EXPECT_EQ(r.cells.back().state, '1');
     }
+}
+
+TEST_F(GridPages, LargeGridsWrittenInPartAreFilledWithFewTransfers)
+{
+    for (const int written : {1000, 200000, 621 * 601 - 3}) {
+        plain::raster r = random_grids::ground(9, 620, 600, 0.1);
+        for (std::size_t i = written; i < r.cells.size(); ++i)
+            r.cells[i] = {};
+        const held_grid g(grid_create(r.x0, r.y0, r.step_x, r.step_y, r.columns, r.rows));
+        for (int i = 0; i < written; ++i)
+            grid_write_cell(g.get(), i, {r.cells[i].z, r.cells[i].state});
+        ASSERT_EQ(plain::fill_nulls(r, 9, 'A'), plain::done);
+        const int opened = memory_files::disk().opened;
+        EXPECT_EQ(grid_fill_nulls(g.get(), 9, 'A'), RTNORM);
+        EXPECT_LT(memory_files::disk().opened - opened, 300);
+        EXPECT_EQ(random_grids::first_difference(g.get(), r), -1) << written;
+    }
+}
+
+TEST_F(GridPages, ALargeGridWithoutAnyValueIsNotBroughtIntoAFile)
+{
+    const held_grid g(grid_create(0, 0, 1, 1, 600, 600));
+    EXPECT_EQ(grid_fill_nulls(g.get(), 9, 'C'), RTNORM);
+    EXPECT_EQ(memory_files::disk().opened, 0);
+    EXPECT_EQ(grid_read_cell(g.get(), 1000).state, CELL_NULL);
+}
+
+TEST_F(GridPages, AFullDiskBeforeAFillIsToldAndNothingIsLost)
+{
+    const held_grid g(grid_create(0, 0, 1, 1, 600, 600));
+    for (std::int32_t i = 0; i < 3000; ++i)
+        grid_write_cell(g.get(), i, {5.0, CELL_VALUE});
+    grid_flush(g.get());
+    memory_files::disk().room = 30000;
+    EXPECT_EQ(grid_fill_nulls(g.get(), 9, 'A'), RTERROR);
+    EXPECT_NE(printed_text().find("\nError: grid cells can't be kept"), std::string::npos);
+    memory_files::disk().room = memory_files::NO_LIMIT;
+    EXPECT_EQ(grid_read_cell(g.get(), 2999).z, 5);
+    EXPECT_EQ(grid_read_cell(g.get(), 3000).state, CELL_NULL);
+    EXPECT_EQ(grid_save(g.get(), "out"), 1);
+    memory_files::disk().files.erase("out");
 }
 
 TEST_F(GridPages, InterpolationSeesWhatWasWrittenLast)
@@ -187,6 +231,19 @@ TEST_F(GridPages, InterpolationSeesWhatWasWrittenLast)
     EXPECT_EQ(random_grids::first_difference(g.get(), r), -1);
 }
 
+TEST_F(GridPages, WhatWasReadOfAFileThatIsGoneIsForgotten)
+{
+    const plain::raster r = random_grids::ground(11, 620, 600, 0);
+    const held_grid g = in_file(r);
+    grid_flush(g.get());
+    const double point[3] = {r.x0 + 1, r.y0 + 1, 0};
+    EXPECT_NE(grid_interpolate(point, g.get()), NO_ELEVATION);
+    memory_files::disk().files.clear();
+    grid_write_cell(g.get(), grid_cell_count(g.get()) - 1, {1.0, CELL_VALUE});
+    EXPECT_EQ(grid_flush(g.get()), 0);
+    EXPECT_EQ(grid_interpolate(point, g.get()), NO_ELEVATION);
+}
+
 TEST_F(GridPages, CellsNeverWrittenReadAsTheStoreGivesThem)
 {
     const held_grid g(grid_create(0, 0, 1, 1, 700, 600));
@@ -211,6 +268,38 @@ TEST_F(GridPages, FileThatCanNotBeReadIsToldAndLeftAlone)
     memory_files::disk().refuse_opening = false;
     EXPECT_NE(printed_text().find("\nError: grid cells can't be kept"), std::string::npos);
     EXPECT_EQ(random_grids::first_difference(g.get(), r), -1);
+}
+
+TEST_F(GridPages, AMappedFileIsNeitherReadNorWritten)
+{
+    plain::raster r = random_grids::ground(11, 620, 600, 0.1);
+    const held_grid g = in_file(r);
+    grid_flush(g.get());
+    const double point[3] = {1001, 2001, 0};
+    grid_interpolate(point, g.get()); // its page and the read window are older than the filled cells
+    grid_read_cell(g.get(), 0);
+    memory_files::disk().refuse_mapping = false;
+    memory_files::disk().log.clear();
+    EXPECT_EQ(grid_fill_nulls(g.get(), 9, 'C'), RTNORM);
+    EXPECT_EQ(memory_files::disk().log, "");
+    EXPECT_EQ(memory_files::disk().mapped, 1);
+    EXPECT_EQ(memory_files::disk().unmapped, 1);
+    plain::fill_nulls(r, 9, 'C');
+    EXPECT_EQ(grid_interpolate(point, g.get()), plain::interpolate(r, point[0], point[1]));
+    EXPECT_EQ(random_grids::first_difference(g.get(), r), -1);
+}
+
+TEST_F(GridPages, AMappedFileThatLosesBytesIsTold)
+{
+    const held_grid g = in_file(random_grids::ground(11, 620, 600, 0.1));
+    memory_files::disk().refuse_mapping = false;
+    memory_files::disk().lose_mapped = true;
+    EXPECT_EQ(grid_fill_nulls(g.get(), 9, 'C'), RTERROR);
+    EXPECT_NE(printed_text().find("\nError: grid cells can't be kept"), std::string::npos);
+    EXPECT_EQ(g->in_memory, 0);
+    EXPECT_EQ(g->faults, 1);
+    memory_files::disk().lose_mapped = false;
+    EXPECT_EQ(grid_fill_nulls(g.get(), 9, 'C'), RTNORM);
 }
 
 TEST_F(GridPages, ShortReadsAreToldAndWriteNothing)

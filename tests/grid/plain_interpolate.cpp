@@ -1,7 +1,7 @@
 #include <cmath>
 #include <cstdarg>
-#include <cstdio>
 
+#include "tests/formatted.h"
 #include "tests/grid/plain_cells.h"
 
 namespace plain
@@ -9,12 +9,10 @@ namespace plain
 
 void raster::print(const char* format, ...)
 {
-    char text[200];
     va_list arguments;
     va_start(arguments, format);
-    std::vsnprintf(text, sizeof text, format, arguments);
+    printed += formatted(format, arguments);
     va_end(arguments);
-    printed += text;
 }
 
 bool raster::is_cell(int column, int row) const

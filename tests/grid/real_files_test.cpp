@@ -11,8 +11,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "grid/fill.h"
 #include "grid/grid.h"
 #include "host/core/heap.h"
+#include "host/core/plain_host.h"
 #include "hostapi/ads.h"
 #include "tests/host/files/temporary_directory.h"
 
@@ -73,6 +75,31 @@ TEST_F(GridOnDisk, ALargeGridIsFilledReadSavedAndLoaded)
     grid_free(&g);
     grid_free(&again);
     EXPECT_EQ(tmp.count(), 1) << "the saved file alone";
+}
+
+// Somebody shortens the file while the second pass is told: the fill is then at work in it.
+TEST_F(GridOnDisk, AFileShortenedDuringTheFillIsTold)
+{
+    static std::string path, printed;
+    printed.clear();
+    grid* g = grid_create(0, 0, 1, 1, 620, 600);
+    for (int i = 0; i < grid_cell_count(g); ++i)
+        grid_write_cell(g, i, {1.0 * i, i % 9 ? CELL_VALUE : CELL_NULL});
+    ASSERT_EQ(grid_flush(g), 1);
+    path = tmp.path + "/" + g->temp_path;
+    host::plain_print_to([](const char* text) {
+        printed += text;
+        if (printed.find("Pass> 2") != printed.npos)
+            std::filesystem::resize_file(path, 5000);
+    });
+    EXPECT_EQ(grid_fill_nulls(g, 9, 'C'), RTERROR);
+    EXPECT_NE(printed.find("\nError: grid cells can't be kept"), printed.npos);
+    EXPECT_EQ(grid_fill_nulls(g, 9, 'C'), RTERROR) << "and so is the next";
+    host::plain_print_to(nullptr);
+    EXPECT_EQ(g->in_memory, 0);
+    EXPECT_EQ(grid_read_cell(g, 300000).state, CELL_NULL);
+    grid_free(&g);
+    EXPECT_EQ(tmp.count(), 0);
 }
 
 TEST_F(GridOnDisk, AVanishedDirectoryHurtsNobody)

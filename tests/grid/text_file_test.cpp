@@ -174,6 +174,24 @@ TEST_F(GridText, AGridWhoseTemporaryFileIsGoneOrCutIsNotSaved)
     EXPECT_EQ(disk().files["out"], "previous");
 }
 
+TEST_F(GridText, AGridWrittenInPartIsSavedAndCopiedWithFewTransfers)
+{
+    g = grid_create(0, 0, 1, 1, 600, 600);
+    for (int i = 0; i < 3000; ++i)
+        grid_write_cell(g, i, {1, CELL_VALUE});
+    grid_flush(g);
+    const int opened = disk().opened;
+    const std::string text = saved();
+    EXPECT_EQ(text, "0.0000\n0.0000\n600.0000\n600.0000\n600.0\n600.0\n" + lines(3000, "1.0000\n") +
+                        lines(601 * 601 - 3000, "N\n"));
+    grid* copy = grid_copy(g);
+    EXPECT_EQ(grid_read_cell(copy, 2999).z, 1);
+    EXPECT_EQ(grid_read_cell(copy, 3000).state, '0');
+    EXPECT_EQ(grid_take_values(g, copy), 1);
+    EXPECT_LT(disk().opened - opened, 1000);
+    grid_free(&copy);
+}
+
 TEST_F(GridText, CellsThatCantBeReadWhileSavingAreTold)
 {
     g = grid_create(0, 0, 1, 1, 600, 600);

@@ -364,6 +364,20 @@ TEST_F(GridFile, AShortReadIsAnsweredByTheWriteThatMetIt)
     EXPECT_EQ(z(61), 61);
 }
 
+TEST_F(GridFile, WhatSomebodyAppendsToTheFileIsNoPartOfTheGrid)
+{
+    fill();
+    std::string& bytes = disk().files[g->temp_path];
+    bytes += std::string(1000000, '1');
+    EXPECT_EQ(state(LAST + 1), '0');
+    EXPECT_EQ(z(LAST), LAST);
+    put(LAST, -1);
+    EXPECT_EQ(g->write_start + g->write_count, LAST + 1);
+    EXPECT_EQ(grid_flush(g), 1);
+    EXPECT_EQ(z(LAST), -1);
+    EXPECT_EQ(z(LAST - 1), LAST - 1);
+}
+
 TEST_F(GridFile, AFaultOfOneGridLeavesOthersAlone)
 {
     fill();

@@ -2,11 +2,11 @@
 
 #include <cmath>
 #include <cstdarg>
-#include <cstdio>
 #include <cstdlib>
 #include <utility>
 
 #include "hostapi/ads.h"
+#include "tests/formatted.h"
 
 namespace
 {
@@ -77,12 +77,10 @@ void acad_free(void* block)
 
 int acutPrintf(const char* format, ...)
 {
-    char text[1000];
     va_list arguments;
     va_start(arguments, format);
-    std::vsnprintf(text, sizeof text, format, arguments);
+    printed += formatted(format, arguments);
     va_end(arguments);
-    printed += text;
     return RTNORM;
 }
 

@@ -1,30 +1,13 @@
 // Points beside edges in the network of src/tin and in the plain one.
 #include <gtest/gtest.h>
 
+#include "tests/tin/both_texts.h"
 #include "tests/tin/edge_inputs.h"
-#include "tests/tin/library_side.h"
-#include "tests/tin/play.h"
 
 namespace
 {
 
 using tin_inputs::input;
-
-std::string plain_text(const input& in, bool backwards)
-{
-    plain_side side;
-    side.net.backwards = backwards;
-    std::vector<plain::point*> taken;
-    return play(in, side, taken);
-}
-
-std::string library_text(const input& in)
-{
-    library_network n;
-    library_side side(*n.net);
-    std::vector<tin_point*> taken;
-    return play(in, side, taken);
-}
 
 // Sets on which the order of the determinant's sum decides may come out in two ways.
 int compared(unsigned first, unsigned last, int count)

@@ -2,12 +2,12 @@
 
 #include <cmath>
 #include <cstdarg>
-#include <cstdio>
 #include <cstdlib>
 #include <set>
 #include <utility>
 
 #include "hostapi/ads.h"
+#include "tests/formatted.h"
 #include "tests/tin/plain_network.h"
 
 namespace
@@ -74,12 +74,10 @@ int acedUsrBrk()
 
 int acutPrintf(const char* format, ...)
 {
-    char line[1000];
     va_list arguments;
     va_start(arguments, format);
-    std::vsnprintf(line, sizeof line, format, arguments);
+    text += formatted(format, arguments);
     va_end(arguments);
-    text += line;
     return RTNORM;
 }
 

@@ -7,9 +7,8 @@
 #include <sstream>
 
 #include "hostapi/ads.h"
+#include "tests/tin/both_texts.h"
 #include "tests/tin/compare_host.h"
-#include "tests/tin/library_side.h"
-#include "tests/tin/play.h"
 #include "tin/crossing.h"
 #include "tin/inside.h"
 #include "tin/network.h"
@@ -19,22 +18,6 @@ namespace
 {
 
 using tin_inputs::input;
-
-std::string plain_text(const input& in, bool backwards)
-{
-    plain_side side;
-    side.net.backwards = backwards;
-    std::vector<plain::point*> taken;
-    return play(in, side, taken);
-}
-
-std::string library_text(const input& in)
-{
-    library_network n;
-    library_side side(*n.net);
-    std::vector<tin_point*> taken;
-    return play(in, side, taken);
-}
 
 std::string first_difference(const std::string& expected, const std::string& actual)
 {

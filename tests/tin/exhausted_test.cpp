@@ -34,21 +34,12 @@ void read_in(const input& in, tin_network& n)
             acad_free(p);
             continue;
         }
-        p->next = list;
-        list = p;
-        n.x_min = s.x < n.x_min ? s.x : n.x_min;
-        n.x_max = s.x > n.x_max ? s.x : n.x_max;
-        n.y_min = s.y < n.y_min ? s.y : n.y_min;
-        n.y_max = s.y > n.y_max ? s.y : n.y_max;
+        tin_keep_point(&n, p, &list);
     }
     for (const tin_inputs::ends& e : in.barriers) {
         tin_point *from = taken[std::size_t(e[0])], *to = taken[std::size_t(e[1])];
-        if (from == to)
-            continue;
-        auto* b = static_cast<tin_barrier*>(acad_malloc(sizeof(tin_barrier)));
-        *b = {from, to, n.barriers};
-        n.barriers = b;
-        tin_link_barrier(&n, b);
+        if (from != to)
+            tin_add_barrier(&n, from, to);
     }
     n.points = list;
 }
@@ -102,6 +93,38 @@ TEST(TinExhausted, RunsSurviveAtEachRequest)
         }
     for (const auto& [name, seen] : of_interest)
         EXPECT_EQ(seen, 1) << name;
+}
+
+TEST(TinExhausted, ABarrierWithoutRoomIsNone)
+{
+    const int live = compare_host::live_blocks();
+    {
+        tin_network n;
+        tin_point *list = nullptr, *from = tin_point_new(0, 0, 0), *to = tin_point_new(3, 4, 0);
+        for (tin_point* p : {from, to}) {
+            ASSERT_EQ(tin_add_point(&n, p), nullptr);
+            tin_keep_point(&n, p, &list);
+        }
+        n.points = list;
+        EXPECT_EQ(list, to);
+        EXPECT_EQ(to->next, from);
+        EXPECT_EQ(n.x_min, 0);
+        EXPECT_EQ(n.x_max, 3);
+        EXPECT_EQ(n.y_min, 0);
+        EXPECT_EQ(n.y_max, 4);
+
+        compare_host::heap_ends_after(0, true);
+        EXPECT_FALSE(tin_add_barrier(&n, from, to));
+        EXPECT_EQ(n.barriers, nullptr);
+        EXPECT_EQ(from->partners, nullptr);
+        EXPECT_TRUE(tin_add_barrier(&n, from, to));
+        ASSERT_NE(n.barriers, nullptr);
+        EXPECT_EQ(n.barriers->next, nullptr);
+        ASSERT_NE(from->partners, nullptr);
+        EXPECT_EQ(from->partners->point, to);
+        EXPECT_EQ(to->partners->point, from);
+    }
+    EXPECT_EQ(compare_host::live_blocks(), live);
 }
 
 // Which points are taken doesn't depend on the heap: what speeds the reading up is done without.

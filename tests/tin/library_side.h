@@ -27,16 +27,7 @@ struct library_side {
         return p;
     }
     point* offer(point* p) { return tin_add_point(&net, p); }
-    void bar(point* from, point* to)
-    {
-        tin_barrier* const b = static_cast<tin_barrier*>(acad_malloc(sizeof(tin_barrier)));
-        *b = {};
-        b->from = from;
-        b->to = to;
-        b->next = net.barriers;
-        net.barriers = b;
-        tin_link_barrier(&net, b);
-    }
+    void bar(point* from, point* to) { tin_add_barrier(&net, from, to); }
     int run() { return tin_triangulate(&net); }
     void break_at(int poll) { compare_host::break_at(poll); }
     std::string said() { return compare_host::take_text(); }

@@ -99,6 +99,37 @@ void put_back(network& n, point* list, bool first_sets)
     }
 }
 
+// False when the user broke off, which was told.
+bool point_phase(network& n)
+{
+    n.tick = 1;
+    n.hundreds = 0;
+    if (!n.quiet)
+        n.said += "\nTriangulating points ...      ";
+    while (n.points != nullptr) {
+        insert_point(n, n.points);
+        n.points = n.points->next;
+        if (n.tick == 100) {
+            n.hundreds += 1;
+            n.tick = 0;
+            if (!n.quiet)
+                n.said += "\rTriangulating points ... " + std::to_string(n.hundreds * 100L);
+            if (poll_break(n)) {
+                n.said += cancelled;
+                return false;
+            }
+        }
+        n.tick += 1;
+    }
+    if (!n.quiet)
+        n.said += "\rTriangulating points ... " + std::to_string(n.point_count) + "     ";
+    if (poll_break(n)) {
+        n.said += cancelled;
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 bool plain::barrier_phase(network& n)
@@ -168,31 +199,8 @@ int plain::triangulate(network& n)
         return norm;
     }
     point* const kept = n.points;
-    n.tick = 1;
-    n.hundreds = 0;
-    if (!n.quiet)
-        n.said += "\nTriangulating points ...      ";
-    while (n.points != nullptr) {
-        insert_point(n, n.points);
-        n.points = n.points->next;
-        if (n.tick == 100) {
-            n.hundreds += 1;
-            n.tick = 0;
-            if (!n.quiet)
-                n.said += "\rTriangulating points ... " + std::to_string(n.hundreds * 100L);
-            if (poll_break(n)) {
-                n.said += cancelled;
-                return norm;
-            }
-        }
-        n.tick += 1;
-    }
-    if (!n.quiet)
-        n.said += "\rTriangulating points ... " + std::to_string(n.point_count) + "     ";
-    if (poll_break(n)) {
-        n.said += cancelled;
+    if (!point_phase(n))
         return norm;
-    }
     n.points = kept;
     put_back(n, n.points, true);
     put_back(n, n.barrier_points, n.points == nullptr);

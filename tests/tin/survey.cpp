@@ -103,13 +103,8 @@ tin_point* survey::offer(double x, double y, double z)
         points.push_back(answer == point ? nullptr : answer);
         return answer == point ? nullptr : answer;
     }
-    point->next = list;
-    list = point;
     points.push_back(point);
-    network.x_min = std::min(network.x_min, x);
-    network.x_max = std::max(network.x_max, x);
-    network.y_min = std::min(network.y_min, y);
-    network.y_max = std::max(network.y_max, y);
+    tin_keep_point(&network, point, &list);
     return point;
 }
 
@@ -121,12 +116,7 @@ void survey::offer_all(const std::vector<place>& places)
 
 void survey::barrier(int from, int to)
 {
-    auto* b = static_cast<tin_barrier*>(acad_malloc(sizeof(tin_barrier)));
-    if (!b)
-        return;
-    *b = {points[std::size_t(from)], points[std::size_t(to)], network.barriers};
-    network.barriers = b;
-    tin_link_barrier(&network, b);
+    tin_add_barrier(&network, points[std::size_t(from)], points[std::size_t(to)]);
 }
 
 void survey::run()

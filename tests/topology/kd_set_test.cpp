@@ -1,5 +1,6 @@
 #include "topology/kd_set.h"
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <vector>
@@ -53,6 +54,26 @@ protected:
 };
 
 using ids = std::vector<int>;
+
+TEST_F(KdSetTest, AMemberThatMovedIsFoundWhereItLiesNow)
+{
+    renew(3, 2);
+    for (int i = 0; i < 40; ++i)
+        intern(new NodeObj(i, 0, 0));
+    static_cast<NodeObj*>(set->get(3))->x = 30.5;
+    const NodeObj there(30.5, 0, 0);
+    EXPECT_EQ(set->look(&there), 0);
+    EXPECT_TRUE(set->note_move(3));
+    EXPECT_TRUE(set->note_move(3));
+    EXPECT_EQ(set->look(&there), 3);
+    const NodeObj before(2, 0, 0);
+    EXPECT_EQ(set->look(&before), 0);
+    ids near = around(30.5, 0.6);
+    std::sort(near.begin(), near.end());
+    EXPECT_EQ(near, ids({3, 31, 32}));
+    EXPECT_EQ(intern(new NodeObj(2, 0, 0)), 41);
+    EXPECT_FALSE(set->note_move(42));
+}
 
 TEST_F(KdSetTest, ObjectIsKnownAgainByItsKey)
 {

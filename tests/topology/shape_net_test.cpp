@@ -6,8 +6,6 @@
 #include <numbers>
 
 #include "common/tolerances.h"
-#include "common/user_break.h"
-#include "grid/grid.h"
 #include "tests/topology/shape_nets.h"
 #include "topology/edge_arcs.h"
 
@@ -387,6 +385,79 @@ TEST_F(ShapeNetTest, NodeOnTheChordOfAnArcDoesNotCutIt)
     EXPECT_EQ(live_edges(net), 2);
 }
 
+TEST_F(ShapeNetTest, OutlineWithAnArcIsCutAtItsHeight)
+{
+    ShapeNet net(3);
+    add_path(&net, {{0, 0, 5}, {10, 0, 5, 1}, {10, 10, 5}, {0, 10, 5}}, true);
+    add_path(&net, {{-5, 5, 5}, {20, 5, 5}});
+    net.cut_crossings();
+    EXPECT_EQ(net.nodes.count, 8); // two crossings, and none where line and arc share an end
+    for (std::int32_t i = 1; i <= net.nodes.count; ++i)
+        EXPECT_EQ(net.node(i)->z, 5) << i;
+    expect_sound(net);
+}
+
+TEST_F(ShapeNetTest, CrossingLiesOnTheFirstEdgeAlsoWhereThatIsASlopingArc)
+{
+    for (const double side : {1.0, -1.0}) {
+        ShapeNet net(3);
+        add_path(&net, {{5, 0, 10, side}, {-5, 0, 30}});
+        add_path(&net, {{0, -20, 7}, {0, 20, 7}});
+        double at[3], other[3];
+        ASSERT_EQ(net.edge_crossings(net.edge(1), net.edge(2), at, other), 1);
+        EXPECT_NEAR(at[2], 20, 1e-9);
+        ASSERT_EQ(net.edge_crossings(net.edge(2), net.edge(1), at, other), 1);
+        EXPECT_EQ(at[2], 7);
+    }
+}
+
+// Their centre is so far away that places on them would come out beside them, and cutting would go on and on.
+TEST_F(ShapeNetTest, ArcsFlatterThanTheToleranceMeetAsTheirChordsDo)
+{
+    ShapeNet net(3);
+    add_segment(&net, 0, 0, 10, 0, 1e-9);
+    add_segment(&net, 4, -5, 4, 5, -1e-12);
+    add_segment(&net, 7, 0, 7, 5, 1e-300);
+    net.cut_at_near_nodes();
+    EXPECT_EQ(live_edges(net), 4);
+    net.cut_crossings();
+    EXPECT_EQ(live_edges(net), 6);
+    for (std::int32_t i = 1; i <= net.edges.count; ++i)
+        if (net.edge(i)) {
+            EXPECT_NE(net.edge(i)->bulge, 0); // a share of the arc's
+            EXPECT_LT(std::fabs(net.edge(i)->bulge), 1e-9);
+        }
+    EXPECT_EQ(net.nodes.count, 7);
+    EXPECT_NEAR(net.node(7)->x, 4, 1e-9);
+    EXPECT_NEAR(net.node(7)->y, 0, 1e-9);
+}
+
+TEST_F(ShapeNetTest, FlatArcIsCutInTheOrderOfItsChord)
+{
+    for (const double bulge : {-1e-12, 1e-12, -1e-300, 1e-300}) {
+        ShapeNet net(3);
+        add_segment(&net, 3, 0, 6, 0, bulge);
+        add_segment(&net, 0, 0, 10, 0, bulge);
+        net.cut_crossings();
+        std::vector<double> lengths;
+        for (std::int32_t i = 1; i <= net.edges.count; ++i)
+            if (const ShapeEdge* e = net.edge(i))
+                lengths.push_back(net.node(e->node2)->x - net.node(e->node1)->x);
+        std::sort(lengths.begin(), lengths.end());
+        EXPECT_EQ(lengths, (std::vector<double>{3, 3, 4})) << bulge;
+        const double at[3] = {7, 0, 0};
+        EXPECT_EQ(net.edge_position(net.edge(1), at, 3), 4);
+    }
+}
+
+TEST_F(ShapeNetTest, PieceOfAnArcWithoutExtentIsStraight)
+{
+    ShapeNet net(3);
+    add_path(&net, {{5, 0, 0, 1}, {-5, 0, 0}});
+    net.split_edge(1, net.intern_node(-5 + 1e-14, 0, 3));
+    EXPECT_EQ(edges_of(net), "1-3(1) 3-2");
+}
+
 TEST_F(ShapeNetTest, EdgesAtManyHeightsOverOnePlaceComeToAnEnd)
 {
     ShapeNet net(3);
@@ -511,83 +582,6 @@ TEST_F(ShapeNetTest, FirstEdgeOfAChainIsTurnedToTheSecond)
     pg_node* chain = net.face_to_chain(&shape);
     EXPECT_EQ(text_of(chain), "0,0(0.5) 4,0(-0.25) 8,0");
     pl_free_nodes(chain);
-}
-
-// ---- grids
-
-grid* small_grid(const std::string& states)
-{
-    grid* g = grid_create(10, 20, 2, 3, 1, 1);
-    for (std::int32_t i = 0; i < 4; ++i) {
-        grid_cell cell;
-        cell.z = i + 1;
-        cell.state = states[static_cast<std::size_t>(i)];
-        grid_write_cell(g, i, cell);
-    }
-    return g;
-}
-
-struct grid_case {
-    const char *states, *edges;
-    ShapeKind kind;
-};
-
-TEST_F(ShapeNetTest, SquaresOfAGridAreOpenChains)
-{
-    const grid_case cases[] = {{"1111", "1-3 3-4 4-2", ShapeKind::CLOSED_FACE},
-                               {"1110", "1-3 3-2", ShapeKind::OPEN_FACE},
-                               {"0111", "1-3 3-2", ShapeKind::OPEN_FACE},
-                               {"1011", "1-3 3-2", ShapeKind::OPEN_FACE},
-                               {"1101", "1-3 3-2", ShapeKind::OPEN_FACE},
-                               {"1001", "", ShapeKind::NONE},
-                               {"0000", "", ShapeKind::NONE}};
-    for (const grid_case& c : cases) {
-        ShapeNet net(3);
-        grid* heights = small_grid(c.states);
-        grid* colors = grid_constant(heights, 5);
-        net.add_grid(heights, colors, 0);
-        EXPECT_EQ(edges_of(net), c.edges) << c.states;
-        ASSERT_EQ(net.shapes.count, 1);
-        EXPECT_EQ(net.shape(1)->kind, c.kind) << c.states;
-        EXPECT_EQ(net.shape(1)->color, 5);
-        EXPECT_EQ(net.shape(1)->visible, 0);
-        EXPECT_EQ(net.shape(1)->closed, 1);
-        EXPECT_EQ(net.nodes.count, std::count(c.states, c.states + 4, '1'));
-        grid_free(&heights);
-        grid_free(&colors);
-    }
-}
-
-TEST_F(ShapeNetTest, NodesOfAGridHaveItsPlacesAndHeights)
-{
-    ShapeNet net(3);
-    grid* heights = small_grid("1111");
-    net.add_grid(heights, nullptr, 1);
-    EXPECT_EQ(net.node(4)->x, 12);
-    EXPECT_EQ(net.node(4)->y, 23);
-    EXPECT_EQ(net.node(4)->z, 4);
-    EXPECT_EQ(net.shape(1)->color, 0);
-    EXPECT_EQ(net.shape(1)->visible, 1);
-    EXPECT_EQ(grid_read_cell(heights, 3).z, 4); // as it was
-    grid_free(&heights);
-    net.add_grid(nullptr, nullptr, 1);
-    EXPECT_EQ(net.shapes.count, 1);
-    EXPECT_EQ(printed_text(), "");
-}
-
-TEST_F(ShapeNetTest, BreakEndsAGridWithAWord)
-{
-    ShapeNet net(3);
-    grid* heights = grid_create(0, 0, 1, 1, 3, 1);
-    for (std::int32_t i = 0; i < 8; ++i)
-        grid_write_cell(heights, i, {1.0, CELL_VALUE});
-    test_heap::break_at(2);
-    net.add_grid(heights, nullptr, 1);
-    EXPECT_EQ(printed_text(), "\nFunction cancelled at user request.");
-    EXPECT_EQ(net.shapes.count, 1);
-    EXPECT_EQ(net.nodes.count, 8);
-    user_break_clear();
-    grid_free(&heights);
 }
 
 } // namespace

@@ -1,110 +1,13 @@
-// Cutting and faces beside plain transcriptions that compare each edge with each and remember nothing.
+// Cutting and faces of inputs of chance: without memory, twice, and what they cost.
 #include <cmath>
 #include <numbers>
 #include <random>
-#include <utility>
 
 #include "tests/growth.h"
 #include "tests/topology/shape_nets.h"
-#include "topology/edge_arcs.h"
-#include "topology/walk.h"
 
 namespace
 {
-
-// ---- the plain ones
-
-bool has_no_extent(const ShapeNet& net, const ShapeEdge& e)
-{
-    const NodeObj &a = *net.node(e.node1), &b = *net.node(e.node2);
-    return std::fabs(a.x - b.x) <= 1e-6 && std::fabs(a.y - b.y) <= 1e-6;
-}
-
-// Splits unless the node lies on an end.
-std::int32_t plain_split(ShapeNet* net, std::int32_t id, std::int32_t node)
-{
-    const ShapeEdge* e = net->edge(id);
-    const NodeObj* at = net->node(node);
-    if (at->matches(net->node(e->node1)) || at->matches(net->node(e->node2)))
-        return 0;
-    return net->split_edge(id, node);
-}
-
-// Splits and goes on with the piece on which the farther node lies.
-void plain_cut_twice(ShapeNet* net, std::int32_t id, std::int32_t nearer, std::int32_t farther)
-{
-    const ShapeEdge* edge = net->edge(id);
-    const std::int32_t node1 = edge->node1, node2 = edge->node2;
-    const NodeObj* end = net->node(farther);
-    const bool is_done = end->matches(net->node(node1)) || end->matches(net->node(node2));
-    double bulge = 0;
-    if (edge->bulge != 0)
-        bulge = arc_piece_bulge(*edge, *net->node(nearer), *net->node(node2));
-    const bool backwards = edge->bulge < 0;
-    const std::int32_t first = plain_split(net, id, nearer);
-    if (is_done)
-        return;
-    if (first == 0)
-        plain_split(net, id, farther);
-    else
-        plain_split(net, backwards ? first : net->intern_edge(nearer, node2, bulge), farther);
-}
-
-bool plain_cut_pair(ShapeNet* net, std::int32_t i, std::int32_t j)
-{
-    double at[2][3];
-    std::int32_t node[2];
-    if (has_no_extent(*net, *net->edge(i)) || has_no_extent(*net, *net->edge(j)))
-        return false;
-    const int count = net->edge_crossings(net->edge(i), net->edge(j), at[0], at[1]);
-    if (count == 0)
-        return false;
-    for (int k = 0; k < count; ++k)
-        node[k] = net->intern_node(at[k][0], at[k][1], at[k][2]);
-    if (count == 1) {
-        plain_split(net, j, node[0]);
-        return net->edge(i) && plain_split(net, i, node[0]) != 0;
-    }
-    at[0][2] = at[1][2] = 0;
-    if (net->edge_position(net->edge(j), at[1], 2) < net->edge_position(net->edge(j), at[0], 2))
-        std::swap(node[0], node[1]);
-    plain_cut_twice(net, j, node[0], node[1]);
-    if (!net->edge(i))
-        return true;
-    return plain_split(net, i, node[1]) != 0 || plain_split(net, i, node[0]) != 0;
-}
-
-void plain_cut(ShapeNet* net)
-{
-    for (std::int32_t i = 1; i <= net->edges.count; ++i) {
-        const std::int32_t last = net->edges.count;
-        for (std::int32_t j = i + 1; j <= last && net->edge(i); ++j)
-            if (net->edge(j))
-                plain_cut_pair(net, i, j);
-    }
-}
-
-// Each side from trace_face alone, which remembers nothing from one walk to the next.
-std::string plain_faces(ShapeNet* net)
-{
-    std::string text;
-    std::int32_t face_id = 1;
-    for (std::int32_t i = 1; i <= net->edges.count; ++i)
-        for (const bool forward : {true, false}) {
-            const ShapeEdge* edge = net->edge(i);
-            if (!edge || (forward ? edge->right_shape : edge->left_shape) != 0)
-                continue;
-            ShapeObj* face = net->trace_face(i, face_id, forward);
-            if (!face)
-                continue;
-            ++face_id;
-            pg_node* chain = net->face_to_chain(face);
-            text = (pg_orientation(chain) == 1 ? "! " : "") + text_of(chain) + "\n" + text;
-            pl_free_nodes(chain);
-            delete face;
-        }
-    return text;
-}
 
 // ---- inputs
 
@@ -170,33 +73,17 @@ void for_all_nets(unsigned seeds, Test test)
 
 using ShapeRandom = Collection;
 
-TEST_F(ShapeRandom, CutsAreThoseOfThePlainScan)
-{
-    for_all_nets(250, [](net_kind kind, unsigned seed) {
-        for (const int dimensions : {2, 3}) {
-            ShapeNet net(dimensions), plain(dimensions);
-            fill(&net, kind, seed);
-            fill(&plain, kind, seed);
-            net.cut_crossings();
-            plain_cut(&plain);
-            ASSERT_EQ(dump(net), dump(plain));
-            expect_sound(net);
-        }
-    });
-    EXPECT_EQ(printed_text(), "");
-}
-
 TEST_F(ShapeRandom, CutsWithoutMemoryForBoxesAreTheSame)
 {
     for_all_nets(40, [](net_kind kind, unsigned seed) {
-        ShapeNet net(3), plain(3);
+        ShapeNet net(3), same(3);
         fill(&net, kind, seed);
-        fill(&plain, kind, seed);
+        fill(&same, kind, seed);
         test_heap::fail_at(1); // the boxes come first
         net.cut_crossings();
         test_heap::fail_at(0);
-        plain_cut(&plain);
-        ASSERT_EQ(dump(net), dump(plain));
+        same.cut_crossings();
+        ASSERT_EQ(dump(net), dump(same));
     });
 }
 
@@ -211,23 +98,6 @@ TEST_F(ShapeRandom, NothingCrossesOnceItIsCut)
         const std::string before = edges_of(net);
         net.cut_crossings();
         ASSERT_EQ(edges_of(net), before);
-    });
-}
-
-TEST_F(ShapeRandom, FacesAreThoseOfThePlainWalks)
-{
-    for_all_nets(250, [](net_kind kind, unsigned seed) {
-        ShapeNet net(3), plain(3);
-        fill(&net, kind, seed);
-        fill(&plain, kind, seed);
-        net.cut_crossings();
-        plain.cut_crossings();
-        ASSERT_EQ(traced_faces(&net), plain_faces(&plain));
-        for (std::int32_t i = first_of(net.edges); i != 0; i = net.edges.next(i)) {
-            ASSERT_EQ(net.edge(i)->left_shape, plain.edge(i)->left_shape);
-            ASSERT_EQ(net.edge(i)->right_shape, plain.edge(i)->right_shape);
-            ASSERT_EQ(net.edge(i)->mark, 0);
-        }
     });
 }
 
@@ -254,6 +124,24 @@ TEST_F(ShapeRandom, EachFailureOfTheHeapIsSurvived)
                     break;
             }
     printed_text();
+}
+
+// Radii of up to 1e12, whose crossings are rounded to more than the tolerance.
+TEST_F(ShapeRandom, ArcsOfHugeRadiiAreCutToAnEnd)
+{
+    for (unsigned seed = 1; seed <= 60; ++seed) {
+        std::mt19937 random(seed);
+        std::uniform_real_distribution<double> place(0, 12000), power(-9, -4);
+        ShapeNet net(3);
+        for (unsigned i = 0; i < 2 + seed % 17; ++i) {
+            const double size = std::pow(10.0, power(random)), x = place(random), y = place(random);
+            add_segment(&net, x, y, place(random), place(random), i % 2 ? size : -size);
+        }
+        net.cut_crossings();
+        net.cut_at_near_nodes();
+        expect_sound(net);
+        EXPECT_LT(net.edges.count, 1000) << seed;
+    }
 }
 
 // ---- cost

@@ -111,6 +111,34 @@ TEST_F(Surface, BothSidesOfALoneTriangleBecomeTriangles)
     EXPECT_NEAR(whole_area(net), 0, 1e-15);
 }
 
+// As the page on geometry advises.
+TEST_F(Surface, GroundWithinThreeEdgesAnswersWithoutItsOutside)
+{
+    SurfaceNet net;
+    const place corners[] = {{{0, 0, 0}}, {{30, 0, 0}}, {{0, 30, 0}}}, top{{10, 10, 9}};
+    for (int i = 0; i < 3; ++i) {
+        add_line(&net, corners[i], corners[(i + 1) % 3]);
+        add_line(&net, corners[i], top);
+    }
+    net.close_faces();
+    ASSERT_EQ(net.triangles.count, 4);
+    double cut, cut_area, fill, fill_area, whole_cut = 0;
+    int removed = 0;
+    for (std::int32_t id = 1; id <= 4; ++id) {
+        net.triangle_volume(id, -1, &cut, &cut_area, &fill, &fill_area);
+        if (cut_area + fill_area < 0) {
+            net.remove_triangle(id);
+            ++removed;
+        } else {
+            whole_cut += cut;
+        }
+    }
+    EXPECT_EQ(removed, 1);
+    EXPECT_NEAR(whole_cut, 450 * (9.0 / 3 + 1), 1e-9); // a pyramid of height 9 on a slab of 1
+    const double point[3] = {9, 9, 0};
+    EXPECT_NEAR(net.triangle_elevation(net.find_triangle(point), point), 8.1, 1e-12);
+}
+
 TEST_F(Surface, ClosedFacesObeyEuler)
 {
     SurfaceNet net;
@@ -294,6 +322,24 @@ TEST_F(Surface, LongOutlinesAreWalkedOnce)
         net.close_faces();
     };
     EXPECT_TRUE(grows_in_proportion(strip, 32000));
+}
+
+// Each square that is filled gets an edge at nodes of the outside, which doesn't turn into it.
+TEST_F(Surface, TheOutsideIsNotWalkedAgainAfterEachFill)
+{
+    const auto squares = [](int count) {
+        SurfaceNet net;
+        for (int i = 0; i < count; ++i) {
+            const double x = i;
+            add_line(&net, {{x, 0, 0}}, {{x + 1, 0, 0}});
+            add_line(&net, {{x, 1, 0}}, {{x + 1, 1, 0}});
+            add_line(&net, {{x, 0, 0}}, {{x, 1, 0}});
+        }
+        add_line(&net, {{1.0 * count, 0, 0}}, {{1.0 * count, 1, 0}});
+        net.close_faces();
+        EXPECT_EQ(net.triangles.count, 2 * count);
+    };
+    EXPECT_TRUE(grows_in_proportion(squares, 16000));
 }
 
 } // namespace

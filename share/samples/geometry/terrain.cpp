@@ -40,24 +40,9 @@ tin_point* offer_all(tin_network& network, tin_point* (&taken)[COUNT])
             acad_free(point);
             continue;
         }
-        point->next = list;
-        list = point;
-        network.x_min = std::min(network.x_min, point->x);
-        network.x_max = std::max(network.x_max, point->x);
-        network.y_min = std::min(network.y_min, point->y);
-        network.y_max = std::max(network.y_max, point->y);
+        tin_keep_point(&network, point, &list);
     }
     return list;
-}
-
-void add_barrier(tin_network& network, tin_point* from, tin_point* to)
-{
-    auto* barrier = static_cast<tin_barrier*>(acad_malloc(sizeof(tin_barrier)));
-    if (!barrier)
-        return;
-    *barrier = {from, to, network.barriers};
-    network.barriers = barrier;
-    tin_link_barrier(&network, barrier);
 }
 
 bool is_outside(const tin_network& network, const tin_triangle& triangle)
@@ -79,7 +64,7 @@ int main()
     if (!taken[COUNT - 1])
         return 1;
     for (std::size_t i = 0; i + 1 < std::size(BREAKLINE); ++i)
-        add_barrier(network, taken[BREAKLINE[i]], taken[BREAKLINE[i + 1]]);
+        tin_add_barrier(&network, taken[BREAKLINE[i]], taken[BREAKLINE[i + 1]]);
     tin_triangulate(&network);
 
     int triangles = 0;
