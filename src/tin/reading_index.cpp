@@ -18,18 +18,19 @@ constexpr double CELLS_PER_UNIT = 250000; // a cell is 4e-6, so a box of 2e-6 re
 constexpr int BLOCK_ENTRIES = 256;
 constexpr std::uint64_t FIRST_CELLS = 1024;
 
+// The way down the balanced tree reads the first three only.
 struct entry {
+    double x; // of the point
+    entry *left, *right;
     tin_point* point;
     const tin_point *before, *behind; // neighbours by x when it was hung; null: none
-    entry *left, *right;
     entry* next_in_cell;
-    std::uint64_t hash;
     std::uint32_t arrival, priority;
 };
 
 struct block {
-    block* next;
     entry entries[BLOCK_ENTRIES];
+    block* next;
 };
 
 std::uint64_t mixed(std::uint64_t v)
@@ -72,7 +73,7 @@ neighbours find_neighbours(const tin_reading* index, double x)
 {
     neighbours found{nullptr, nullptr};
     for (entry* e = index->root; e;)
-        if (x > e->point->x) {
+        if (x > e->x) {
             found.before = e;
             e = e->right;
         } else {
@@ -87,24 +88,19 @@ bool lies_on_the_way(const entry& e, double x)
     return (!e.before || x > e.before->x) && (!e.behind || !(x > e.behind->x));
 }
 
-bool in_box(const double (&box)[4], const tin_point* p)
-{
-    return p->x > box[0] && p->x < box[1] && p->y > box[2] && p->y < box[3];
-}
-
 const entry* earliest_in_cell(const tin_reading* index, std::uint64_t hash, const double (&box)[4], double x,
                               const entry* best)
 {
     for (const entry* e = index->cells[hash & (index->cell_count - 1)]; e; e = e->next_in_cell)
-        if (e->hash == hash && (!best || e->arrival < best->arrival) && in_box(box, e->point) &&
-            lies_on_the_way(*e, x))
+        if (e->x > box[0] && e->x < box[1] && e->point->y > box[2] && e->point->y < box[3] &&
+            (!best || e->arrival < best->arrival) && lies_on_the_way(*e, x))
             best = e;
     return best;
 }
 
 void put_in_cell(entry** cells, std::uint64_t cell_count, entry* e)
 {
-    entry*& head = cells[e->hash & (cell_count - 1)];
+    entry*& head = cells[cell_hash(cell(e->x), cell(e->point->y)) & (cell_count - 1)];
     e->next_in_cell = head;
     head = e;
 }
@@ -151,13 +147,13 @@ entry* entry_new(tin_reading* index)
 // Puts an entry where its priority belongs; what stood there becomes its subtrees.
 void put_in_tree(tin_reading* index, entry* added)
 {
-    const double x = added->point->x;
+    const double x = added->x;
     entry** link = &index->root;
     while (*link && (*link)->priority >= added->priority)
-        link = x > (*link)->point->x ? &(*link)->right : &(*link)->left;
+        link = x > (*link)->x ? &(*link)->right : &(*link)->left;
     entry **left = &added->left, **right = &added->right;
     for (entry* e = *link; e;)
-        if (x > e->point->x) {
+        if (x > e->x) {
             *left = e;
             left = &e->right;
             e = e->right;
@@ -222,10 +218,10 @@ void reading_index_add(tin_network* network, tin_point* point)
     }
     const neighbours at = find_neighbours(index, point->x);
     *added = entry{};
+    added->x = point->x;
     added->point = point;
     added->before = at.before ? at.before->point : nullptr;
     added->behind = at.behind ? at.behind->point : nullptr;
-    added->hash = cell_hash(cell(point->x), cell(point->y));
     added->arrival = index->count++;
     added->priority = static_cast<std::uint32_t>(mixed(added->arrival + 1));
     put_in_cell(index->cells, index->cell_count, added);

@@ -17,6 +17,7 @@ constexpr double SAME_DIRECTION = 0.99899995; // cosine
 // A sum of 24 products of four roundings each, and one of six of differences.
 constexpr double ROUNDING_OF_SUM = 1e-13;
 constexpr double ROUNDING_OF_TURN = 1e-14;
+constexpr double LARGEST_PRODUCT = 1e300; // beyond it a sum of them may be no number
 
 double square_distance(const tin_point* p, const tin_point* q)
 {
@@ -77,10 +78,10 @@ int certain_side(const tin_point* const (&p)[4], const double (&square)[4], doub
         total += (one - other) * q[k];
         size += (std::fabs(one) + std::fabs(other)) * q[k];
     }
-    const double sure =
-        std::fabs(total) - ROUNDING_OF_SUM * far_x * far_y * far_square - ROUNDING_OF_TURN * size;
+    const double largest = far_x * far_y * far_square;
+    const double sure = std::fabs(total) - ROUNDING_OF_SUM * largest - ROUNDING_OF_TURN * size;
     // Both are of the fourth degree; with the sum's root on the other side the limit needs no root here.
-    if (!(sure > 0) || !(sure * sure * (sure * sure) > sum * 1.000001))
+    if (!(largest < LARGEST_PRODUCT) || !(sure > 0) || !(sure * sure * (sure * sure) > sum * 1.000001))
         return 0;
     return total > 0 ? 1 : -1;
 }

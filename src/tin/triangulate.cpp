@@ -85,10 +85,20 @@ void fill_buckets(tin_network* network)
     }
 }
 
+const tin_point* behind(const tin_point* point, int steps)
+{
+    for (; point && steps > 0; --steps)
+        point = point->next;
+    return point;
+}
+
 // false: the user broke off.
 bool insert_waiting(tin_network* network)
 {
+    const tin_point *next = behind(network->points, 2), *soon = behind(next, 2), *later = behind(soon, 2);
     while (network->points) {
+        waiting_call_for(network, next, soon, later);
+        next = behind(next, 1), soon = behind(soon, 1), later = behind(later, 1);
         waiting_take(network, network->points);
         tin_insert_point(network, network->points);
         network->points = network->points->next;

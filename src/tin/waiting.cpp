@@ -10,26 +10,10 @@
 #include <utility>
 
 #include "hostapi/ads.h"
-#include "tin/corner_order.h"
+#include "tin/folds.h"
 #include "tin/inside.h"
 #include "tin/triangle.h"
-
-struct tin_waiting {
-    point_tree* tree;
-    double reach, thin;
-    corner_order orders[4];
-    double area;        // of the box of all points
-    std::uint32_t left; // points that wait
-    waiting_link* spare;
-    tin_triangle* last; // the one of the last point taken
-    tin_place last_place;
-    std::uint32_t leaf;           // node of the last point taken
-    int depth;                    // of that node
-    tree_cell cells[32];          // of that node and those above it, by depth
-    bool folded;                  // there was a clockwise triangle
-    bool torn;                    // sides may name wrong neighbours
-    const tin_point* not_in_fold; // a point of which it is known that no such one lies over it
-};
+#include "tin/waiting_state.h"
 
 namespace
 {
@@ -37,24 +21,11 @@ namespace
 constexpr double REACH = 4e-12;     // of the size of the box of all points; rounding is a thousandth of it
 constexpr double THIN = REACH / 64; // height of a triangle that may be clockwise
 constexpr double SLIMMEST = 1e-7;   // shape of the box of all points
+// Sizes whose fourth powers are numbers with all their digits.
+constexpr double SMALLEST = 1e-60, LARGEST = 1e60;
 constexpr std::uint64_t WORK_FOR_ORDER = 4;
 constexpr double LITTLE = 4; // points in a triangle, by its area
 constexpr int MANY_LEAVES = 100;
-
-tree_node& leaf_node(const tin_waiting* w, std::uint32_t place)
-{
-    return w->tree->nodes[w->tree->leaves + leaf_of(*w->tree, place)];
-}
-
-std::uint8_t leaf_bit(const tin_waiting* w, std::uint32_t place)
-{
-    return static_cast<std::uint8_t>(1u << (place - first_of_leaf(*w->tree, leaf_of(*w->tree, place))));
-}
-
-bool is_free(const tin_waiting* w, std::uint32_t place)
-{
-    return leaf_node(w, place).free & leaf_bit(w, place);
-}
 
 void set_bound(tin_waiting* w, std::uint32_t place)
 {
@@ -72,32 +43,6 @@ void set_free(tin_waiting* w, std::uint32_t place)
     nodes[node].free |= leaf_bit(w, place);
     for (node /= 2; node && !nodes[node].free; node /= 2)
         nodes[node].free = 1;
-}
-
-waiting_link* link_of(const tin_point* point)
-{
-    for (tin_link* link = point->tri->bucket; link; link = link->next)
-        if (link->point == point)
-            return static_cast<waiting_link*>(link);
-    return nullptr;
-}
-
-// Puts a point into the bucket of a triangle. Without room for its link the point is looked for in the whole
-// network when its turn comes.
-void bind(tin_waiting* w, std::uint32_t place, tin_triangle* triangle, bool for_good)
-{
-    set_bound(w, place);
-    tin_point* point = w->tree->spots[place].point;
-    point->tri = triangle;
-    waiting_link* link = w->spare;
-    if (link)
-        w->spare = static_cast<waiting_link*>(link->next);
-    else
-        link = static_cast<waiting_link*>(acad_malloc(sizeof(waiting_link)));
-    if (!link)
-        return;
-    *link = {{point, nullptr}, place, for_good};
-    tin_put_in_bucket(link, triangle);
 }
 
 // The lowest of the nodes of the last point taken that has all points near a box. What is asked for is mostly
@@ -145,11 +90,6 @@ struct edge_query {
     tin_triangle* into;
 };
 
-bool is_well_inside(const tin_waiting* w, const tin_point* const (&corner)[3], const tree_spot& spot)
-{
-    return is_well_inside(corner, spot.x, spot.y, w->reach / 2);
-}
-
 // Puts a point that is near the edge into the bucket of a triangle. Beyond the ends of the edge there can be
 // some that are in other triangles.
 void bind_if_near(tin_waiting* w, const edge_query& q, std::uint32_t place)
@@ -159,7 +99,7 @@ void bind_if_near(tin_waiting* w, const edge_query& q, std::uint32_t place)
         is_near_segment(q.a, q.b, w->reach, spot.x, spot.y) &&
         (!q.where || is_well_inside(w, q.where->corner[0], spot) ||
          is_well_inside(w, q.where->corner[1], spot)))
-        bind(w, place, q.into, false);
+        waiting_bind(w, place, q.into, false);
 }
 
 void bind_near_by_order(tin_waiting* w, const corner_order& order, const edge_query& q)
@@ -255,107 +195,6 @@ bool is_empty(const tin_waiting* w, tin_triangle* t)
     return content == tin_content::none;
 }
 
-// ---- triangles that lie on their face ----
-
-double longest_edge(const tin_point* const (&c)[3])
-{
-    double longest = 0;
-    for (int i = 0; i < 3; ++i)
-        longest = std::max(longest, std::hypot(c[i]->x - c[(i + 1) % 3]->x, c[i]->y - c[(i + 1) % 3]->y));
-    return longest;
-}
-
-bool is_folded(const tin_waiting* w, const tin_triangle* t)
-{
-    const double area = turn(place_of(t->corner[0]), place_of(t->corner[1]), t->corner[2]->x, t->corner[2]->y);
-    return area < 0 && -area > w->thin * longest_edge({t->corner[0], t->corner[1], t->corner[2]});
-}
-
-struct fold {
-    tin_network* network;
-    tin_triangle *first, *second;
-    const swap_corners& before;
-};
-
-// The triangle that has a point well inside which was in neither of the two that were swapped.
-tin_triangle* other_triangle(const fold& f, const tree_spot& spot)
-{
-    for (tin_triangle* t = f.network->triangles; t; t = t->next)
-        if (t != f.first && t != f.second && is_well_inside(f.network->waiting, t->corner, spot))
-            return t;
-    return f.first;
-}
-
-void bind_for_good(void* context, std::uint32_t place)
-{
-    const fold& f = *static_cast<const fold*>(context);
-    tin_waiting* w = f.network->waiting;
-    if (!(leaf_node(w, place).waiting & leaf_bit(w, place)))
-        return;
-    const tree_spot& spot = w->tree->spots[place];
-    if (!is_free(w, place)) {
-        if (waiting_link* link = link_of(spot.point))
-            link->for_good = true;
-        return;
-    }
-    tin_triangle* home = nullptr;
-    for (const auto& corner : f.before.corner)
-        if (is_well_inside(w, corner, spot))
-            home = f.first; // its bucket is shared with the other's in a moment
-    bind(w, place, home ? home : other_triangle(f, spot), true);
-}
-
-void bind_fold(const fold& f, tin_point* const (&corner)[3])
-{
-    tin_waiting* w = f.network->waiting;
-    w->folded = true;
-    if (!w->left)
-        return;
-    near_triangle(*w->tree, {place_of(corner[0]), place_of(corner[1]), place_of(corner[2])}, 2 * w->reach,
-                  const_cast<fold*>(&f), bind_for_good);
-}
-
-// A triangle and its neighbour have more than one edge in common: the next link that is changed in one of them
-// may be the wrong one.
-bool has_double_side(const tin_triangle* t)
-{
-    const tin_triangle* const(&s)[3] = t->side;
-    return (s[0] && (s[0] == s[1] || s[0] == s[2])) || (s[1] && s[1] == s[2]);
-}
-
-void bind_folds(const fold& f)
-{
-    tin_waiting* w = f.network->waiting;
-    w->torn = w->torn || has_double_side(f.first) || has_double_side(f.second);
-    for (const tin_triangle* t : {f.first, f.second})
-        if (is_folded(w, t))
-            bind_fold(f, t->corner);
-}
-
-// How often two triangles have an edge, less how often they have it the other way.
-int edge_count(const swap_corners& two, const tin_point* a, const tin_point* b)
-{
-    int count = 0;
-    for (const auto& corner : two.corner)
-        for (int i = 0; i < 3; ++i) {
-            count += corner[i] == a && corner[(i + 1) % 3] == b;
-            count -= corner[i] == b && corner[(i + 1) % 3] == a;
-        }
-    return count;
-}
-
-bool is_same_outline(const swap_corners& p, const swap_corners& q)
-{
-    for (const swap_corners* two : {&p, &q})
-        for (const auto& corner : two->corner)
-            for (int i = 0; i < 3; ++i) {
-                const tin_point *a = corner[i], *b = corner[(i + 1) % 3];
-                if (edge_count(p, a, b) != edge_count(q, a, b))
-                    return false;
-            }
-    return true;
-}
-
 bool is_new_edge(const swap_corners& before, const tin_point* a, const tin_point* b)
 {
     for (const auto& corner : before.corner)
@@ -423,7 +262,7 @@ bool is_fit(const tin_network* network, const point_tree& tree, double* w, doubl
     *w = network->x_max - network->x_min;
     *h = network->y_max - network->y_min;
     const double size = std::max(*w, *h);
-    return std::isfinite(*w) && std::isfinite(*h) && std::min(*w, *h) > SLIMMEST * size && tree.x0 >= 0 &&
+    return size > SMALLEST && size < LARGEST && std::min(*w, *h) > SLIMMEST * size && tree.x0 >= 0 &&
            tree.x1 <= *w && tree.y0 >= 0 && tree.y1 <= *h;
 }
 
@@ -434,6 +273,30 @@ void forget_places(tin_network* network)
 }
 
 } // namespace
+
+waiting_link* link_of(const tin_point* point)
+{
+    for (tin_link* link = point->tri->bucket; link; link = link->next)
+        if (link->point == point)
+            return static_cast<waiting_link*>(link);
+    return nullptr;
+}
+
+void waiting_bind(tin_waiting* w, std::uint32_t place, tin_triangle* triangle, bool for_good)
+{
+    set_bound(w, place);
+    tin_point* point = w->tree->spots[place].point;
+    point->tri = triangle;
+    waiting_link* link = w->spare;
+    if (link)
+        w->spare = static_cast<waiting_link*>(link->next);
+    else
+        link = static_cast<waiting_link*>(acad_malloc(sizeof(waiting_link)));
+    if (!link)
+        return;
+    *link = {{point, nullptr}, place, for_good};
+    tin_put_in_bucket(link, triangle);
+}
 
 bool waiting_begin(tin_network* network)
 {
@@ -462,6 +325,26 @@ bool waiting_begin(tin_network* network)
     bind_near(network, network->frame[1], network->frame[3], nullptr, first);
     tin_sort_buckets(network, first, second, first, second);
     return true;
+}
+
+void waiting_call_for(const tin_network* network, const tin_point* next, const tin_point* soon,
+                      const tin_point* later)
+{
+    const tin_waiting* w = network->waiting;
+    if (!w)
+        return;
+    if (later && has_tree_place(later)) {
+        __builtin_prefetch(&leaf_node(w, tree_place(later)));
+        __builtin_prefetch(w->tree->spots + tree_place(later));
+    }
+    const tin_triangle* near = soon && has_tree_place(soon) ? leaf_node(w, tree_place(soon)).near : nullptr;
+    if (near)
+        __builtin_prefetch(near);
+    near = next && has_tree_place(next) ? leaf_node(w, tree_place(next)).near : nullptr;
+    for (int i = 0; near && i < 3; ++i) {
+        __builtin_prefetch(near->corner[i]);
+        __builtin_prefetch(near->side[i]);
+    }
 }
 
 void waiting_take(tin_network* network, tin_point* point)
@@ -585,7 +468,7 @@ void waiting_end(tin_network* network)
             continue;
         tin_triangle* home = triangle_of(network, start_for(network, place), tree->spots[place].point);
         note_triangle(w, place, home);
-        bind(w, place, home, true);
+        waiting_bind(w, place, home, true);
     }
     while (waiting_link* link = w->spare) {
         w->spare = static_cast<waiting_link*>(link->next);

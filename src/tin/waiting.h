@@ -28,6 +28,11 @@ inline swap_corners corners_of(const tin_triangle* first, const tin_triangle* se
 // Finds out which of `points` lie near the diagonal of the frame; these go into the buckets of its two
 // triangles. false: nothing is kept here, all points are to be put into buckets.
 bool waiting_begin(tin_network* network);
+// In a large network all of what a point needs is somewhere else. It is called for while the points before it
+// are inserted, each step for a point when the step before has come in: for `later`, for `soon` and for `next`,
+// the three in this order in time. Any may be null.
+void waiting_call_for(const tin_network* network, const tin_point* next, const tin_point* soon,
+                      const tin_point* later);
 // The point's `tri` becomes the triangle in which it waits. It waits no more.
 void waiting_take(tin_network* network, tin_point* point);
 // To be called before a triangle is split at a point: what lies near its new edges goes into its bucket. Parts

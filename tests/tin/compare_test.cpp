@@ -71,6 +71,24 @@ TEST(TinCompare, ManySmallInputsGiveTheSameNetwork)
     EXPECT_GT(compared, 250);
 }
 
+// Out there the powers that decide are no numbers any more.
+TEST(TinCompare, PointsFarOutGiveTheSameNetwork)
+{
+    int compared = 0, inputs = 0;
+    for (const double size : {1e30, 1e59, 1e61, 1e75, 1e76, 1e77, 1e78, 1e100, 1e150})
+        for (unsigned seed = 1; seed <= 20; ++seed) {
+            input in{"far out " + std::to_string(seed) + ", " + exact(size),
+                     tin_inputs::scatter(seed, 2 + static_cast<int>(seed) * 3, 1)};
+            for (auto& p : in.points)
+                p = {p.x * size, p.y * size * (seed % 4 ? 1 : 1e-6), p.z};
+            in.barriers = tin_inputs::random_barriers(seed, in.points.size(), static_cast<int>(seed % 3));
+            in.break_at = seed % 5 == 0;
+            compare(in, &compared);
+            ++inputs;
+        }
+    EXPECT_GT(compared, inputs / 2);
+}
+
 // Four points, half of the time on a lattice, in both kinds of record.
 struct four {
     plain::point p[4];
