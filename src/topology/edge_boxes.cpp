@@ -50,3 +50,9 @@ bool EdgeBoxes::look(std::int32_t id)
     has_memory_ = has_memory_ && index_.look(index_.box(id - 1), id);
     return has_memory_;
 }
+
+void EdgeBoxes::drop(std::int32_t id)
+{
+    if (id <= index_.count())
+        index_.drop(id - 1);
+}

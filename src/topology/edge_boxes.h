@@ -14,6 +14,8 @@ public:
     void take_up_to(std::int32_t last);
     // Looks for the edges taken with ids above `id` whose boxes meet that of edge `id`. False without memory.
     bool look(std::int32_t id);
+    // The edge is gone or has had its turn.
+    void drop(std::int32_t id);
     // What was found, by rising id; some may be gone.
     std::int32_t found_count() const { return index_.found().count; }
     std::int32_t found(std::int32_t i) const { return index_.found().items[i] + 1; }

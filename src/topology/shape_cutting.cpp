@@ -191,8 +191,12 @@ void ShapeNet::cut_crossings()
         boxes.take_up_to(last);
         bool is_cut = false;
         if (boxes.look(i)) {
-            for (std::int32_t k = 0; k < boxes.found_count() && !is_cut; ++k)
+            boxes.drop(i);
+            for (std::int32_t k = 0; k < boxes.found_count() && !is_cut; ++k) {
                 is_cut = edge(boxes.found(k)) && cut_pair(i, boxes.found(k));
+                if (!edge(boxes.found(k)))
+                    boxes.drop(boxes.found(k));
+            }
             continue;
         }
         for (std::int32_t j = edges.next(i); j != 0 && j <= last && !is_cut; j = edges.next(j))
