@@ -32,7 +32,8 @@ public:
     std::int32_t look(const TopoObject* object) const;
     // The same for members in all leaves around: one near a split is found from its other side too.
     std::int32_t look_around(const TopoObject* object) const;
-    // The key of a member has changed; from now on it is found by the new one. False when the heap is exhausted.
+    // The key of a member has changed; from now on it is found by the new one. False when the heap is
+    // exhausted.
     bool note_move(std::int32_t id);
     // A new set with clones of the members nearer to the object than `radius`, less those that are one with
     // another; each clone's `id` is that of its member here. Same dimensions and leaf capacity. The caller's;

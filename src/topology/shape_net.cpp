@@ -1,7 +1,5 @@
 #include "topology/shape_net.h"
 
-#include <initializer_list>
-
 #include "topology/walk.h"
 
 std::int32_t ShapeNet::add_shape(ShapeObj* shape)
@@ -31,17 +29,7 @@ void ShapeNet::remove_shape(std::int32_t id)
 
 std::int32_t ShapeNet::add_edge(ShapeEdge* edge)
 {
-    if (!edge)
-        return 0;
-    const std::int32_t id = edges.add(edge);
-    if (id == 0)
-        return 0;
-    edge->id = id;
-    edge->owner = this;
-    for (const std::int32_t end : {edge->node1, edge->node2})
-        if (NodeObj* at = node(end))
-            at->link(id);
-    return id;
+    return take_edge(edge);
 }
 
 void ShapeNet::remove_edge(std::int32_t id)
@@ -49,25 +37,10 @@ void ShapeNet::remove_edge(std::int32_t id)
     const ShapeEdge* gone = edge(id);
     if (!gone)
         return;
-    for (const std::int32_t end : {gone->node1, gone->node2})
-        if (NodeObj* at = node(end))
-            at->unlink(id);
     for (std::int32_t i = first_of(gone->shapes); i != 0; i = gone->shapes.next(i))
         if (ShapeObj* of = shape(gone->shapes.get(i)->id))
             of->unlink(id);
-    edges.remove(id);
-}
-
-std::int32_t ShapeNet::add_node(NodeObj* node)
-{
-    if (!node)
-        return 0;
-    const std::int32_t id = nodes.add(node);
-    if (id == 0)
-        return 0;
-    node->id = id;
-    node->owner = this;
-    return id;
+    let_edge_go(*gone);
 }
 
 void ShapeNet::remove_node(std::int32_t id)

@@ -39,12 +39,10 @@ public:
     void remove_shape(std::int32_t id);      // from its edges too
     std::int32_t add_edge(ShapeEdge* edge);  // linked into its end nodes
     void remove_edge(std::int32_t id);       // from its nodes and shapes too
-    std::int32_t add_node(NodeObj* node);
-    void remove_node(std::int32_t id); // edges that end there stay
+    void remove_node(std::int32_t id);       // edges that end there stay
     std::int32_t find_node(NodeObj* node) { return nodes.find(node); }
     std::int32_t find_edge(EdgeKey* edge) { return edges.find(edge); }
 
-    NodeObj* node(std::int32_t id) const { return static_cast<NodeObj*>(nodes.get(id)); }
     ShapeEdge* edge(std::int32_t id) const { return static_cast<ShapeEdge*>(edges.get(id)); }
     ShapeObj* shape(std::int32_t id) const { return static_cast<ShapeObj*>(shapes.get(id)); }
 

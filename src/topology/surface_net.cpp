@@ -2,7 +2,6 @@
 #include "topology/surface_net.h"
 
 #include <cstdlib>
-#include <initializer_list>
 
 #include "topology/box_index.h"
 
@@ -32,16 +31,6 @@ void SurfaceNet::drop_index()
     index_ = nullptr;
 }
 
-std::int32_t SurfaceNet::add_node(NodeObj* node)
-{
-    const std::int32_t id = node ? nodes.add(node) : 0;
-    if (id == 0)
-        return 0;
-    node->id = id;
-    node->owner = this;
-    return id;
-}
-
 void SurfaceNet::remove_node(std::int32_t id)
 {
     drop_index(); // triangles may have lost a corner
@@ -50,15 +39,7 @@ void SurfaceNet::remove_node(std::int32_t id)
 
 std::int32_t SurfaceNet::add_edge(EdgeObj* edge)
 {
-    const std::int32_t id = edge ? edges.add(edge) : 0;
-    if (id == 0)
-        return 0;
-    edge->id = id;
-    edge->owner = this;
-    for (const std::int32_t end : {edge->node1, edge->node2})
-        if (NodeObj* at = node(end))
-            at->link(id);
-    return id;
+    return take_edge(edge);
 }
 
 void SurfaceNet::remove_edge(std::int32_t id)
@@ -68,10 +49,7 @@ void SurfaceNet::remove_edge(std::int32_t id)
         return;
     if (gone->left != 0 || gone->right != 0 || has_overlaid_)
         drop_index(); // triangles may have lost a side
-    for (const std::int32_t end : {gone->node1, gone->node2})
-        if (NodeObj* at = node(end))
-            at->unlink(id);
-    edges.remove(id);
+    let_edge_go(*gone);
 }
 
 std::int32_t SurfaceNet::add_triangle(TriangleObj* triangle)

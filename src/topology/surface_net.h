@@ -48,14 +48,12 @@ public:
     SurfaceNet& operator=(const SurfaceNet&) = delete;
     ~SurfaceNet();
 
-    NodeObj* node(std::int32_t id) const { return static_cast<NodeObj*>(nodes.get(id)); }
     EdgeObj* edge(std::int32_t id) const { return static_cast<EdgeObj*>(edges.get(id)); } // without sign
     TriangleObj* triangle(std::int32_t id) const { return static_cast<TriangleObj*>(triangles.get(id)); }
 
     // ---- objects one by one. What `add` takes is the surface's, and gets its id; the answer is that id, or 0
     // without memory, with the object still the caller's. Nodes and edges are looked for before they are added
     // (KdSet::find). What is removed is taken out of the objects that name it, but not these with it.
-    std::int32_t add_node(NodeObj* node);
     void remove_node(std::int32_t id);
     std::int32_t add_edge(EdgeObj* edge);             // linked into its end nodes
     void remove_edge(std::int32_t id);                // from them too

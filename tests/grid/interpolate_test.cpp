@@ -81,7 +81,8 @@ TEST_F(GridInterpolate, SidesWeighByTheInverseOfTheirDistance)
     const double want =
         (1.25 / 5 + 5.0 / 15 + 3.5 / 7.5 + 1.75 / 2.5) / (1 / 5.0 + 1 / 15.0 + 1 / 7.5 + 1 / 2.5);
     EXPECT_DOUBLE_EQ(at(102.5, 205), want);
-    EXPECT_DOUBLE_EQ(want, 1 + 0.25 + 3 * 0.25 + 3 * 0.0625); // what the two-way product gives, but for rounding
+    EXPECT_DOUBLE_EQ(want,
+                     1 + 0.25 + 3 * 0.25 + 3 * 0.0625); // what the two-way product gives, but for rounding
 }
 
 TEST_F(GridInterpolate, TopRowTakesTheMeanByInverseDistanceOfTheCellsThere)
