@@ -9,17 +9,10 @@
 namespace
 {
 
+using plain::at;
 using plain::network;
 using plain::point;
 using plain::triangle;
-
-point at(double x, double y)
-{
-    point p;
-    p.x = x;
-    p.y = y;
-    return p;
-}
 
 int crosses(point a, point b, point c, point d)
 {

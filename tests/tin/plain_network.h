@@ -27,6 +27,14 @@ struct point {
     point* next = nullptr;
 };
 
+inline point at(double x, double y)
+{
+    point p;
+    p.x = x;
+    p.y = y;
+    return p;
+}
+
 struct link {
     plain::point* point = nullptr;
     link* next = nullptr;

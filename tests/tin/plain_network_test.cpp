@@ -7,17 +7,10 @@
 namespace
 {
 
+using plain::at;
 using plain::network;
 using plain::point;
 using plain::triangle;
-
-point at(double x, double y)
-{
-    point p;
-    p.x = x;
-    p.y = y;
-    return p;
-}
 
 point* offer(network& n, double x, double y, double z)
 {
